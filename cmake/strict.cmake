@@ -1,0 +1,34 @@
+# How strictly our own code is compiled, in one place; the presets choose the options.
+option(ZORVAN_WARNINGS_AS_ERRORS "Stop the build at the first warning" OFF)
+option(ZORVAN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ZORVAN_COVERAGE "Count which lines run" OFF)
+
+add_library(zorvan_strict INTERFACE)
+target_compile_definitions(zorvan_strict INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_CONTEXTLESS_CONNECT
+    QT_NO_FOREACH
+    QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_NO_URL_CAST_FROM_STRING
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400
+)
+
+if(MSVC)
+    target_compile_options(zorvan_strict INTERFACE /W4 /permissive- /utf-8
+        $<$<BOOL:${ZORVAN_WARNINGS_AS_ERRORS}>:/WX>)
+else()
+    target_compile_options(zorvan_strict INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor
+        $<$<BOOL:${ZORVAN_WARNINGS_AS_ERRORS}>:-Werror>)
+    if(ZORVAN_SANITIZE)
+        set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_compile_options(zorvan_strict INTERFACE ${sanitizers})
+        target_link_options(zorvan_strict INTERFACE ${sanitizers})
+    endif()
+    if(ZORVAN_COVERAGE)
+        target_compile_options(zorvan_strict INTERFACE --coverage -fno-inline)
+        target_link_options(zorvan_strict INTERFACE --coverage)
+    endif()
+endif()

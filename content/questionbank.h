@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+
+#include <QStringView>
+
+namespace content {
+
+inline constexpr int questionsInBank = 77;
+
+/// Whether a question switches the third answer button off or leaves it as it finds it.
+enum class ThirdButton { AsItIs, Off };
+
+struct Question {
+    int number;
+    QStringView text;
+    /// The third is empty where the question offers two.
+    std::array<QStringView, 3> answers;
+    /// 1, 2 or 3.
+    int rightAnswer;
+    ThirdButton thirdButton;
+};
+
+/// The question of that number, 1 to 77; any other raises std::out_of_range.
+const Question &question(int number);
+
+}  // namespace content

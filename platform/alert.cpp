@@ -1,0 +1,43 @@
+#include "platform/alert.h"
+
+#include <utility>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace platform {
+
+Alert::Alert(QString message, Buttons buttons, QString informativeText)
+    : message_(std::move(message)),
+      buttons_(std::move(buttons)),
+      informativeText_(std::move(informativeText)) {}
+
+int Alert::runModal() const {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(message_);
+    box.setInformativeText(informativeText_);
+    box.setAccessibleName(message_);
+
+    QPushButton *standard = box.addButton(buttons_.defaultButton, QMessageBox::AcceptRole);
+    box.setDefaultButton(standard);
+    box.setEscapeButton(standard);
+    QPushButton *alternate = nullptr;
+    if (!buttons_.alternateButton.isEmpty()) {
+        alternate = box.addButton(buttons_.alternateButton, QMessageBox::RejectRole);
+        box.setEscapeButton(alternate);
+    }
+    if (!buttons_.otherButton.isEmpty()) {
+        box.addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
+    }
+
+    box.exec();
+    if (box.clickedButton() == standard) {
+        return DefaultReturn;
+    }
+    return box.clickedButton() == alternate ? AlternateReturn : OtherReturn;
+}
+
+}  // namespace platform

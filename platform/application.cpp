@@ -1,0 +1,123 @@
+#include "platform/application.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+#include "platform/actions.h"
+#include "platform/layouts.h"
+#include "platform/theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
+    setApplicationName(u"zorvan"_s);
+    setApplicationDisplayName(u"Zorvan"_s);
+    setApplicationVersion(QStringLiteral(ZORVAN_VERSION));
+    setWindowIcon(QIcon(u":/icons/zorvan.png"_s));
+    setQuitOnLastWindowClosed(false);
+}
+
+Application::~Application() {
+    // Controllers let go of at the very end are still waiting to be freed.
+    sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Application &Application::shared() {
+    return *qobject_cast<Application *>(instance());
+}
+
+void Application::loadMainLayout(QObject &delegate) {
+    mainLayout_ = std::make_unique<Window>(*this);
+    layoutNamed(u"MainLayout"_s)(*mainLayout_);
+    theme::dress(*mainLayout_);
+    connectActions(*mainLayout_, {&delegate, this});
+}
+
+void Application::closeWindow() {
+    if (QWidget *window = activeWindow()) {
+        window->close();
+    }
+}
+
+void Application::about() {
+    auto *box = new QMessageBox(activeWindow());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(u"About Zorvan"_s);
+    box->setTextFormat(Qt::PlainText);
+    box->setIconPixmap(windowIcon().pixmap(64));
+    box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
+    box->setInformativeText(u"Teach yourself the PHP language, one quiz at a time.\n\nQt %1"_s.arg(
+        QString::fromLatin1(qVersion())));
+    box->setModal(false);
+    box->show();
+}
+
+void Application::willShow(Window &window) {
+    if (!mainLayout_) {
+        return;
+    }
+#ifndef Q_OS_MACOS
+    if (window.menuBar()->actions().isEmpty()) {
+        window.menuBar()->addActions(mainLayout_->menuBar()->actions());
+    }
+#endif
+    mainLayout_->hide();
+}
+
+void Application::didClose() {
+    // Another window may be on its way.
+    QTimer::singleShot(0, this, &Application::offerWayBack);
+}
+
+void Application::offerWayBack() {
+#ifndef Q_OS_MACOS
+    if (quitting_ || !mainLayout_) {
+        return;
+    }
+    for (const QWidget *widget : topLevelWidgets()) {
+        if (qobject_cast<const Window *>(widget) != nullptr && widget->isVisible()) {
+            return;
+        }
+    }
+    mainLayout_->show();
+#endif
+}
+
+bool Application::event(QEvent *event) {
+    if (event->type() != QEvent::Quit) {
+        return QApplication::event(event);
+    }
+    if (!everyWindowAgreesToClose()) {
+        event->ignore();
+        return true;
+    }
+    quitting_ = true;
+    for (QWidget *widget : topLevelWidgets()) {
+        if (auto *window = qobject_cast<Window *>(widget)) {
+            window->closeUnasked();
+        }
+    }
+    return QApplication::event(event);
+}
+
+bool Application::everyWindowAgreesToClose() {
+    QList<QPointer<Window>> windows;
+    for (QWidget *widget : topLevelWidgets()) {
+        if (auto *window = qobject_cast<Window *>(widget); window != nullptr) {
+            windows << window;
+        }
+    }
+    for (const QPointer<Window> &window : windows) {
+        if (window && window->isVisible() && !window->mayClose()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,82 @@
+#include "platform/buttonrow.h"
+
+#include <QAbstractButton>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "platform/textlabel.h"
+#include "platform/theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+ButtonRow::ButtonRow(QWidget *parent) : QFrame(parent) {
+    setAttribute(Qt::WA_Hover);
+}
+
+bool ButtonRow::event(QEvent *event) {
+    if (event->type() == QEvent::Polish) {
+        adoptButton();
+    }
+    return QFrame::event(event);
+}
+
+void ButtonRow::adoptButton() {
+    button_ = findChild<QAbstractButton *>();
+    button_->installEventFilter(this);
+    if (auto *label = findChild<TextLabel *>()) {
+        const auto name = [button = button_](const QString &text) {
+            button->setAccessibleName(u"%1: %2"_s.arg(button->text(), text));
+        };
+        name(label->text());
+        connect(label, &TextLabel::stringValueChanged, button_, name);
+    }
+}
+
+bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
+    switch (event->type()) {
+        case QEvent::FocusIn:
+        case QEvent::FocusOut:
+        case QEvent::EnabledChange:
+        case QEvent::HoverEnter:
+        case QEvent::HoverLeave:
+            update();
+            break;
+        default:
+            break;
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void ButtonRow::mousePressEvent(QMouseEvent *event) {
+    button_->setDown(button_->isEnabled() && event->button() == Qt::LeftButton);
+}
+
+void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
+    const bool pressed = button_->isDown();
+    button_->setDown(false);
+    if (pressed && rect().contains(event->position().toPoint())) {
+        button_->click();
+    }
+}
+
+void ButtonRow::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool focused = button_->hasFocus();
+    const bool lit = button_->isEnabled() && underMouse();
+    const double radius = theme::unit(*this) * 1.25;
+    QPen edge(theme::hairline(palette()), 1);
+    if (focused) {
+        edge = QPen(theme::accent(palette()), 2.5);
+    } else if (lit) {
+        edge = QPen(theme::accent(palette()), 1.5);
+    }
+    const double inset = edge.widthF() / 2;
+    painter.setPen(edge);
+    painter.setBrush(theme::surface(palette()));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+}  // namespace platform

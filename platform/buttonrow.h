@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QFrame>
+
+class QAbstractButton;
+
+namespace platform {
+
+/// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
+/// button, the button's accessible name is its own text and the label's.
+class ButtonRow final : public QFrame {
+    Q_OBJECT
+
+ public:
+    explicit ButtonRow(QWidget *parent = nullptr);
+
+ protected:
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+ private:
+    void adoptButton();
+
+    QAbstractButton *button_ = nullptr;
+};
+
+}  // namespace platform

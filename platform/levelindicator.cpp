@@ -1,0 +1,76 @@
+#include "platform/levelindicator.h"
+
+#include <QPainter>
+
+#include "platform/theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+LevelIndicator::LevelIndicator(QWidget *parent) : QProgressBar(parent) {
+    setTextVisible(false);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void LevelIndicator::setCaption(const QString &caption) {
+    caption_ = caption;
+    describe();
+}
+
+void LevelIndicator::setCounted(const QString &counted) {
+    counted_ = counted;
+    describe();
+}
+
+void LevelIndicator::setDoubleValue(double value) {
+    value_ = value;
+    setValue(qRound(value));
+    describe();
+    update();
+}
+
+void LevelIndicator::setMaxValue(double maximum) {
+    setMaximum(qRound(maximum));
+    describe();
+    update();
+}
+
+void LevelIndicator::describe() {
+    setAccessibleName(
+        u"%1, %2 of %3 %4"_s.arg(caption_).arg(qRound(value_)).arg(maximum()).arg(counted_));
+}
+
+QSize LevelIndicator::sizeHint() const {
+    const double unit = theme::unit(*this);
+    return QSizeF(unit * 2 * qMax(3, maximum()), unit * 1.25).toSize();
+}
+
+QSize LevelIndicator::minimumSizeHint() const {
+    const double unit = theme::unit(*this);
+    return QSizeF(unit * qMax(3, maximum()), unit * 1.25).toSize();
+}
+
+void LevelIndicator::paintEvent(QPaintEvent *) {
+    const int segments = maximum();
+    if (segments <= 0) {
+        return;
+    }
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double gap = theme::unit(*this) / (segments > 10 ? 4 : 2);
+    const double width = (this->width() + gap) / segments - gap;
+    const double radius = qMin(width, double(height())) / 3;
+    // Half a pixel inside, so that the outline is as crisp as the fill.
+    constexpr double inset = 0.75;
+    for (int segment = 0; segment < segments; ++segment) {
+        const double x = segment * (width + gap);
+        const QRectF box = QRectF(x, 0, width, height()).adjusted(inset, inset, -inset, -inset);
+        const bool filled = segment < value_;
+        painter.setPen(QPen(filled ? theme::accent(palette()) : theme::outline(palette()), 1.5));
+        painter.setBrush(filled ? QBrush(theme::accent(palette())) : Qt::NoBrush);
+        painter.drawRoundedRect(box, radius, radius);
+    }
+}
+
+}  // namespace platform

@@ -1,0 +1,46 @@
+#include "platform/repeatingtimer.h"
+
+#include <utility>
+
+#include <QApplication>
+
+#include "platform/eventloop.h"
+
+namespace platform {
+
+std::unique_ptr<RepeatingTimer> RepeatingTimer::scheduledTimer(std::chrono::milliseconds interval,
+                                                               QObject &target,
+                                                               std::function<void()> tick) {
+    std::unique_ptr<RepeatingTimer> timer(new RepeatingTimer(std::move(tick)));
+    timer->timer_->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer->timer_.get(), &QTimer::timeout, &target,
+                     [self = timer.get()] { self->fire(); });
+    timer->timer_->start(interval);
+    return timer;
+}
+
+RepeatingTimer::RepeatingTimer(std::function<void()> tick)
+    : timer_(new QTimer), tick_(std::move(tick)) {}
+
+void RepeatingTimer::Later::operator()(QTimer *timer) const {
+    timer->stop();
+    timer->deleteLater();
+}
+
+void RepeatingTimer::invalidate() {
+    timer_->stop();
+}
+
+bool RepeatingTimer::isValid() const {
+    return timer_->isActive();
+}
+
+void RepeatingTimer::fire() {
+    if (!isValid() || QApplication::activeModalWidget() != nullptr) {
+        return;
+    }
+    // By copy: the tick may free this timer.
+    callFromEventLoop(std::function<void()>(tick_));
+}
+
+}  // namespace platform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+#include <QTimer>
+
+namespace platform {
+
+/// A timer that ticks at a fixed interval on the event loop until it is invalidated or freed.
+/// Ticks that fall due while a modal alert is up are dropped, not made up.
+class RepeatingTimer final {
+ public:
+    /// Starts a timer that runs `tick` for as long as `target` lives.
+    static std::unique_ptr<RepeatingTimer> scheduledTimer(std::chrono::milliseconds interval,
+                                                          QObject &target,
+                                                          std::function<void()> tick);
+
+    /// Stops the timer for good.
+    void invalidate();
+    bool isValid() const;
+    /// Delivers one tick, as the event loop does when one falls due.
+    void fire();
+
+ private:
+    /// A tick may free its own timer.
+    struct Later {
+        void operator()(QTimer *timer) const;
+    };
+
+    explicit RepeatingTimer(std::function<void()> tick);
+
+    std::unique_ptr<QTimer, Later> timer_;
+    std::function<void()> tick_;
+};
+
+}  // namespace platform

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QColor>
+#include <QLabel>
+
+namespace platform {
+
+/// A plain text, drawn to the character. It can keep room for a number of lines of a number of
+/// characters whatever it shows, so that nothing around it moves when its text changes.
+class TextLabel final : public QLabel {
+    Q_OBJECT
+    /// How wide a line is meant to be, in average characters; 0 leaves it to the text.
+    Q_PROPERTY(int characters READ characters WRITE setCharacters)
+    /// How many lines there is always room for; 0 leaves it to the text.
+    Q_PROPERTY(int lines READ lines WRITE setLines)
+    /// Draws the dark band that white text stands on.
+    Q_PROPERTY(bool band READ band WRITE setBand)
+
+ public:
+    explicit TextLabel(QWidget *parent = nullptr);
+
+    int characters() const { return characters_; }
+    void setCharacters(int characters);
+    int lines() const { return lines_; }
+    void setLines(int lines);
+    bool band() const { return band_; }
+    void setBand(bool band);
+
+    void setStringValue(const QString &text);
+    /// A colour that stays whatever the palette; an invalid one follows the palette.
+    void setTextColor(const QColor &color);
+    /// 1.0 is opaque, 0.0 invisible.
+    void setAlphaValue(double alpha);
+    QColor textColor() const { return textColor_; }
+    double alphaValue() const { return alphaValue_; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
+
+ Q_SIGNALS:
+    void stringValueChanged(const QString &text);
+
+ protected:
+    void paintEvent(QPaintEvent *event) override;
+
+ private:
+    QMargins padding() const;
+    int textFlags() const;
+    QSize textSize(int width) const;
+
+    int characters_ = 0;
+    int lines_ = 0;
+    bool band_ = false;
+    QColor textColor_;
+    double alphaValue_ = 1.0;
+};
+
+}  // namespace platform

@@ -1,0 +1,97 @@
+#include "platform/theme.h"
+
+#include <array>
+
+#include <QFontMetricsF>
+#include <QLayout>
+#include <QWidget>
+
+namespace platform::theme {
+
+namespace {
+
+struct TextStyle {
+    const char16_t *name;
+    double size;
+    QFont::Weight weight;
+};
+
+constexpr std::array textStyles{
+    TextStyle{u"title", 1.6, QFont::DemiBold},
+    TextStyle{u"heading", 1.15, QFont::DemiBold},
+    TextStyle{u"question", 1.3, QFont::Normal},
+    TextStyle{u"caption", 0.9, QFont::Normal},
+};
+
+bool isDark(const QPalette &palette) {
+    return palette.color(QPalette::Window).lightnessF() < 0.5F;
+}
+
+/// The window's colour with a share of its text's.
+QColor tint(const QPalette &palette, float share) {
+    const QColor ground = palette.color(QPalette::Window);
+    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(ground.redF(), text.redF()), mix(ground.greenF(), text.greenF()),
+                            mix(ground.blueF(), text.blueF()));
+}
+
+void scaleText(QWidget &widget) {
+    const QString name = widget.property("textStyle").toString();
+    for (const TextStyle &style : textStyles) {
+        if (name == QStringView(style.name)) {
+            QFont font = widget.font();
+            font.setPointSizeF(font.pointSizeF() * style.size);
+            font.setWeight(style.weight);
+            widget.setFont(font);
+        }
+    }
+}
+
+}  // namespace
+
+QColor accent(const QPalette &palette) {
+    return isDark(palette) ? QColor(0x9d, 0xb2, 0xff) : QColor(0x3a, 0x55, 0xc4);
+}
+
+QColor onAccent(const QPalette &palette) {
+    return isDark(palette) ? QColor(0x12, 0x18, 0x33) : QColor(Qt::white);
+}
+
+QColor surface(const QPalette &palette) {
+    return isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
+}
+
+QColor hairline(const QPalette &palette) {
+    return tint(palette, 0.18F);
+}
+
+QColor outline(const QPalette &palette) {
+    return tint(palette, 0.55F);
+}
+
+QColor band(const QPalette &palette) {
+    return isDark(palette) ? QColor(0x41, 0x50, 0x96) : QColor(0x2b, 0x35, 0x63);
+}
+
+double unit(const QWidget &widget) {
+    return QFontMetricsF(widget.font()).height() / 2;
+}
+
+void dress(QWidget &window) {
+    const double scale = unit(window) / 8;
+    for (QLayout *layout : window.findChildren<QLayout *>()) {
+        layout->setContentsMargins((QMarginsF(layout->contentsMargins()) * scale).toMargins());
+        layout->setSpacing(qRound(layout->spacing() * scale));
+    }
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
+        scaleText(*widget);
+        if (widget->property("keepsRoom").toBool()) {
+            QSizePolicy policy = widget->sizePolicy();
+            policy.setRetainSizeWhenHidden(true);
+            widget->setSizePolicy(policy);
+        }
+    }
+}
+
+}  // namespace platform::theme

@@ -1,0 +1,49 @@
+#include "platform/window.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+#include "platform/eventloop.h"
+
+namespace platform {
+
+Window::Window(WindowDelegate &delegate) : delegate_(delegate) {}
+
+void Window::closeUnasked() {
+    unasked_ = true;
+    close();
+    unasked_ = false;
+}
+
+bool Window::mayClose() {
+    bool mayClose = false;
+    callFromEventLoop([&] { mayClose = delegate_.windowShouldClose(); });
+    return mayClose;
+}
+
+void Window::closeEvent(QCloseEvent *event) {
+    event->setAccepted(unasked_ || mayClose());
+    if (event->isAccepted()) {
+        delegate_.windowDidClose();
+    }
+}
+
+void Window::keyPressEvent(QKeyEvent *event) {
+    if (event->isAutoRepeat()) {
+        return;
+    }
+    if (event->key() == Qt::Key_Escape && property("escapeCloses").toBool()) {
+        close();
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget())) {
+            button->click();
+            return;
+        }
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
+}  // namespace platform

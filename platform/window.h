@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QMainWindow>
+
+namespace platform {
+
+/// Who answers for a window.
+class WindowDelegate {
+ public:
+    virtual ~WindowDelegate() = default;
+    /// Asked when the user closes the window; false keeps it open.
+    virtual bool windowShouldClose() = 0;
+    /// Told after the window was allowed to close, before it is freed.
+    virtual void windowDidClose() = 0;
+};
+
+/// A top-level window that a layout fills. A layout whose root carries the property
+/// "escapeCloses" makes a window that Escape closes.
+class Window final : public QMainWindow {
+    Q_OBJECT
+
+ public:
+    explicit Window(WindowDelegate &delegate);
+
+    /// Closes the window without asking the delegate.
+    void closeUnasked();
+    /// Asks the delegate.
+    bool mayClose();
+
+ protected:
+    void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+ private:
+    WindowDelegate &delegate_;
+    bool unasked_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,61 @@
+#include "platform/windowcontroller.h"
+
+#include "platform/actions.h"
+#include "platform/application.h"
+#include "platform/keys.h"
+#include "platform/outlets.h"
+#include "platform/theme.h"
+
+namespace platform {
+
+WindowController::WindowController(const QString &layoutName)
+    : layoutName_(layoutName), buildLayout_(layoutNamed(layoutName)) {}
+
+WindowController::~WindowController() = default;
+
+void WindowController::showWindow() {
+    if (!window_) {
+        load();
+    }
+    putOnScreen();
+}
+
+void WindowController::load() {
+    window_ = std::make_unique<Window>(*this);
+    try {
+        buildLayout_(*window_);
+        theme::dress(*window_);
+        for (OutletBase *outlet : outlets_) {
+            outlet->fill(*window_);
+        }
+        connectActions(*window_, {this});
+        connectKeys(*window_);
+        if (window_->property("visibleAtLoad").toBool()) {
+            putOnScreen();
+        }
+        windowDidLoad();
+    } catch (...) {
+        close();
+        window_.reset();
+        throw;
+    }
+}
+
+void WindowController::putOnScreen() {
+    onScreen_ = shared_from_this();
+    Application::shared().willShow(*window_);
+    window_->show();
+}
+
+void WindowController::close() {
+    if (window_) {
+        window_->closeUnasked();
+    }
+}
+
+void WindowController::windowDidClose() {
+    Application::shared().didClose();
+    onScreen_.reset();
+}
+
+}  // namespace platform

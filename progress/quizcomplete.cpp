@@ -1,0 +1,84 @@
+#include "progress/quizcomplete.h"
+
+#include <array>
+
+#include "content/catalogue.h"
+#include "platform/controllers.h"
+#include "platform/exception.h"
+#include "platform/log.h"
+#include "platform/preferences.h"
+#include "progress/progressstore.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Preferences;
+
+void QuizComplete::windowDidLoad() {
+    WindowController::windowDidLoad();
+    try {
+        GetTestResults();
+    } catch (const platform::Exception &) {
+        // Whatever was filled in stays, and the learner is told nothing.
+    }
+}
+
+void QuizComplete::GetTestResults() {
+    Preferences &defaults = Preferences::standardUserDefaults();
+    const auto currentTest = defaults.valueForKey(progressstore::currentTest);
+    platform::log(currentTest.value_or(u"(null)"_s));
+
+    for (const content::Quiz &quiz : content::quizzes) {
+        if (currentTest != quiz.id) {
+            continue;
+        }
+        lblQuizName.setStringValue(quiz.name.toString());
+        const auto passCount = defaults.valueForKey(progressstore::passCount(quiz.id));
+        if (passCount == u"0") {
+            SetCheckMarks(0);
+        }
+        if (passCount == u"1") {
+            SetCheckMarks(1);
+        }
+        if (passCount == u"2") {
+            SetCheckMarks(2);
+        }
+        if (passCount == u"3") {
+            SetCheckMarks(3);
+        }
+    }
+    platform::openWindow(u"MainMenu"_s);
+}
+
+void QuizComplete::SetCheckMarks(int passCount) {
+    const bool passed =
+        Preferences::standardUserDefaults().valueForKey(progressstore::currentStatus) == u"pass";
+    if (passCount < 0 || passCount > 3) {
+        return;
+    }
+
+    const std::array marks{&theImage1, &theImage2, &theImage3};
+    for (int mark = 1; mark <= 3; ++mark) {
+        const bool earned = mark <= passCount;
+        const platform::ImageView &image = *marks.at(static_cast<std::size_t>(mark - 1));
+        image.setImage(platform::imageNamed(earned ? u"checkmark.png"_s : u"blankcheckmark.png"_s));
+        image.setAccessibleName(
+            (earned ? u"Pass mark %1: earned"_s : u"Pass mark %1: missing"_s).arg(mark));
+    }
+
+    static const std::array passedSentences{
+        u"Congratulations you have passed this quiz."_s,
+        u"Congratulations you have passed this quiz. Only two more passes needed to have this "
+        "quiz mastered."_s,
+        u"Congratulations you have passed this quiz. Only one more pass needed to have this "
+        "quiz mastered."_s,
+        u"Congratulations you MASTERED this quiz."_s,
+    };
+    lblTheStatus.setStringValue(
+        passed ? passedSentences.at(static_cast<std::size_t>(passCount))
+               : u"Unfortunately you did not pass the quiz this time. Please try again."_s);
+}
+
+void QuizComplete::goHome() {
+    // The main menu has been open since this window was filled.
+    platform::log(u"Going Home"_s);
+}

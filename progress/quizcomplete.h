@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/outlets.h"
+#include "platform/windowcontroller.h"
+
+/// The results window: what the store tells of the attempt that has just ended.
+class QuizComplete final : public platform::WindowController {
+    Q_OBJECT
+
+ public:
+    using WindowController::WindowController;
+
+    platform::TextField lblQuizName{*this, "lblQuizName"};
+    platform::TextField lblTheStatus{*this, "lblTheStatus"};
+    platform::ImageView theImage1{*this, "theImage1"};
+    platform::ImageView theImage2{*this, "theImage2"};
+    platform::ImageView theImage3{*this, "theImage3"};
+
+    Q_INVOKABLE void goHome();
+
+    /// Fills the window and opens the main menu.
+    void GetTestResults();
+    /// Sets the marks and the sentence for a pass count of 0 to 3; any other changes nothing.
+    void SetCheckMarks(int passCount);
+
+ protected:
+    void windowDidLoad() override;
+};

@@ -1,0 +1,220 @@
+#include "quizrun/maintest.h"
+
+#include <array>
+
+#include "content/catalogue.h"
+#include "content/questionbank.h"
+#include "platform/alert.h"
+#include "platform/exception.h"
+#include "platform/format.h"
+#include "platform/preferences.h"
+#include "progress/progressstore.h"
+#include "progress/quizcomplete.h"
+#include "quizrun/quizrun.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Preferences;
+using platform::stringWithFormat;
+
+MainTest::MainTest(const QString &layoutName) : WindowController(layoutName) {}
+
+MainTest::~MainTest() = default;
+
+void MainTest::windowDidLoad() {
+    WindowController::windowDidLoad();
+    lblTimeLeftLabel.setHidden(true);
+    lblTimeLeft.setHidden(true);
+
+    QuizRun &run = quizRun();
+    run.spareInt = 0;
+    run.currentTestId = QString();
+    run.correctAnswerNumber = 0;
+    run.correctCount = 0;
+    run.questionCount = 0;
+    run.spareLong = 0;
+    run.questionIndex = 0;
+
+    lblStatus.setHidden(true);
+    btnNextQuestion.setHidden(true);
+    run.progressRatio = 0;
+    imgQuestion.setHidden(true);
+    progressbarMain.setDoubleValue(0);
+
+    Preferences &defaults = Preferences::standardUserDefaults();
+    try {
+        run.currentTestId = defaults.valueForKey(progressstore::currentTest).value_or(QString());
+        LoadCurrentTest();
+    } catch (const platform::Exception &) {
+        platform::Alert(u"Could not load the selected test."_s, {.defaultButton = u"OK"_s})
+            .runModal();
+    }
+
+    if (defaults.valueForKey(progressstore::timedQuizzes) == u"yes") {
+        SetTimer();
+    }
+    btnNextQuestion.setKeyEquivalent(u"\r"_s);
+    readQuestionOut();
+}
+
+void MainTest::LoadCurrentTest() {
+    QuizRun &run = quizRun();
+    for (const content::Quiz &quiz : content::quizzes) {
+        if (run.currentTestId == quiz.id) {
+            lblQuizName.setStringValue(quiz.name.toString());
+            run.questionCount = quiz.questionCount;
+        }
+    }
+    progressbarMain.setMaxValue(run.questionCount);
+    lblProgressPercent.setStringValue(stringWithFormat("1/%i", run.questionCount));
+    CreateRandomNumbers();
+    SetupQuestion();
+}
+
+void MainTest::CreateRandomNumbers() {
+    QuizRun &run = quizRun();
+    for (const content::Quiz &quiz : content::quizzes) {
+        if (run.currentTestId == quiz.id) {
+            run.questionOrder = quiz.questionNumbers();
+            content::shuffle(run.questionOrder, run.random);
+        }
+    }
+}
+
+void MainTest::SetupQuestion() {
+    try {
+        const QString entry =
+            platform::objectAtIndex(quizRun().questionOrder, quizRun().questionIndex);
+#define ASK_IF_ENTRY_IS(number)                             \
+    if (entry == QStringLiteral(#number) && number <= 74) { \
+        Question##number();                                 \
+    }
+        FOR_EACH_QUESTION_NUMBER(ASK_IF_ENTRY_IS)
+#undef ASK_IF_ENTRY_IS
+        // The last three are never shown: 74 stands in for them.
+        for (const QStringView unshown : {u"75", u"76", u"77"}) {
+            if (entry == unshown) {
+                Question74();
+            }
+        }
+    } catch (const platform::Exception &) {
+        // The previous question stays on screen.
+    }
+}
+
+#define DEFINE_QUESTION(number)         \
+    void MainTest::Question##number() { \
+        putOnScreen(number);            \
+    }
+FOR_EACH_QUESTION_NUMBER(DEFINE_QUESTION)
+#undef DEFINE_QUESTION
+
+void MainTest::putOnScreen(int questionNumber) {
+    const content::Question &question = content::question(questionNumber);
+    lblQuestion.setStringValue(question.text.toString());
+    lblAnswer1.setStringValue(question.answers[0].toString());
+    lblAnswer2.setStringValue(question.answers[1].toString());
+    lblAnswer3.setStringValue(question.answers[2].toString());
+    if (question.thirdButton == content::ThirdButton::Off) {
+        btnAnswer3.setEnabled(false);
+    }
+    quizRun().correctAnswerNumber = question.rightAnswer;
+}
+
+void MainTest::Answer1Selected() {
+    answerSelected(1);
+}
+
+void MainTest::Answer2Selected() {
+    answerSelected(2);
+}
+
+void MainTest::Answer3Selected() {
+    answerSelected(3);
+}
+
+void MainTest::answerSelected(int answer) {
+    btnAnswer1.setEnabled(false);
+    btnAnswer2.setEnabled(false);
+    btnAnswer3.setEnabled(false);
+
+    const int right = quizRun().correctAnswerNumber;
+    if (right < 1 || right > 3) {
+        return;
+    }
+    lblAnswer1.setAlphaValue(right == 1 ? 1.0 : 0.5);
+    lblAnswer2.setAlphaValue(right == 2 ? 1.0 : 0.5);
+    lblAnswer3.setAlphaValue(right == 3 ? 1.0 : 0.5);
+    if (right == answer) {
+        CorrectAnswer();
+    } else {
+        WrongAnswer();
+    }
+}
+
+void MainTest::CorrectAnswer() {
+    showVerdict(u"correct"_s);
+    quizRun().correctCount += 1;
+    countAnswer("%.0f %%");
+}
+
+void MainTest::WrongAnswer() {
+    showVerdict(u"wrong"_s);
+    countAnswer("%.0f%%");
+}
+
+void MainTest::showVerdict(const QString &verdict) {
+    lblStatus.setTextColor(Qt::white);
+    lblStatus.setHidden(false);
+    lblStatus.setStringValue(verdict);
+}
+
+void MainTest::countAnswer(const char *scoreFormat) {
+    QuizRun &run = quizRun();
+    run.scoreRatio =
+        static_cast<float>(run.correctCount) / static_cast<float>(run.questionIndex + 1);
+    lblCorrectPercent.setStringValue(stringWithFormat(scoreFormat, double(run.scoreRatio * 100)));
+    run.questionIndex += 1;
+    if (run.questionIndex + 1 > run.questionCount) {
+        GameOver();
+    }
+    btnNextQuestion.setHidden(false);
+    readVerdictOut();
+}
+
+void MainTest::goNextQuestion() {
+    QuizRun &run = quizRun();
+    lblAnswer1.setAlphaValue(1.0);
+    lblAnswer2.setAlphaValue(1.0);
+    lblAnswer3.setAlphaValue(1.0);
+    lblStatus.setTextColor(Qt::white);
+    lblStatus.setHidden(true);
+    btnNextQuestion.setHidden(true);
+    btnAnswer1.setEnabled(true);
+    btnAnswer2.setEnabled(true);
+    btnAnswer3.setEnabled(true);
+    imgQuestion.setHidden(true);
+    lblProgressPercent.setStringValue(
+        stringWithFormat("%i/%i", run.questionIndex + 1, run.questionCount));
+    run.progressRatio =
+        static_cast<float>(run.questionIndex + 1) / static_cast<float>(run.questionCount);
+    progressbarMain.setDoubleValue(run.questionIndex);
+    SetupQuestion();
+    readQuestionOut();
+}
+
+void MainTest::readQuestionOut() {
+    const QString position =
+        u"Question %1 of %2"_s.arg(quizRun().questionIndex + 1).arg(quizRun().questionCount);
+    lblProgressPercent.setAccessibleName(position);
+    btnAnswer1.setAccessibleDescription(u"%1: %2"_s.arg(position, lblQuestion.stringValue()));
+    btnAnswer1.setFocus();
+}
+
+void MainTest::readVerdictOut() {
+    const QString verdict =
+        u"%1, score %2"_s.arg(lblStatus.stringValue(), lblCorrectPercent.stringValue());
+    btnNextQuestion.setAccessibleDescription(verdict);
+    btnNextQuestion.setFocus();
+    btnNextQuestion.announce(verdict);
+}

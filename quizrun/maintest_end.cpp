@@ -1,0 +1,80 @@
+#include "content/catalogue.h"
+#include "platform/alert.h"
+#include "platform/preferences.h"
+#include "progress/progressstore.h"
+#include "progress/quizcomplete.h"
+#include "quizrun/maintest.h"
+#include "quizrun/quizrun.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Alert;
+using platform::Preferences;
+
+namespace {
+
+/// A score must be greater than this to pass.
+constexpr double passMark = 0.799;
+
+void raisePassCount(const QString &quizId) {
+    Preferences &defaults = Preferences::standardUserDefaults();
+    for (const content::Quiz &quiz : content::quizzes) {
+        if (quizId != quiz.id) {
+            continue;
+        }
+        const QString key = progressstore::passCount(quiz.id);
+        const auto passCount = defaults.valueForKey(key);
+        if (passCount == u"0") {
+            defaults.setValueForKey(u"1"_s, key);
+        }
+        if (passCount == u"1") {
+            defaults.setValueForKey(u"2"_s, key);
+        }
+        if (passCount == u"2") {
+            defaults.setValueForKey(u"3"_s, key);
+        }
+    }
+}
+
+}  // namespace
+
+void MainTest::GameOver() {
+    QuizRun &run = quizRun();
+    run.quizTimer.reset();
+
+    // Without questions the score is infinite or not a number, and is compared as such.
+    const float score =
+        static_cast<float>(run.correctCount) / static_cast<float>(run.questionCount);
+    Preferences &defaults = Preferences::standardUserDefaults();
+    if (double(score) > passMark) {
+        defaults.setValueForKey(u"pass"_s, progressstore::currentStatus);
+        raisePassCount(run.currentTestId);
+    } else {
+        defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
+    }
+    defaults.setValueForKey(run.currentTestId, progressstore::currentTest);
+    showResults();
+}
+
+void MainTest::showResults() {
+    quizComplete = platform::makeController<QuizComplete>(u"QuizComplete"_s);
+    quizComplete->showWindow();
+    close();
+}
+
+bool MainTest::windowShouldClose() {
+    const int answer = Alert(
+                           u"This will end your current progress on this test, would you still "
+                           "like to close this window?"_s,
+                           {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
+                           .runModal();
+    if (answer != Alert::DefaultReturn) {
+        return false;
+    }
+    close();
+    if (quizRun().quizTimer) {
+        // The run keeps the stopped clock.
+        quizRun().quizTimer->invalidate();
+    }
+    return true;
+}

@@ -1,0 +1,6 @@
+#include "quizrun/quizrun.h"
+
+QuizRun &quizRun() {
+    static QuizRun run;
+    return run;
+}

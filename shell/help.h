@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/windowcontroller.h"
+
+/// The help window.
+class Help final : public platform::WindowController {
+    Q_OBJECT
+
+ public:
+    using WindowController::WindowController;
+
+    Q_INVOKABLE void closeHelp() { close(); }
+};

@@ -1,0 +1,46 @@
+#include "shell/settingscontroller.h"
+
+#include "platform/alert.h"
+#include "platform/preferences.h"
+#include "progress/progressstore.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Alert;
+using platform::Preferences;
+
+void SettingsController::windowDidLoad() {
+    WindowController::windowDidLoad();
+    const auto timed = Preferences::standardUserDefaults().valueForKey(progressstore::timedQuizzes);
+    if (timed == u"yes") {
+        noRadio.setState(0);
+        yesRadio.setState(1);
+    } else {
+        noRadio.setState(1);
+        yesRadio.setState(0);
+    }
+}
+
+void SettingsController::yesTimeSelected() {
+    Preferences::standardUserDefaults().setValueForKey(u"yes"_s, progressstore::timedQuizzes);
+}
+
+void SettingsController::noTimeSelected() {
+    Preferences::standardUserDefaults().setValueForKey(u"no"_s, progressstore::timedQuizzes);
+}
+
+void SettingsController::resetProgress() {
+    const int answer =
+        Alert(u"This will reset all progress. Are you sure you want to clear your progress?"_s,
+              {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
+            .runModal();
+    if (answer == Alert::DefaultReturn) {
+        clearProgress();
+    }
+}
+
+void SettingsController::clearProgress() {
+    progressstore::seed();
+    // Open windows go on showing the old counts until they are filled again.
+    Alert(u"All progress on quizzes has been reset"_s, {.defaultButton = u"OK"_s}).runModal();
+}

@@ -1,0 +1,92 @@
+#include "support/alerts.h"
+
+#include <utility>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+Alerts::Alerts() {
+    qApp->installEventFilter(this);
+}
+
+Alerts::~Alerts() {
+    qApp->removeEventFilter(this);
+}
+
+void Alerts::answer(const QString &button, std::function<void()> meanwhile) {
+    answers_.append({button, std::nullopt, std::move(meanwhile)});
+}
+
+void Alerts::press(Qt::Key key) {
+    answers_.append({{}, key, {}});
+}
+
+QStringList Alerts::messages() const {
+    QStringList messages;
+    for (const ShownAlert &alert : shown_) {
+        messages << alert.message;
+    }
+    return messages;
+}
+
+bool Alerts::verify() const {
+    for (const QString &message : unexpected_) {
+        qWarning("Unexpected alert: %s", qUtf8Printable(message));
+    }
+    if (!answers_.isEmpty()) {
+        qWarning("%d expected alerts did not come", int(answers_.size()));
+    }
+    return unexpected_.isEmpty() && answers_.isEmpty();
+}
+
+bool Alerts::eventFilter(QObject *watched, QEvent *event) {
+    auto *box = qobject_cast<QMessageBox *>(watched);
+    if (box != nullptr && box->isModal() && event->type() == QEvent::Show) {
+        QTimer::singleShot(0, box, [this, box] { handle(*box); });
+    }
+    return false;
+}
+
+void Alerts::handle(QMessageBox &box) {
+    ShownAlert alert{box.text(),
+                     box.informativeText(),
+                     box.windowTitle(),
+                     !box.iconPixmap().isNull() || box.icon() != QMessageBox::NoIcon,
+                     {}};
+    for (const QAbstractButton *button : box.buttons()) {
+        if (button == box.defaultButton()) {
+            alert.buttons.prepend(button->text());
+        } else {
+            alert.buttons.append(button->text());
+        }
+    }
+    shown_ << alert;
+    if (answers_.isEmpty()) {
+        unexpected_ << box.text();
+        box.reject();
+        return;
+    }
+
+    const Answer answer = answers_.takeFirst();
+    if (answer.meanwhile) {
+        answer.meanwhile();
+    }
+    if (answer.key) {
+        QTest::keyClick(&box, *answer.key);
+        return;
+    }
+    for (QAbstractButton *button : box.buttons()) {
+        if (button->text() == answer.button) {
+            button->click();
+            return;
+        }
+    }
+    unexpected_ << QStringLiteral("%1 (no button \"%2\")").arg(box.text(), answer.button);
+    box.reject();
+}

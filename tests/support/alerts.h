@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include <QList>
+#include <QObject>
+#include <QStringList>
+
+class QMessageBox;
+
+/// What an alert showed.
+struct ShownAlert {
+    QString message;
+    QString informativeText;
+    QString title;
+    bool hasIcon;
+    /// From the default button on.
+    QStringList buttons;
+};
+
+/// Answers the alerts that a test expects, in order, and keeps what they showed. An alert that
+/// was not expected is dismissed and fails verify().
+class Alerts final : public QObject {
+    Q_OBJECT
+
+ public:
+    Alerts();
+    ~Alerts() override;
+
+    /// Presses the button of that text in the next alert; `meanwhile` runs while the alert is up.
+    void answer(const QString &button, std::function<void()> meanwhile = {});
+    /// Presses a key in the next alert.
+    void press(Qt::Key key);
+
+    const QList<ShownAlert> &shown() const { return shown_; }
+    QStringList messages() const;
+
+    /// True when every answer was used and no alert came unexpected; says in the test's output
+    /// what is wrong otherwise.
+    bool verify() const;
+
+ protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+ private:
+    struct Answer {
+        QString button;
+        std::optional<Qt::Key> key;
+        std::function<void()> meanwhile;
+    };
+
+    void handle(QMessageBox &box);
+
+    QList<Answer> answers_;
+    QList<ShownAlert> shown_;
+    QStringList unexpected_;
+};

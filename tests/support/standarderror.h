@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryFile>
+
+/// Catches what the process writes to standard error for as long as it lives.
+class StandardError final {
+ public:
+    StandardError();
+    ~StandardError();
+    StandardError(const StandardError &) = delete;
+    StandardError &operator=(const StandardError &) = delete;
+
+    /// The lines written so far.
+    QStringList lines();
+
+ private:
+    QTemporaryFile file_;
+    int original_ = -1;
+};

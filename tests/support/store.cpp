@@ -1,0 +1,103 @@
+#include "support/store.h"
+
+#include <dlfcn.h>
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QSettings>
+#include <QTextStream>
+#include <QVariant>
+
+namespace {
+
+QList<store::Write> recordedWrites;
+
+}  // namespace
+
+// Stands in front of the toolkit's own function: the order of the writes cannot be read off the
+// file, which is sorted.
+void QSettings::setValue(QAnyStringView key, const QVariant &value) {
+    using SetValue = void (*)(QSettings *, QAnyStringView, const QVariant &);
+    static const auto original = reinterpret_cast<SetValue>(
+        dlsym(RTLD_NEXT, "_ZN9QSettings8setValueE14QAnyStringViewRK8QVariant"));
+    recordedWrites.append({key.toString(), value.toString()});
+    original(this, key, value);
+}
+
+namespace store {
+
+QString path() {
+    return QString::fromUtf8(qgetenv("XDG_CONFIG_HOME")) + QStringLiteral("/Zorvan/Zorvan.conf");
+}
+
+Contents contents() {
+    Contents contents;
+    QFile file(path());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return contents;
+    }
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        const qsizetype equals = line.indexOf('=');
+        if (equals > 0) {
+            contents.insert(QString::fromUtf8(line.first(equals)),
+                            QString::fromUtf8(line.sliced(equals + 1)));
+        }
+    }
+    return contents;
+}
+
+std::optional<QString> value(const QString &key) {
+    const Contents all = contents();
+    const auto found = all.constFind(key);
+    return found == all.constEnd() ? std::nullopt : std::optional<QString>(*found);
+}
+
+void fill(const Contents &contents) {
+    QDir().mkpath(QFileInfo(path()).path());
+    // A change of size or of time is what tells the program that the file is another one.
+    static int generation = 0;
+    QSaveFile file(path());
+    if (!file.open(QIODevice::WriteOnly)) {
+        qFatal("No store to fill");
+    }
+    QByteArray text = "[General]\n";
+    for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
+        text += entry.key().toUtf8() + '=' + entry.value().toUtf8() + '\n';
+    }
+    text += QByteArray(++generation, '\n');
+    file.write(text);
+    if (!file.commit()) {
+        qFatal("The store cannot be filled");
+    }
+}
+
+void set(const QString &key, const QString &value) {
+    Contents all = contents();
+    all.insert(key, value);
+    fill(all);
+}
+
+void wipe() {
+    QFile::remove(path());
+}
+
+Contents seeded() {
+    Contents all;
+    for (const char *key : {"currentTest", "currentStatus", "quiz1", "quiz2", "quiz3", "quiz4",
+                            "quiz5", "quiz6", "quiz7"}) {
+        all.insert(QString::fromLatin1(key), QStringLiteral("0"));
+    }
+    all.insert(QStringLiteral("firstRun"), QStringLiteral("false"));
+    return all;
+}
+
+QList<Write> writes() {
+    return recordedWrites;
+}
+
+void forgetWrites() {
+    recordedWrites.clear();
+}
+
+}  // namespace store

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+
+#include <QList>
+#include <QMap>
+#include <QString>
+
+/// The test's own view of the preferences file, read and written without the program's code.
+namespace store {
+
+using Contents = QMap<QString, QString>;
+
+/// Where the file is.
+QString path();
+/// What the file holds, key by key; empty where there is no file.
+Contents contents();
+/// The text under `key`, or nothing where it is absent.
+std::optional<QString> value(const QString &key);
+
+/// Replaces the file by one that holds exactly this.
+void fill(const Contents &contents);
+/// Adds or replaces one key.
+void set(const QString &key, const QString &value);
+/// Removes the file.
+void wipe();
+/// What a store holds after the first start.
+Contents seeded();
+
+struct Write {
+    QString key;
+    QString value;
+    bool operator==(const Write &) const = default;
+};
+
+/// Every write that the program has asked for since forgetWrites(), in order.
+QList<Write> writes();
+void forgetWrites();
+
+}  // namespace store
