@@ -1,5 +1,10 @@
 #include "platform/application.h"
 
+#ifdef Q_OS_LINUX
+#include <unistd.h>
+#endif
+
+#include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -13,6 +18,18 @@
 using namespace Qt::StringLiterals;
 
 namespace platform {
+
+void provideRuntimeFolder() {
+#ifdef Q_OS_LINUX
+    constexpr const char *variable = "XDG_RUNTIME_DIR";
+    if (qEnvironmentVariableIsSet(variable)) {
+        return;
+    }
+    const QString folder = u"%1/runtime-%2"_s.arg(QDir::tempPath()).arg(getuid());
+    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv(variable, QFile::encodeName(folder));
+#endif
+}
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationName(u"zorvan"_s);
@@ -36,6 +53,10 @@ void Application::loadMainLayout(QObject &delegate) {
     layoutNamed(u"MainLayout"_s)(*mainLayout_);
     theme::dress(*mainLayout_);
     connectActions(*mainLayout_, {&delegate, this});
+#ifdef Q_OS_MACOS
+    desktopMenuBar_ = std::make_unique<QMenuBar>();
+    desktopMenuBar_->addActions(mainLayout_->menuBar()->actions());
+#endif
 }
 
 void Application::closeWindow() {
@@ -51,8 +72,8 @@ void Application::about() {
     box->setTextFormat(Qt::PlainText);
     box->setIconPixmap(windowIcon().pixmap(64));
     box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
-    box->setInformativeText(u"Teach yourself the PHP language, one quiz at a time.\n\nQt %1"_s.arg(
-        QString::fromLatin1(qVersion())));
+    box->setInformativeText(u"%1\n\nQt %2"_s.arg(mainLayout_->property("about").toString(),
+                                                 QString::fromLatin1(qVersion())));
     box->setModal(false);
     box->show();
 }

@@ -10,6 +10,10 @@ class QMenuBar;
 
 namespace platform {
 
+/// Gives the session a runtime folder where it has none, as for root outside a login: the toolkit
+/// would take the same one, with a warning. Call it before the application is made.
+void provideRuntimeFolder();
+
 /// The event loop, the one menu bar, and the way back when no window is left.
 ///
 /// The main layout "MainLayout" holds the menu bar, whose items call the delegate of the program
@@ -48,6 +52,8 @@ class Application final : public QApplication, public WindowDelegate {
     static bool everyWindowAgreesToClose();
 
     std::unique_ptr<Window> mainLayout_;
+    /// The desktop's own menu bar, where it has one.
+    std::unique_ptr<QMenuBar> desktopMenuBar_;
     bool quitting_ = false;
 };
 

@@ -53,6 +53,11 @@ void ButtonRow::mousePressEvent(QMouseEvent *event) {
     button_->setDown(button_->isEnabled() && event->button() == Qt::LeftButton);
 }
 
+void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
+    // A double click is one press: its second half must not open a second window.
+    event->accept();
+}
+
 void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
     const bool pressed = button_->isDown();
     button_->setDown(false);

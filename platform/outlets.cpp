@@ -40,7 +40,8 @@ void OutletBase::setAccessibleDescription(const QString &description) const {
 
 void OutletBase::setFocus() const {
     if (QWidget *widget = control()) {
-        widget->setFocus(Qt::OtherFocusReason);
+        // As by Tab: a style may show the focus of no other kind.
+        widget->setFocus(Qt::TabFocusReason);
     }
 }
 
@@ -64,7 +65,9 @@ void OutletBase::reportMissing(const QWidget &window, const char *type) const {
         window.objectName(), QString::fromLatin1(type), name(), there.join(u", "_s)));
 }
 
-QString TextField::stringValue() const { return get() == nullptr ? QString() : get()->text(); }
+QString TextField::stringValue() const {
+    return get() == nullptr ? QString() : get()->text();
+}
 
 void TextField::setStringValue(const QString &text) const {
     if (TextLabel *label = get()) {

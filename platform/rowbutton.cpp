@@ -1,5 +1,6 @@
 #include "platform/rowbutton.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "platform/theme.h"
@@ -16,6 +17,10 @@ QSize RowButton::sizeHint() const {
 
 QSize RowButton::minimumSizeHint() const {
     return sizeHint();
+}
+
+void RowButton::mouseDoubleClickEvent(QMouseEvent *event) {
+    event->ignore();
 }
 
 void RowButton::paintEvent(QPaintEvent *) {

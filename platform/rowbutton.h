@@ -17,6 +17,7 @@ class RowButton final : public QPushButton {
     QSize minimumSizeHint() const override;
 
  protected:
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
  private:

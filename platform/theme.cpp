@@ -4,7 +4,12 @@
 
 #include <QFontMetricsF>
 #include <QLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QWidget>
+
+#include "platform/rowbutton.h"
 
 namespace platform::theme {
 
@@ -35,6 +40,9 @@ QColor tint(const QPalette &palette, float share) {
     return QColor::fromRgbF(mix(ground.redF(), text.redF()), mix(ground.greenF(), text.greenF()),
                             mix(ground.blueF(), text.blueF()));
 }
+
+/// The least height of anything that can be pressed, in units.
+constexpr double smallestTarget = 4.5;
 
 void scaleText(QWidget &widget) {
     const QString name = widget.property("textStyle").toString();
@@ -90,6 +98,21 @@ void dress(QWidget &window) {
             QSizePolicy policy = widget->sizePolicy();
             policy.setRetainSizeWhenHidden(true);
             widget->setSizePolicy(policy);
+        }
+        if (const int characters = widget->property("widest").toInt(); characters > 0) {
+            widget->setMaximumWidth(characters * widget->fontMetrics().averageCharWidth());
+        }
+        if (qobject_cast<QAbstractButton *>(widget) != nullptr) {
+            widget->setMinimumHeight(qRound(smallestTarget * unit(window)));
+        }
+        if (auto *button = qobject_cast<QPushButton *>(widget);
+            button != nullptr && qobject_cast<RowButton *>(widget) == nullptr) {
+            button->setMinimumWidth(button->sizeHint().width() + qRound(2 * unit(window)));
+        }
+        if (auto *area = qobject_cast<QScrollArea *>(widget)) {
+            // It scrolls up and down only: a line is never cut off.
+            area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
+                                  area->verticalScrollBar()->sizeHint().width());
         }
     }
 }

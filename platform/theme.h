@@ -28,9 +28,12 @@ QColor band(const QPalette &palette);
 /// The eight-unit of the rhythm in pixels, for text of `widget`'s font.
 double unit(const QWidget &widget);
 
-/// Gives a window that was just built from its layout its type scale (the property "textStyle":
-/// title, heading, question or caption) and scales the layout's distances, which are written for
-/// an eight-pixel unit, to the font.
+/// Gives a window that was just built from its layout its type scale, scales the layout's
+/// distances, which are written for a unit of eight pixels, to the font, and makes every button
+/// large enough to hit. Layouts say by property what else a control needs:
+///   textStyle  title, heading, question or caption
+///   keepsRoom  keeps its room while it is hidden
+///   widest     is never wider than so many average characters
 void dress(QWidget &window);
 
 }  // namespace platform::theme

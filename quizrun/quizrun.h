@@ -24,6 +24,7 @@ struct QuizRun {
     int correctCount = 0;
     /// Empty until the window has read it from the store.
     QString currentTestId;
+    /// Reset with each attempt; nothing reads them.
     long long spareLong = 0;
     int spareInt = 0;
     /// The only reference to the clock: replacing or clearing it stops the clock.

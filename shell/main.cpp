@@ -9,6 +9,7 @@
 int main(int argc, char **argv) {
     installResources();
     fillControllerTable();
+    platform::provideRuntimeFolder();
     platform::Application application(argc, argv);
     AppDelegate delegate;
     application.loadMainLayout(delegate);
