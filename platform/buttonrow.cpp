@@ -27,7 +27,8 @@ void ButtonRow::adoptButton() {
     button_->installEventFilter(this);
     if (auto *label = findChild<TextLabel *>()) {
         const auto name = [button = button_](const QString &text) {
-            button->setAccessibleName(u"%1: %2"_s.arg(button->text(), text));
+            button->setAccessibleName(
+                u"%1: %2"_s.arg(button->text(), text.isEmpty() ? u"empty"_s : text));
         };
         name(label->text());
         connect(label, &TextLabel::stringValueChanged, button_, name);

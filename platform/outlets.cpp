@@ -40,8 +40,7 @@ void OutletBase::setAccessibleDescription(const QString &description) const {
 
 void OutletBase::setFocus() const {
     if (QWidget *widget = control()) {
-        // As by Tab: a style may show the focus of no other kind.
-        widget->setFocus(Qt::TabFocusReason);
+        widget->setFocus(Qt::OtherFocusReason);
     }
 }
 

@@ -22,6 +22,12 @@ bool Window::mayClose() {
     return mayClose;
 }
 
+void Window::showEvent(QShowEvent *event) {
+    QMainWindow::showEvent(event);
+    // Otherwise a style may hide the focus until Tab is pressed.
+    setAttribute(Qt::WA_KeyboardFocusChange);
+}
+
 void Window::closeEvent(QCloseEvent *event) {
     event->setAccepted(unasked_ || mayClose());
     if (event->isAccepted()) {

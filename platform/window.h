@@ -28,6 +28,7 @@ class Window final : public QMainWindow {
     bool mayClose();
 
  protected:
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
