@@ -44,7 +44,9 @@ void Window::keyPressEvent(QKeyEvent *event) {
         return;
     }
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget())) {
+        // A button with keys of its own is spared: a Return too many must not press it.
+        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+            button != nullptr && !button->property("keys").isValid()) {
             button->click();
             return;
         }
