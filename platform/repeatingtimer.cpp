@@ -12,27 +12,21 @@ std::unique_ptr<RepeatingTimer> RepeatingTimer::scheduledTimer(std::chrono::mill
                                                                QObject &target,
                                                                std::function<void()> tick) {
     std::unique_ptr<RepeatingTimer> timer(new RepeatingTimer(std::move(tick)));
-    timer->timer_->setTimerType(Qt::PreciseTimer);
-    QObject::connect(timer->timer_.get(), &QTimer::timeout, &target,
+    timer->timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer->timer_, &QTimer::timeout, &target,
                      [self = timer.get()] { self->fire(); });
-    timer->timer_->start(interval);
+    timer->timer_.start(interval);
     return timer;
 }
 
-RepeatingTimer::RepeatingTimer(std::function<void()> tick)
-    : timer_(new QTimer), tick_(std::move(tick)) {}
-
-void RepeatingTimer::Later::operator()(QTimer *timer) const {
-    timer->stop();
-    timer->deleteLater();
-}
+RepeatingTimer::RepeatingTimer(std::function<void()> tick) : tick_(std::move(tick)) {}
 
 void RepeatingTimer::invalidate() {
-    timer_->stop();
+    timer_.stop();
 }
 
 bool RepeatingTimer::isValid() const {
-    return timer_->isActive();
+    return timer_.isActive();
 }
 
 void RepeatingTimer::fire() {

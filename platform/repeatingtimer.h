@@ -9,7 +9,8 @@
 namespace platform {
 
 /// A timer that ticks at a fixed interval on the event loop until it is invalidated or freed.
-/// Ticks that fall due while a modal alert is up are dropped, not made up.
+/// Ticks that fall due while a modal alert is up are dropped, not made up. A tick may free its own
+/// timer.
 class RepeatingTimer final {
  public:
     /// Starts a timer that runs `tick` for as long as `target` lives.
@@ -24,14 +25,9 @@ class RepeatingTimer final {
     void fire();
 
  private:
-    /// A tick may free its own timer.
-    struct Later {
-        void operator()(QTimer *timer) const;
-    };
-
     explicit RepeatingTimer(std::function<void()> tick);
 
-    std::unique_ptr<QTimer, Later> timer_;
+    QTimer timer_;
     std::function<void()> tick_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QLayout>
 #include <QPushButton>
@@ -49,7 +50,8 @@ void scaleText(QWidget &widget) {
     for (const TextStyle &style : textStyles) {
         if (name == QStringView(style.name)) {
             QFont font = widget.font();
-            font.setPointSizeF(font.pointSizeF() * style.size);
+            // The desktop may have set the font in pixels.
+            font.setPointSizeF(QFontInfo(font).pointSizeF() * style.size);
             font.setWeight(style.weight);
             widget.setFont(font);
         }
