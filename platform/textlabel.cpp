@@ -6,6 +6,8 @@
 
 #include "platform/theme.h"
 
+using namespace Qt::StringLiterals;
+
 namespace platform {
 
 TextLabel::TextLabel(QWidget *parent) : QLabel(parent) {
@@ -22,6 +24,11 @@ void TextLabel::setLines(int lines) {
     updateGeometry();
 }
 
+void TextLabel::setCaption(const QString &caption) {
+    caption_ = caption;
+    describe();
+}
+
 void TextLabel::setBand(bool band) {
     band_ = band;
     updateGeometry();
@@ -29,7 +36,14 @@ void TextLabel::setBand(bool band) {
 
 void TextLabel::setStringValue(const QString &text) {
     setText(text);
+    describe();
     Q_EMIT stringValueChanged(text);
+}
+
+void TextLabel::describe() {
+    if (!caption_.isEmpty()) {
+        setAccessibleName(u"%1: %2"_s.arg(caption_, text()));
+    }
 }
 
 void TextLabel::setTextColor(const QColor &color) {

@@ -13,6 +13,8 @@ class TextLabel final : public QLabel {
     Q_PROPERTY(int characters READ characters WRITE setCharacters)
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
+    /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
+    Q_PROPERTY(QString caption MEMBER caption_ WRITE setCaption)
     /// Draws the dark band that white text stands on.
     Q_PROPERTY(bool band READ band WRITE setBand)
 
@@ -23,6 +25,7 @@ class TextLabel final : public QLabel {
     void setCharacters(int characters);
     int lines() const { return lines_; }
     void setLines(int lines);
+    void setCaption(const QString &caption);
     bool band() const { return band_; }
     void setBand(bool band);
 
@@ -45,6 +48,7 @@ class TextLabel final : public QLabel {
     void paintEvent(QPaintEvent *event) override;
 
  private:
+    void describe();
     QMargins padding() const;
     int textFlags() const;
     QSize textSize(int width) const;
@@ -52,6 +56,7 @@ class TextLabel final : public QLabel {
     int characters_ = 0;
     int lines_ = 0;
     bool band_ = false;
+    QString caption_;
     QColor textColor_;
     double alphaValue_ = 1.0;
 };

@@ -54,6 +54,7 @@ void MainTest::windowDidLoad() {
         SetTimer();
     }
     btnNextQuestion.setKeyEquivalent(u"\r"_s);
+    window()->setWindowTitle(lblQuizName.stringValue());
     readQuestionOut();
 }
 
