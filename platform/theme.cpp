@@ -105,7 +105,8 @@ void dress(QWidget &window) {
             widget->setMaximumWidth(characters * widget->fontMetrics().averageCharWidth());
         }
         if (qobject_cast<QAbstractButton *>(widget) != nullptr) {
-            widget->setMinimumHeight(qRound(smallestTarget * unit(window)));
+            widget->setMinimumHeight(
+                qMax(qRound(smallestTarget * unit(window)), widget->sizeHint().height()));
         }
         if (auto *button = qobject_cast<QPushButton *>(widget);
             button != nullptr && qobject_cast<RowButton *>(widget) == nullptr) {
