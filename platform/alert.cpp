@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -16,9 +17,12 @@ Alert::Alert(QString message, Buttons buttons, QString informativeText)
 int Alert::runModal() const {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowModality(Qt::ApplicationModal);
-    box.setTextFormat(Qt::PlainText);
     box.setText(message_);
     box.setInformativeText(informativeText_);
+    // The box's own setTextFormat() leaves the informative text out.
+    for (QLabel *label : box.findChildren<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
     box.setAccessibleName(message_);
 
     QPushButton *standard = box.addButton(buttons_.defaultButton, QMessageBox::AcceptRole);

@@ -1,6 +1,7 @@
 #include "platform/preferences.h"
 
 #include <QFile>
+#include <QStringDecoder>
 
 #include "platform/log.h"
 
@@ -8,13 +9,35 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+namespace {
+
+/// Whether every line is a section, a comment or a key with its value. QSettings itself reports
+/// broken sections only, and drops any other line that it cannot read when it next writes.
+bool isWellFormed(const QByteArray &text) {
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString decoded = decoder(text);
+    if (decoder.hasError()) {
+        return false;
+    }
+    bool continues = false;
+    for (const QString &line : decoded.split(u'\n')) {
+        const QString entry = line.trimmed();
+        const bool section = entry.startsWith(u'[') && entry.endsWith(u']');
+        const bool comment = entry.startsWith(u';') || entry.startsWith(u'#');
+        const bool keyed = !entry.startsWith(u'[') && entry.indexOf(u'=') > 0;
+        if (!continues && !entry.isEmpty() && !section && !comment && !keyed) {
+            return false;
+        }
+        continues = entry.endsWith(u'\\');
+    }
+    return true;
+}
+
+}  // namespace
+
 Preferences::Preferences() {
     open();
-    unparsable_ = settings_->status() == QSettings::FormatError;
-    if (unparsable_) {
-        log(u"The preferences in %1 cannot be parsed; what can be read is used, and "
-            "the file is kept aside before it is written"_s.arg(settings_->fileName()));
-    }
+    isParsable();
 }
 
 Preferences &Preferences::standardUserDefaults() {
@@ -31,20 +54,21 @@ void Preferences::open() {
 }
 
 void Preferences::setValueForKey(const QString &value, const QString &key) {
-    if (unparsable_) {
+    if (!isParsable() && !reportedUnwritable_) {
         keepAside();
     }
     settings_->setValue(key, value);
     settings_->sync();
-    if (unparsable_) {
+    if (settings_->status() == QSettings::FormatError) {
         // The file is whole again, but a QSettings never forgets an error.
-        unparsable_ = false;
         open();
     }
-    if (settings_->status() == QSettings::AccessError && !unwritable_) {
-        unwritable_ = true;
-        log(u"The preferences cannot be written to %1; they last only until the "
-            "program ends"_s.arg(settings_->fileName()));
+    if (settings_->status() == QSettings::NoError) {
+        reportedUnparsable_ = false;
+    } else if (!reportedUnwritable_) {
+        reportedUnwritable_ = true;
+        log(u"The preferences cannot be written to %1; they last only until the program ends"_s.arg(
+            settings_->fileName()));
     }
 }
 
@@ -60,17 +84,34 @@ std::optional<QString> Preferences::objectForKey(const QString &key) {
     return valueForKey(key);
 }
 
-void Preferences::keepAside() {
+bool Preferences::isParsable() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    QFile file(settings_->fileName());
+    if (!file.open(QIODevice::ReadOnly) || isWellFormed(file.readAll())) {
+        return true;
+    }
+    if (!reportedUnparsable_) {
+        reportedUnparsable_ = true;
+        log(u"The preferences in %1 cannot be parsed; what can be read is used, and the file is "
+            "kept aside before it is written over"_s.arg(file.fileName()));
+    }
+    return false;
+#else
+    // The system keeps them, and not as text.
+    return true;
+#endif
+}
+
+void Preferences::keepAside() const {
     const QString file = settings_->fileName();
     QString aside;
     int copy = 1;
     do {
         aside = u"%1.unparsable-%2"_s.arg(file).arg(copy++);
     } while (QFile::exists(aside));
-    if (QFile::copy(file, aside)) {
-        return;
+    if (!QFile::copy(file, aside)) {
+        log(u"%1 could not be copied to %2"_s.arg(file, aside));
     }
-    log(u"%1 could not be copied to %2"_s.arg(file, aside));
 }
 
 }  // namespace platform

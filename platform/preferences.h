@@ -11,8 +11,9 @@ namespace platform {
 /// The user's preferences store: text under text keys, kept between runs. Nothing is cached:
 /// a read sees what another process wrote, a write is on the disk when it returns.
 ///
-/// A store that cannot be parsed is copied aside before the first write; one that cannot be
-/// written is kept in memory. Either is reported once, as a line on standard error.
+/// A file that cannot be parsed is read as far as it goes and copied aside before it is written
+/// over; a store that cannot be written is kept in memory. Either is reported once, as a line on
+/// standard error.
 class Preferences final {
  public:
     Preferences();
@@ -27,11 +28,12 @@ class Preferences final {
 
  private:
     void open();
-    void keepAside();
+    bool isParsable();
+    void keepAside() const;
 
     std::unique_ptr<QSettings> settings_;
-    bool unparsable_ = false;
-    bool unwritable_ = false;
+    bool reportedUnparsable_ = false;
+    bool reportedUnwritable_ = false;
 };
 
 }  // namespace platform
