@@ -81,7 +81,7 @@ void ButtonRow::paintEvent(QPaintEvent *) {
     }
     const double inset = edge.widthF() / 2;
     painter.setPen(edge);
-    painter.setBrush(theme::surface(palette()));
+    painter.setBrush(prominent_ ? theme::prominentSurface(palette()) : theme::surface(palette()));
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 

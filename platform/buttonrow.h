@@ -10,6 +10,8 @@ namespace platform {
 /// button, the button's accessible name is its own text and the label's.
 class ButtonRow final : public QFrame {
     Q_OBJECT
+    /// Sets the row apart from its neighbours.
+    Q_PROPERTY(bool prominent MEMBER prominent_)
 
  public:
     explicit ButtonRow(QWidget *parent = nullptr);
@@ -26,6 +28,7 @@ class ButtonRow final : public QFrame {
     void adoptButton();
 
     QAbstractButton *button_ = nullptr;
+    bool prominent_ = false;
 };
 
 }  // namespace platform

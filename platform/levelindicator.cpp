@@ -42,8 +42,10 @@ void LevelIndicator::describe() {
 }
 
 QSize LevelIndicator::sizeHint() const {
+    // Few segments are read one by one, many as a whole.
+    const double segment = maximum() > 3 ? 2 : 3;
     const double unit = theme::unit(*this);
-    return QSizeF(unit * 2 * qMax(3, maximum()), unit * 1.25).toSize();
+    return QSizeF(unit * segment * qMax(3, maximum()), unit * 1.25).toSize();
 }
 
 QSize LevelIndicator::minimumSizeHint() const {

@@ -33,13 +33,18 @@ bool isDark(const QPalette &palette) {
     return palette.color(QPalette::Window).lightnessF() < 0.5F;
 }
 
+/// `ground` with a share of `colour`.
+QColor tint(const QColor &ground, const QColor &colour, float share) {
+    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(ground.redF(), colour.redF()),
+                            mix(ground.greenF(), colour.greenF()),
+                            mix(ground.blueF(), colour.blueF()));
+}
+
 /// The window's colour with a share of its text's.
 QColor tint(const QPalette &palette, float share) {
-    const QColor ground = palette.color(QPalette::Window);
-    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
-    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(mix(ground.redF(), text.redF()), mix(ground.greenF(), text.greenF()),
-                            mix(ground.blueF(), text.blueF()));
+    return tint(palette.color(QPalette::Window),
+                palette.color(QPalette::Active, QPalette::WindowText), share);
 }
 
 /// The least height of anything that can be pressed, in units.
@@ -70,6 +75,10 @@ QColor onAccent(const QPalette &palette) {
 
 QColor surface(const QPalette &palette) {
     return isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
+}
+
+QColor prominentSurface(const QPalette &palette) {
+    return tint(surface(palette), accent(palette), 0.12F);
 }
 
 QColor hairline(const QPalette &palette) {

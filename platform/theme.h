@@ -18,6 +18,8 @@ QColor accent(const QPalette &palette);
 QColor onAccent(const QPalette &palette);
 /// What rows and panels are made of.
 QColor surface(const QPalette &palette);
+/// The same, with a breath of the accent.
+QColor prominentSurface(const QPalette &palette);
 /// The quiet edge of a surface.
 QColor hairline(const QPalette &palette);
 /// The edge of something that carries meaning, at least 3 to 1 on a surface.
