@@ -1,13 +1,7 @@
 #include <QTest>
 
-#include "platform/windowcontroller.h"
-#include "progress/quizcomplete.h"
-#include "quizrun/maintest.h"
-#include "quizrun/quizrun.h"
+#include "quizrun/quizdesk.h"
 #include "support/alerts.h"
-#include "support/desk.h"
-#include "support/standarderror.h"
-#include "support/store.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -20,17 +14,32 @@ class tst_questionflow final : public QObject {
     void cleanup();
 
     void firstAnswerRightSaysCorrectAndHundredWithABlank();
+    void firstAnswerWrongSaysWrongAndNoneWithoutABlank();
+    void scoreIsRoundedAndPutAsTheLastAnswerHasIt_data();
+    void scoreIsRoundedAndPutAsTheLastAnswerHasIt();
+    void scoreIsRightAnswersByQuestionsAnswered();
+    void anAnswerLocksTheButtonsAndShowsTheWayOn();
+    void anAnswerSetsOffTheRightOne_data();
+    void anAnswerSetsOffTheRightOne();
+    void bothVerdictsAreWhite_data();
+    void bothVerdictsAreWhite();
+    void goingOnUndoesWhatTheAnswerDid();
+    void goingOnMovesTheProgress();
+    void goingOnNeverEndsTheQuiz();
+    void anAnswerWithoutAQuestionOnlyLocksTheButtons_data();
+    void anAnswerWithoutAQuestionOnlyLocksTheButtons();
+    void theLastAnswerEndsTheQuizAtOnce_data();
+    void theLastAnswerEndsTheQuizAtOnce();
+    void theLastEntriesShowQuestion74_data();
+    void theLastEntriesShowQuestion74();
+    void theImageIsNeverShown();
 
  private:
-    std::shared_ptr<MainTest> open(const QString &quizId);
-
     std::unique_ptr<Alerts> alerts_;
 };
 
 void tst_questionflow::init() {
-    store::fill(store::seeded());
-    // A source that always gives 0 leaves the questions in ascending order.
-    quizRun().random = [] { return 0U; };
+    quizdesk::prepare();
     alerts_ = std::make_unique<Alerts>();
 }
 
@@ -39,19 +48,248 @@ void tst_questionflow::cleanup() {
     QVERIFY(alerts_->verify());
 }
 
-std::shared_ptr<MainTest> tst_questionflow::open(const QString &quizId) {
-    store::set(u"currentTest"_s, quizId);
-    auto quiz = platform::makeController<MainTest>(u"MainTest"_s);
-    quiz->showWindow();
-    return quiz;
+void tst_questionflow::firstAnswerRightSaysCorrectAndHundredWithABlank() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    quizdesk::answer(quiz->window(), 2);
+    QCOMPARE(desk::text(quiz->window(), u"lblStatus"_s), u"correct");
+    QVERIFY(desk::isShown(quiz->window(), u"lblStatus"_s));
+    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), u"100 %");
+    QCOMPARE(quizRun().correctCount, 1);
+    QCOMPARE(quizRun().questionIndex, 1);
 }
 
-void tst_questionflow::firstAnswerRightSaysCorrectAndHundredWithABlank() {
-    const auto quiz = open(u"1"_s);
-    desk::click(quiz->window(), u"btnAnswer2"_s);
-    QCOMPARE(desk::text(quiz->window(), u"lblStatus"_s), u"correct"_s);
+void tst_questionflow::firstAnswerWrongSaysWrongAndNoneWithoutABlank() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    quizdesk::answer(quiz->window(), 1);
+    QCOMPARE(desk::text(quiz->window(), u"lblStatus"_s), u"wrong");
     QVERIFY(desk::isShown(quiz->window(), u"lblStatus"_s));
-    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), u"100 %"_s);
+    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), u"0%");
+    QCOMPARE(quizRun().correctCount, 0);
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_questionflow::scoreIsRoundedAndPutAsTheLastAnswerHasIt_data() {
+    QTest::addColumn<QString>("answers");
+    QTest::addColumn<QString>("score");
+    QTest::newRow("2 of 3, last wrong") << u"rrw"_s << u"67%"_s;
+    QTest::newRow("2 of 3, last right") << u"rwr"_s << u"67 %"_s;
+    QTest::newRow("1 of 3, last wrong") << u"rww"_s << u"33%"_s;
+    QTest::newRow("1 of 2, last right") << u"wr"_s << u"50 %"_s;
+    QTest::newRow("1 of 8, last wrong") << u"rwwwwwww"_s << u"12%"_s;
+    QTest::newRow("1 of 8, last right") << u"wwwwwwwr"_s << u"12 %"_s;
+    QTest::newRow("3 of 8, last wrong") << u"rrrwwwww"_s << u"38%"_s;
+    QTest::newRow("5 of 8, last right") << u"wwwrrrrr"_s << u"62 %"_s;
+    QTest::newRow("7 of 8, last right") << u"wrrrrrrr"_s << u"88 %"_s;
+}
+
+void tst_questionflow::scoreIsRoundedAndPutAsTheLastAnswerHasIt() {
+    QFETCH(QString, answers);
+    QFETCH(QString, score);
+    const auto quiz = quizdesk::open(u"1"_s);
+    for (qsizetype i = 0; i < answers.size(); ++i) {
+        if (i > 0) {
+            quizdesk::goOn(quiz->window());
+        }
+        answers.at(i) == u'r' ? quizdesk::answerRight(quiz->window())
+                              : quizdesk::answerWrong(quiz->window());
+    }
+    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), score);
+}
+
+void tst_questionflow::scoreIsRightAnswersByQuestionsAnswered() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    quizdesk::answerQuestions(quiz->window(), 3, 2);
+    QCOMPARE(quizRun().scoreRatio, 2.0F / 3.0F);
+    quizdesk::goOn(quiz->window());
+    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), u"67%");
+    QCOMPARE(quizRun().correctCount, 2);
+    QCOMPARE(quizRun().questionIndex, 3);
+}
+
+void tst_questionflow::anAnswerLocksTheButtonsAndShowsTheWayOn() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    const QWidget *window = quiz->window();
+    QVERIFY(!desk::isShown(window, u"btnNextQuestion"_s));
+    QVERIFY(!desk::isShown(window, u"lblStatus"_s));
+    QCOMPARE(quizdesk::answersEnabled(window), quizdesk::threeAnswers);
+
+    quizdesk::answer(window, 1);
+    QVERIFY(desk::isShown(window, u"btnNextQuestion"_s));
+    QCOMPARE(quizdesk::answersEnabled(window), quizdesk::noAnswer);
+    QCOMPARE(desk::text(window, u"lblProgressPercent"_s), u"1/14");
+    QCOMPARE(quizdesk::level(window), 0.0);
+
+    // The right answer comes too late.
+    quizdesk::answer(window, 2);
+    QCOMPARE(desk::text(window, u"lblStatus"_s), u"wrong");
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_questionflow::anAnswerSetsOffTheRightOne_data() {
+    QTest::addColumn<int>("right");
+    QTest::addColumn<int>("choice");
+    for (int right = 1; right <= 3; ++right) {
+        for (int choice = 1; choice <= 3; ++choice) {
+            QTest::addRow("%d chosen where %d is right", choice, right) << right << choice;
+        }
+    }
+}
+
+void tst_questionflow::anAnswerSetsOffTheRightOne() {
+    QFETCH(int, right);
+    QFETCH(int, choice);
+    const auto quiz = quizdesk::open(u"1"_s);
+    QCOMPARE(quizdesk::alphaValues(quiz->window()), (QList<double>{1.0, 1.0, 1.0}));
+    if (right == 1) {
+        quiz->Question2();
+    } else if (right == 3) {
+        quiz->Question3();
+    }
+    quizdesk::answer(quiz->window(), choice);
+
+    QList<double> expected{0.5, 0.5, 0.5};
+    expected[right - 1] = 1.0;
+    QCOMPARE(quizdesk::alphaValues(quiz->window()), expected);
+    QCOMPARE(desk::text(quiz->window(), u"lblStatus"_s),
+             choice == right ? u"correct"_s : u"wrong"_s);
+    QCOMPARE(quizRun().correctCount, choice == right ? 1 : 0);
+}
+
+void tst_questionflow::bothVerdictsAreWhite_data() {
+    QTest::addColumn<int>("choice");
+    QTest::newRow("right") << 2;
+    QTest::newRow("wrong") << 1;
+}
+
+void tst_questionflow::bothVerdictsAreWhite() {
+    QFETCH(int, choice);
+    const auto quiz = quizdesk::open(u"1"_s);
+    quizdesk::answer(quiz->window(), choice);
+    const auto &status = desk::control<platform::TextLabel>(quiz->window(), u"lblStatus"_s);
+    QCOMPARE(status.textColor(), QColor(255, 255, 255));
+    quiz->lblStatus.setTextColor(Qt::red);
+    quizdesk::goOn(quiz->window());
+    QCOMPARE(status.textColor(), QColor(255, 255, 255));
+}
+
+void tst_questionflow::goingOnUndoesWhatTheAnswerDid() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    const QWidget *window = quiz->window();
+    quizdesk::answer(window, 2);
+    quizdesk::goOn(window);
+    QCOMPARE(quizdesk::questionShown(window), u"How would you write 'Hello World' in PHP?");
+    QCOMPARE(quizdesk::alphaValues(window), (QList<double>{1.0, 1.0, 1.0}));
+    QVERIFY(!desk::isShown(window, u"lblStatus"_s));
+    QVERIFY(!desk::isShown(window, u"btnNextQuestion"_s));
+    QCOMPARE(quizdesk::answersEnabled(window), quizdesk::threeAnswers);
+    QCOMPARE(desk::text(window, u"lblCorrectPercent"_s), u"100 %");
+}
+
+void tst_questionflow::goingOnMovesTheProgress() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    const QWidget *window = quiz->window();
+    QCOMPARE(desk::text(window, u"lblProgressPercent"_s), u"1/14");
+    QCOMPARE(quizdesk::level(window), 0.0);
+    QCOMPARE(quizdesk::maxLevel(window), 14.0);
+    QCOMPARE(quizRun().progressRatio, 0.0F);
+    for (int question = 2; question <= 14; ++question) {
+        quizdesk::answerRight(window);
+        quizdesk::goOn(window);
+        QCOMPARE(desk::text(window, u"lblProgressPercent"_s), u"%1/14"_s.arg(question));
+        QCOMPARE(quizdesk::level(window), double(question - 1));
+        QCOMPARE(quizdesk::maxLevel(window), 14.0);
+        QCOMPARE(quizRun().progressRatio, float(question) / 14.0F);
+    }
+}
+
+void tst_questionflow::goingOnNeverEndsTheQuiz() {
+    const auto quiz = quizdesk::open(u"5"_s);
+    store::forgetWrites();
+    quizRun().questionIndex = 7;
+    quiz->goNextQuestion();
+    QVERIFY(quiz->window()->isVisible());
+    QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
+    QCOMPARE(store::writes(), QList<store::Write>());
+}
+
+void tst_questionflow::anAnswerWithoutAQuestionOnlyLocksTheButtons_data() {
+    QTest::addColumn<int>("correctAnswerNumber");
+    QTest::newRow("none") << 0;
+    QTest::newRow("beyond the third") << 4;
+    QTest::newRow("negative") << -1;
+}
+
+void tst_questionflow::anAnswerWithoutAQuestionOnlyLocksTheButtons() {
+    QFETCH(int, correctAnswerNumber);
+    const auto quiz = quizdesk::open(u"1"_s);
+    const QWidget *window = quiz->window();
+    quizRun().correctAnswerNumber = correctAnswerNumber;
+    quizdesk::answer(window, 3);
+    QCOMPARE(quizdesk::answersEnabled(window), quizdesk::noAnswer);
+    QCOMPARE(quizdesk::alphaValues(window), (QList<double>{1.0, 1.0, 1.0}));
+    QVERIFY(!desk::isShown(window, u"lblStatus"_s));
+    QVERIFY(!desk::isShown(window, u"btnNextQuestion"_s));
+    QCOMPARE(quizRun().questionIndex, 0);
+    QCOMPARE(desk::text(window, u"lblCorrectPercent"_s),
+             quizdesk::layoutText(u"lblCorrectPercent"_s));
+}
+
+void tst_questionflow::theLastAnswerEndsTheQuizAtOnce_data() {
+    QTest::addColumn<bool>("right");
+    QTest::newRow("right") << true;
+    QTest::newRow("wrong") << false;
+}
+
+void tst_questionflow::theLastAnswerEndsTheQuizAtOnce() {
+    QFETCH(bool, right);
+    const auto quiz = quizdesk::open(u"5"_s);
+    const QWidget *window = quiz->window();
+    quizdesk::answerQuestions(window, 6, 6);
+    quizdesk::goOn(window);
+    QVERIFY(window->isVisible());
+    QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
+    QCOMPARE(store::value(u"currentStatus"_s), u"0");
+
+    right ? quizdesk::answerRight(window) : quizdesk::answerWrong(window);
+    QVERIFY(!window->isVisible());
+    QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 1);
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass");
+    QVERIFY(desk::isShown(window, u"btnNextQuestion"_s));
+}
+
+void tst_questionflow::theLastEntriesShowQuestion74_data() {
+    QTest::addColumn<int>("place");
+    QTest::newRow("74") << 12;
+    QTest::newRow("75") << 13;
+    QTest::newRow("76") << 14;
+    QTest::newRow("77") << 15;
+}
+
+void tst_questionflow::theLastEntriesShowQuestion74() {
+    QFETCH(int, place);
+    const auto quiz = quizdesk::open(u"6"_s);
+    const QWidget *window = quiz->window();
+    quizdesk::answerQuestions(window, place, 0);
+    quizdesk::goOn(window);
+    QCOMPARE(quizRun().questionOrder.at(place), QString::fromLatin1(QTest::currentDataTag()));
+    QCOMPARE(quizdesk::questionShown(window), u"What does the logical operator && stand for?");
+    QCOMPARE(desk::text(window, u"lblAnswer1"_s), u"OR");
+    QCOMPARE(desk::text(window, u"lblAnswer2"_s), u"NOT");
+    QCOMPARE(desk::text(window, u"lblAnswer3"_s), u"AND");
+    QCOMPARE(quizdesk::answersEnabled(window), quizdesk::threeAnswers);
+    quizdesk::answer(window, 3);
+    QCOMPARE(desk::text(window, u"lblStatus"_s), u"correct");
+}
+
+void tst_questionflow::theImageIsNeverShown() {
+    const auto quiz = quizdesk::open(u"1"_s);
+    const QWidget *window = quiz->window();
+    QVERIFY(!desk::isShown(window, u"imgQuestion"_s));
+    quizdesk::answerRight(window);
+    QVERIFY(!desk::isShown(window, u"imgQuestion"_s));
+    quiz->imgQuestion.setHidden(false);
+    quizdesk::goOn(window);
+    QVERIFY(!desk::isShown(window, u"imgQuestion"_s));
 }
 
 ZORVAN_TEST_MAIN(tst_questionflow)

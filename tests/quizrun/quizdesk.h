@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "content/golden.h"
+#include "platform/layouts.h"
+#include "platform/levelindicator.h"
+#include "platform/windowcontroller.h"
+#include "quizrun/maintest.h"
+#include "quizrun/quizrun.h"
+#include "support/desk.h"
+#include "support/store.h"
+
+/// Quiz windows as a learner gets and uses them.
+namespace quizdesk {
+
+/// A seeded store, and a random source that leaves the questions in ascending order.
+inline void prepare() {
+    store::fill(store::seeded());
+    store::forgetWrites();
+    quizRun().random = [] { return 0U; };
+}
+
+/// Opens a quiz window for the quiz of that id, which need not be one.
+inline std::shared_ptr<MainTest> open(const QString &quizId) {
+    store::set(QStringLiteral("currentTest"), quizId);
+    auto quiz = platform::makeController<MainTest>(QStringLiteral("MainTest"));
+    quiz->showWindow();
+    return quiz;
+}
+
+inline std::shared_ptr<MainTest> openTimed(const QString &quizId) {
+    store::set(QStringLiteral("timedQuizzes"), QStringLiteral("yes"));
+    return open(quizId);
+}
+
+/// Presses answer button 1, 2 or 3.
+inline void answer(const QWidget *window, int choice) {
+    desk::click(window, QStringLiteral("btnAnswer%1").arg(choice));
+}
+
+inline void goOn(const QWidget *window) {
+    desk::click(window, QStringLiteral("btnNextQuestion"));
+}
+
+inline QString questionShown(const QWidget *window) {
+    return desk::text(window, QStringLiteral("lblQuestion"));
+}
+
+inline void answerRight(const QWidget *window) {
+    answer(window, golden::questionReading(questionShown(window)).right);
+}
+
+inline void answerWrong(const QWidget *window) {
+    answer(window, golden::questionReading(questionShown(window)).right == 1 ? 2 : 1);
+}
+
+/// Answers `questions` questions, the first `right` of them right, and goes on after each but
+/// the last.
+inline void answerQuestions(const QWidget *window, int questions, int right) {
+    for (int asked = 0; asked < questions; ++asked) {
+        if (asked > 0) {
+            goOn(window);
+        }
+        asked < right ? answerRight(window) : answerWrong(window);
+    }
+}
+
+/// Which of the three answers can be chosen.
+inline QList<bool> answersEnabled(const QWidget *window) {
+    QList<bool> enabled;
+    for (const int answer : {1, 2, 3}) {
+        enabled << desk::control(window, QStringLiteral("btnAnswer%1").arg(answer)).isEnabled();
+    }
+    return enabled;
+}
+
+inline const QList<bool> noAnswer{false, false, false};
+inline const QList<bool> twoAnswers{true, true, false};
+inline const QList<bool> threeAnswers{true, true, true};
+
+inline double level(const QWidget *window) {
+    return desk::control<platform::LevelIndicator>(window, QStringLiteral("progressbarMain"))
+        .doubleValue();
+}
+
+inline double maxLevel(const QWidget *window) {
+    return desk::control<platform::LevelIndicator>(window, QStringLiteral("progressbarMain"))
+        .maxValue();
+}
+
+/// The opacity of the three answer texts.
+inline QList<double> alphaValues(const QWidget *window) {
+    QList<double> values;
+    for (const int answer : {1, 2, 3}) {
+        values << desk::control<platform::TextLabel>(window,
+                                                     QStringLiteral("lblAnswer%1").arg(answer))
+                      .alphaValue();
+    }
+    return values;
+}
+
+/// What the layout itself puts on the label of that name.
+inline QString layoutText(const QString &name) {
+    QMainWindow untouched;
+    platform::layoutNamed(QStringLiteral("MainTest"))(untouched);
+    return desk::text(&untouched, name);
+}
+
+}  // namespace quizdesk

@@ -1,0 +1,358 @@
+#include <dlfcn.h>
+
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <QTimerEvent>
+
+#include "progress/quizcomplete.h"
+#include "quizrun/quizdesk.h"
+#include "support/alerts.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<QPointer<QTimer>> startedTimers;
+
+/// The toolkit's timers that tick once a second, over and over.
+QList<QTimer *> runningClocks() {
+    QList<QTimer *> running;
+    for (const QPointer<QTimer> &timer : startedTimers) {
+        if (timer && timer->isActive() && !timer->isSingleShot() && timer->interval() == 1000) {
+            running << timer;
+        }
+    }
+    return running;
+}
+
+/// A second goes by: the event loop delivers what the running clocks have coming.
+void passSecond() {
+    for (QTimer *clock : runningClocks()) {
+        QTimerEvent tick(clock->timerId());
+        QCoreApplication::sendEvent(clock, &tick);
+    }
+}
+
+void passSeconds(int seconds) {
+    for (int second = 0; second < seconds; ++second) {
+        passSecond();
+    }
+}
+
+QString timeShown(const MainTest &quiz) {
+    return desk::text(quiz.window(), u"lblTimeLeft"_s);
+}
+
+}  // namespace
+
+// Stands in front of the toolkit's own function, so that a second need not be waited for.
+void QTimer::start(int msec) {
+    using Start = void (*)(QTimer *, int);
+    static const auto original = reinterpret_cast<Start>(dlsym(RTLD_NEXT, "_ZN6QTimer5startEi"));
+    startedTimers << this;
+    original(this, msec);
+}
+
+class tst_quizclock final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void everyQuizStartsWithItsTime_data();
+    void everyQuizStartsWithItsTime();
+    void everyQuizCountsDownAndEndsTwoTicksAfterZero_data();
+    void everyQuizCountsDownAndEndsTwoTicksAfterZero();
+    void syntaxReadsFourMinutesAfterFourSeconds();
+    void minutesStandAsTheyAre();
+    void onlyYesMakesAQuizTimed_data();
+    void onlyYesMakesAQuizTimed();
+    void anUntimedQuizEndsWithoutAClock();
+    void theClockRunsOnTheEventLoop();
+    void noSecondPassesWhileAnAlertIsUp();
+    void timeIsUpOnceTheTimeIsNegative_data();
+    void timeIsUpOnceTheTimeIsNegative();
+    void timeIsUpWhateverTheScore();
+    void theClockHasGoneBeforeTimeIsUpIsSaid();
+    void escapeAcknowledgesThatTimeIsUp();
+    void anUnknownQuizFailsAtTheSecondTick();
+    void theEndOfTheQuizStopsTheClock();
+    void aNewTimedQuizStartsAfresh();
+
+ private:
+    void failByTime(const MainTest &quiz);
+
+    std::unique_ptr<Alerts> alerts_;
+};
+
+void tst_quizclock::init() {
+    quizdesk::prepare();
+    alerts_ = std::make_unique<Alerts>();
+}
+
+void tst_quizclock::cleanup() {
+    desk::clear();
+    QVERIFY(runningClocks().isEmpty());
+    startedTimers.clear();
+    QVERIFY(alerts_->verify());
+}
+
+void tst_quizclock::everyQuizStartsWithItsTime_data() {
+    QTest::addColumn<int>("minutes");
+    QTest::addColumn<int>("seconds");
+    QTest::newRow("1") << 3 << 33;
+    QTest::newRow("2") << 4 << 49;
+    QTest::newRow("3") << 2 << 32;
+    QTest::newRow("4") << 2 << 47;
+    QTest::newRow("5") << 1 << 46;
+    QTest::newRow("6") << 4 << 4;
+    QTest::newRow("7") << 7 << 37;
+}
+
+void tst_quizclock::everyQuizStartsWithItsTime() {
+    QFETCH(int, minutes);
+    QFETCH(int, seconds);
+    const auto quiz = quizdesk::openTimed(QString::fromLatin1(QTest::currentDataTag()));
+    QCOMPARE(quizRun().minutesLeft, minutes);
+    QCOMPARE(quizRun().secondsLeft, seconds);
+    QVERIFY(desk::isShown(quiz->window(), u"lblTimeLeft"_s));
+    QVERIFY(desk::isShown(quiz->window(), u"lblTimeLeftLabel"_s));
+    QCOMPARE(timeShown(*quiz), quizdesk::layoutText(u"lblTimeLeft"_s));
+    QVERIFY(quizRun().quizTimer && quizRun().quizTimer->isValid());
+    QCOMPARE(runningClocks().size(), 1);
+}
+
+void tst_quizclock::everyQuizCountsDownAndEndsTwoTicksAfterZero_data() {
+    QTest::addColumn<int>("start");
+    QTest::addColumn<QString>("afterOneTick");
+    QTest::newRow("1") << 213 << u"3:32"_s;
+    QTest::newRow("2") << 289 << u"4:48"_s;
+    QTest::newRow("3") << 152 << u"2:31"_s;
+    QTest::newRow("4") << 167 << u"2:46"_s;
+    QTest::newRow("5") << 106 << u"1:45"_s;
+    QTest::newRow("6") << 244 << u"4:03"_s;
+    QTest::newRow("7") << 457 << u"7:36"_s;
+}
+
+void tst_quizclock::everyQuizCountsDownAndEndsTwoTicksAfterZero() {
+    QFETCH(int, start);
+    QFETCH(QString, afterOneTick);
+    const auto quiz = quizdesk::openTimed(QString::fromLatin1(QTest::currentDataTag()));
+    for (int left = start - 1; left >= 0; --left) {
+        quizRun().quizTimer->fire();
+        QCOMPARE(timeShown(*quiz), u"%1:%2"_s.arg(left / 60).arg(left % 60, 2, 10, QChar(u'0')));
+        if (left == start - 1) {
+            QCOMPARE(timeShown(*quiz), afterOneTick);
+        }
+    }
+    quizRun().quizTimer->fire();
+    QCOMPARE(timeShown(*quiz), u"0:00");
+    QCOMPARE(quizRun().minutesLeft, -1);
+    QCOMPARE(quizRun().secondsLeft, 59);
+    QVERIFY(quiz->window()->isVisible());
+    QVERIFY(alerts_->shown().isEmpty());
+
+    alerts_->answer(u"OK"_s);
+    quizRun().quizTimer->fire();
+    QCOMPARE(alerts_->messages(), QStringList{u"The time is up for this test."_s});
+    QVERIFY(!quiz->window()->isVisible());
+}
+
+void tst_quizclock::syntaxReadsFourMinutesAfterFourSeconds() {
+    const auto quiz = quizdesk::openTimed(u"6"_s);
+    passSeconds(4);
+    QCOMPARE(timeShown(*quiz), u"4:00");
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"3:59");
+}
+
+void tst_quizclock::minutesStandAsTheyAre() {
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    quizRun().minutesLeft = 12;
+    quizRun().secondsLeft = 10;
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"12:09");
+}
+
+void tst_quizclock::onlyYesMakesAQuizTimed_data() {
+    QTest::addColumn<QString>("timedQuizzes");
+    QTest::newRow("absent") << QString();
+    QTest::newRow("no") << u"no"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("capital") << u"Yes"_s;
+    QTest::newRow("capitals") << u"YES"_s;
+    QTest::newRow("blank") << u"\"yes \""_s;
+    QTest::newRow("true") << u"true"_s;
+    QTest::newRow("1") << u"1"_s;
+}
+
+void tst_quizclock::onlyYesMakesAQuizTimed() {
+    QFETCH(QString, timedQuizzes);
+    if (!timedQuizzes.isNull()) {
+        store::set(u"timedQuizzes"_s, timedQuizzes);
+    }
+    const auto quiz = quizdesk::open(u"1"_s);
+    QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeft"_s));
+    QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeftLabel"_s));
+    QVERIFY(!quizRun().quizTimer);
+    QVERIFY(runningClocks().isEmpty());
+}
+
+void tst_quizclock::anUntimedQuizEndsWithoutAClock() {
+    const auto quiz = quizdesk::open(u"5"_s);
+    quizdesk::answerQuestions(quiz->window(), 7, 7);
+    QVERIFY(!quizRun().quizTimer);
+    QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeft"_s));
+    QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeftLabel"_s));
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass");
+    QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 1);
+}
+
+void tst_quizclock::theClockRunsOnTheEventLoop() {
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    QCOMPARE(runningClocks().size(), 1);
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"3:32");
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"3:31");
+
+    // What the learner does meanwhile makes no difference.
+    quizdesk::answerRight(quiz->window());
+    passSecond();
+    quizdesk::goOn(quiz->window());
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"3:29");
+}
+
+void tst_quizclock::noSecondPassesWhileAnAlertIsUp() {
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    passSecond();
+    alerts_->answer(u"No"_s, [&] {
+        passSeconds(2);
+        quizRun().quizTimer->fire();
+    });
+    quiz->window()->close();
+    QCOMPARE(timeShown(*quiz), u"3:32");
+    QCOMPARE(runningClocks().size(), 1);
+    passSecond();
+    QCOMPARE(timeShown(*quiz), u"3:31");
+}
+
+void tst_quizclock::timeIsUpOnceTheTimeIsNegative_data() {
+    QTest::addColumn<int>("minutes");
+    QTest::addColumn<int>("seconds");
+    QTest::addColumn<bool>("isUp");
+    QTest::newRow("minutes negative") << -1 << 59 << true;
+    QTest::newRow("minutes negative, no seconds") << -1 << 0 << true;
+    QTest::newRow("no minutes, seconds negative") << 0 << -1 << true;
+    QTest::newRow("nothing left") << 0 << 0 << false;
+    QTest::newRow("a second left") << 0 << 1 << false;
+    QTest::newRow("a minute left") << 1 << 0 << false;
+}
+
+void tst_quizclock::timeIsUpOnceTheTimeIsNegative() {
+    QFETCH(int, minutes);
+    QFETCH(int, seconds);
+    QFETCH(bool, isUp);
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    quizRun().minutesLeft = minutes;
+    quizRun().secondsLeft = seconds;
+    if (isUp) {
+        alerts_->answer(u"OK"_s);
+    }
+    quiz->timerFired();
+    QCOMPARE(quiz->window()->isVisible(), !isUp);
+    QCOMPARE(quizRun().quizTimer == nullptr, isUp);
+}
+
+void tst_quizclock::failByTime(const MainTest &quiz) {
+    quizRun().minutesLeft = 0;
+    quizRun().secondsLeft = 0;
+    store::forgetWrites();
+    passSeconds(2);
+    QVERIFY(!quiz.window()->isVisible());
+    QVERIFY(!quizRun().quizTimer);
+    QVERIFY(quiz.quizComplete && quiz.quizComplete->window() == desk::window(u"QuizComplete"_s));
+    QCOMPARE(store::writes(), (QList<store::Write>{{u"currentStatus"_s, u"fail"_s}}));
+}
+
+void tst_quizclock::timeIsUpWhateverTheScore() {
+    store::set(u"quiz1"_s, u"1"_s);
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    quizdesk::answerQuestions(quiz->window(), 13, 13);
+    alerts_->answer(u"OK"_s);
+    failByTime(*quiz);
+    const ShownAlert alert = alerts_->shown().value(0);
+    QCOMPARE(alert.message, u"The time is up for this test.");
+    QCOMPARE(alert.buttons, QStringList{u"OK"_s});
+    QCOMPARE(alert.informativeText, u"");
+    QCOMPARE(alert.title, u"");
+    QVERIFY(!alert.hasIcon);
+    QCOMPARE(store::value(u"quiz1"_s), u"1");
+}
+
+void tst_quizclock::theClockHasGoneBeforeTimeIsUpIsSaid() {
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    bool looked = false;
+    alerts_->answer(u"OK"_s, [&] {
+        looked = true;
+        QVERIFY(!quizRun().quizTimer);
+        QVERIFY(runningClocks().isEmpty());
+        QVERIFY(quiz->window()->isVisible());
+        QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
+        QCOMPARE(store::value(u"currentStatus"_s), u"0");
+    });
+    failByTime(*quiz);
+    QVERIFY(looked);
+}
+
+void tst_quizclock::escapeAcknowledgesThatTimeIsUp() {
+    const auto quiz = quizdesk::openTimed(u"1"_s);
+    alerts_->press(Qt::Key_Escape);
+    failByTime(*quiz);
+}
+
+void tst_quizclock::anUnknownQuizFailsAtTheSecondTick() {
+    const auto quiz = quizdesk::openTimed(u"0"_s);
+    QCOMPARE(quizRun().minutesLeft, 0);
+    QCOMPARE(quizRun().secondsLeft, 0);
+    passSecond();
+    QCOMPARE(timeShown(*quiz), quizdesk::layoutText(u"lblTimeLeft"_s));
+    QCOMPARE(quizRun().minutesLeft, -1);
+    QVERIFY(quiz->window()->isVisible());
+
+    alerts_->answer(u"OK"_s);
+    store::forgetWrites();
+    passSecond();
+    QCOMPARE(alerts_->messages(), QStringList{u"The time is up for this test."_s});
+    QCOMPARE(store::writes(), (QList<store::Write>{{u"currentStatus"_s, u"fail"_s}}));
+    QVERIFY(!quiz->window()->isVisible());
+}
+
+void tst_quizclock::theEndOfTheQuizStopsTheClock() {
+    const auto quiz = quizdesk::openTimed(u"5"_s);
+    quizdesk::answerQuestions(quiz->window(), 6, 6);
+    QCOMPARE(runningClocks().size(), 1);
+    quizdesk::goOn(quiz->window());
+    quizdesk::answerRight(quiz->window());
+    QVERIFY(!quizRun().quizTimer);
+    QVERIFY(runningClocks().isEmpty());
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass");
+}
+
+void tst_quizclock::aNewTimedQuizStartsAfresh() {
+    const auto first = quizdesk::openTimed(u"5"_s);
+    passSeconds(20);
+    quizdesk::answerQuestions(first->window(), 7, 7);
+    const auto second = quizdesk::openTimed(u"5"_s);
+    QCOMPARE(timeShown(*second), quizdesk::layoutText(u"lblTimeLeft"_s));
+    passSecond();
+    QCOMPARE(timeShown(*second), u"1:45");
+    QCOMPARE(timeShown(*first), u"1:26");
+}
+
+ZORVAN_TEST_MAIN(tst_quizclock)
+#include "tst_quizclock.moc"

@@ -1,0 +1,330 @@
+#include <QAccessible>
+#include <QTest>
+#include <QWindow>
+
+#include "quizrun/quizdesk.h"
+#include "support/alerts.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr bool repeated = true;
+
+/// Where the window gets its keys.
+QWidget *focused(QWidget *window) {
+    return window->focusWidget() == nullptr ? window : window->focusWidget();
+}
+
+/// A key as a keyboard sends it while it is held down.
+void hold(QWidget *window, Qt::Key key, const QString &text) {
+    QTest::simulateEvent(focused(window), true, key, Qt::NoModifier, text, repeated);
+    QTest::simulateEvent(focused(window), false, key, Qt::NoModifier, text, repeated);
+}
+
+/// Presses the mouse where a learner does, whatever lies there.
+void clickAt(const QWidget &control, const QPoint &point) {
+    QTest::mouseClick(control.window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      control.mapTo(control.window(), point));
+}
+
+QString spoken(QWidget &control, QAccessible::Text text) {
+    return QAccessible::queryAccessibleInterface(&control)->text(text);
+}
+
+}  // namespace
+
+class tst_quizcontrols final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void keysChooseAnAnswer_data();
+    void keysChooseAnAnswer();
+    void keysDoNotChooseAnAnswerThatIsOff();
+    void keysDoNotAnswerTwice();
+    void aHeldKeyAnswersOnlyOnce_data();
+    void aHeldKeyAnswersOnlyOnce();
+    void returnAndEnterGoOn_data();
+    void returnAndEnterGoOn();
+    void returnAndEnterGoOnWhereverTheFocusIs_data();
+    void returnAndEnterGoOnWhereverTheFocusIs();
+    void returnDoesNothingBeforeAnAnswer_data();
+    void returnDoesNothingBeforeAnAnswer();
+    void aHeldReturnGoesOnOnce();
+    void anAnswersTextChoosesIt_data();
+    void anAnswersTextChoosesIt();
+    void theEdgeOfAnAnswersRowChoosesIt_data();
+    void theEdgeOfAnAnswersRowChoosesIt();
+    void theRowOfAnAnswerThatIsOffChoosesNothing();
+    void answersAreReadOutWithLetterAndText();
+    void theQuestionIsReadOutWithTheFirstAnswer();
+    void theVerdictIsReadOutWithTheWayOn();
+    void progressIsReadOutInWords();
+
+ private:
+    MainTest &openActive(const QString &quizId);
+
+    std::unique_ptr<Alerts> alerts_;
+    std::shared_ptr<MainTest> quiz_;
+};
+
+void tst_quizcontrols::init() {
+    quizdesk::prepare();
+    alerts_ = std::make_unique<Alerts>();
+}
+
+void tst_quizcontrols::cleanup() {
+    quiz_.reset();
+    desk::clear();
+    QVERIFY(alerts_->verify());
+}
+
+MainTest &tst_quizcontrols::openActive(const QString &quizId) {
+    quiz_ = quizdesk::open(quizId);
+    quiz_->window()->activateWindow();
+    if (!QTest::qWaitForWindowActive(quiz_->window())) {
+        qFatal("The quiz window is not active");
+    }
+    return *quiz_;
+}
+
+void tst_quizcontrols::keysChooseAnAnswer_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<int>("choice");
+    const Qt::KeyboardModifiers none = Qt::NoModifier;
+    const Qt::KeyboardModifiers keypad = Qt::KeypadModifier;
+    QTest::newRow("A") << Qt::Key_A << none << 1;
+    QTest::newRow("B") << Qt::Key_B << none << 2;
+    QTest::newRow("C") << Qt::Key_C << none << 3;
+    QTest::newRow("1") << Qt::Key_1 << none << 1;
+    QTest::newRow("2") << Qt::Key_2 << none << 2;
+    QTest::newRow("3") << Qt::Key_3 << none << 3;
+    QTest::newRow("1 on the keypad") << Qt::Key_1 << keypad << 1;
+    QTest::newRow("3 on the keypad") << Qt::Key_3 << keypad << 3;
+}
+
+void tst_quizcontrols::keysChooseAnAnswer() {
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QFETCH(int, choice);
+    MainTest &quiz = openActive(u"1"_s);
+    // Only the answer that the key stands for is right.
+    quizRun().correctAnswerNumber = choice;
+    QTest::keyClick(focused(quiz.window()), key, modifiers);
+    QCOMPARE(desk::text(quiz.window(), u"lblStatus"_s), u"correct");
+    QVERIFY(desk::isShown(quiz.window(), u"lblStatus"_s));
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_quizcontrols::keysDoNotChooseAnAnswerThatIsOff() {
+    MainTest &quiz = openActive(u"4"_s);
+    QCOMPARE(quizdesk::answersEnabled(quiz.window()), quizdesk::twoAnswers);
+    QTest::keyClick(focused(quiz.window()), Qt::Key_C);
+    QTest::keyClick(focused(quiz.window()), Qt::Key_3);
+    QCOMPARE(quizRun().questionIndex, 0);
+    QVERIFY(!desk::isShown(quiz.window(), u"lblStatus"_s));
+}
+
+void tst_quizcontrols::keysDoNotAnswerTwice() {
+    MainTest &quiz = openActive(u"1"_s);
+    QTest::keyClick(focused(quiz.window()), Qt::Key_A);
+    QTest::keyClick(focused(quiz.window()), Qt::Key_B);
+    QCOMPARE(desk::text(quiz.window(), u"lblStatus"_s), u"wrong");
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_quizcontrols::aHeldKeyAnswersOnlyOnce_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("A") << Qt::Key_A << u"a"_s;
+    QTest::newRow("2") << Qt::Key_2 << u"2"_s;
+}
+
+void tst_quizcontrols::aHeldKeyAnswersOnlyOnce() {
+    QFETCH(Qt::Key, key);
+    QFETCH(QString, text);
+    MainTest &quiz = openActive(u"1"_s);
+    QTest::keyPress(focused(quiz.window()), key);
+    QCOMPARE(quizRun().questionIndex, 1);
+    hold(quiz.window(), key, text);
+    quizdesk::goOn(quiz.window());
+    for (int i = 0; i < 3; ++i) {
+        hold(quiz.window(), key, text);
+    }
+    QCOMPARE(quizRun().questionIndex, 1);
+    QCOMPARE(quizdesk::answersEnabled(quiz.window()), quizdesk::threeAnswers);
+
+    QTest::keyRelease(focused(quiz.window()), key);
+    QTest::keyClick(focused(quiz.window()), key);
+    QCOMPARE(quizRun().questionIndex, 2);
+}
+
+void tst_quizcontrols::returnAndEnterGoOn_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::newRow("Return") << Qt::Key_Return << Qt::KeyboardModifiers(Qt::NoModifier);
+    QTest::newRow("Enter") << Qt::Key_Enter << Qt::KeyboardModifiers(Qt::KeypadModifier);
+}
+
+void tst_quizcontrols::returnAndEnterGoOn() {
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    MainTest &quiz = openActive(u"1"_s);
+    quizdesk::answerRight(quiz.window());
+    QVERIFY(desk::isShown(quiz.window(), u"btnNextQuestion"_s));
+    QTest::keyClick(focused(quiz.window()), key, modifiers);
+    QCOMPARE(desk::text(quiz.window(), u"lblProgressPercent"_s), u"2/14");
+    QVERIFY(!desk::isShown(quiz.window(), u"btnNextQuestion"_s));
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_quizcontrols::returnAndEnterGoOnWhereverTheFocusIs_data() {
+    returnAndEnterGoOn_data();
+}
+
+void tst_quizcontrols::returnAndEnterGoOnWhereverTheFocusIs() {
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    MainTest &quiz = openActive(u"1"_s);
+    quizdesk::answerRight(quiz.window());
+    quiz.window()->setFocus();
+    QCOMPARE(quiz.window()->focusWidget(), quiz.window());
+    QTest::keyClick(quiz.window(), key, modifiers);
+    QCOMPARE(desk::text(quiz.window(), u"lblProgressPercent"_s), u"2/14");
+}
+
+void tst_quizcontrols::returnDoesNothingBeforeAnAnswer_data() {
+    returnAndEnterGoOn_data();
+}
+
+void tst_quizcontrols::returnDoesNothingBeforeAnAnswer() {
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    MainTest &quiz = openActive(u"1"_s);
+    const QList<QWidget *> places{&desk::control(quiz.window(), u"btnAnswer1"_s), quiz.window()};
+    for (QWidget *widget : places) {
+        widget->setFocus();
+        QTest::keyClick(widget, key, modifiers);
+        QCOMPARE(desk::text(quiz.window(), u"lblProgressPercent"_s), u"1/14");
+        QCOMPARE(quizRun().questionIndex, 0);
+    }
+}
+
+void tst_quizcontrols::aHeldReturnGoesOnOnce() {
+    MainTest &quiz = openActive(u"1"_s);
+    quizdesk::answerRight(quiz.window());
+    QTest::keyPress(focused(quiz.window()), Qt::Key_Return);
+    for (int i = 0; i < 3; ++i) {
+        hold(quiz.window(), Qt::Key_Return, u"\r"_s);
+    }
+    QCOMPARE(quizRun().questionIndex, 1);
+    QCOMPARE(desk::text(quiz.window(), u"lblProgressPercent"_s), u"2/14");
+
+    quizdesk::answerRight(quiz.window());
+    hold(quiz.window(), Qt::Key_Return, u"\r"_s);
+    QCOMPARE(desk::text(quiz.window(), u"lblProgressPercent"_s), u"2/14");
+}
+
+void tst_quizcontrols::anAnswersTextChoosesIt_data() {
+    QTest::addColumn<int>("choice");
+    QTest::newRow("first") << 1;
+    QTest::newRow("second") << 2;
+    QTest::newRow("third") << 3;
+}
+
+void tst_quizcontrols::anAnswersTextChoosesIt() {
+    QFETCH(int, choice);
+    MainTest &quiz = openActive(u"1"_s);
+    quizRun().correctAnswerNumber = choice;
+    const auto &label = desk::control(quiz.window(), u"lblAnswer%1"_s.arg(choice));
+    clickAt(label, QPoint(label.fontMetrics().averageCharWidth(), label.height() / 2));
+    QCOMPARE(desk::text(quiz.window(), u"lblStatus"_s), u"correct");
+    QVERIFY(desk::isShown(quiz.window(), u"lblStatus"_s));
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_quizcontrols::theEdgeOfAnAnswersRowChoosesIt_data() {
+    anAnswersTextChoosesIt_data();
+}
+
+void tst_quizcontrols::theEdgeOfAnAnswersRowChoosesIt() {
+    QFETCH(int, choice);
+    MainTest &quiz = openActive(u"1"_s);
+    quizRun().correctAnswerNumber = choice;
+    const auto &row = *desk::control(quiz.window(), u"btnAnswer%1"_s.arg(choice)).parentWidget();
+    clickAt(row, row.rect().bottomRight() - QPoint(2, 2));
+    QCOMPARE(desk::text(quiz.window(), u"lblStatus"_s), u"correct");
+    QCOMPARE(quizRun().questionIndex, 1);
+}
+
+void tst_quizcontrols::theRowOfAnAnswerThatIsOffChoosesNothing() {
+    MainTest &quiz = openActive(u"4"_s);
+    const auto &button = desk::control(quiz.window(), u"btnAnswer3"_s);
+    QVERIFY(!button.isEnabled());
+    const auto &row = *button.parentWidget();
+    clickAt(row, row.rect().center());
+    clickAt(button, button.rect().center());
+    QCOMPARE(quizRun().questionIndex, 0);
+    QVERIFY(!desk::isShown(quiz.window(), u"lblStatus"_s));
+}
+
+void tst_quizcontrols::answersAreReadOutWithLetterAndText() {
+    MainTest &quiz = openActive(u"1"_s);
+    const auto name = [&](int choice) {
+        return spoken(desk::control(quiz.window(), u"btnAnswer%1"_s.arg(choice)),
+                      QAccessible::Name);
+    };
+    QCOMPARE(name(1), u"A: Private Hypertext Processor");
+    QCOMPARE(name(2), u"B: PHP: Hypertext Preprocessor");
+    QCOMPARE(name(3), u"C: Perl Hypertext Preprocessor");
+    quizdesk::answerRight(quiz.window());
+    quizdesk::goOn(quiz.window());
+    QCOMPARE(name(1), u"A: echo 'Hello World'");
+    QCOMPARE(name(3), u"C: printline('Hello World')");
+}
+
+void tst_quizcontrols::theQuestionIsReadOutWithTheFirstAnswer() {
+    MainTest &quiz = openActive(u"1"_s);
+    auto &first = desk::control(quiz.window(), u"btnAnswer1"_s);
+    QCOMPARE(quiz.window()->focusWidget(), &first);
+    QVERIFY(spoken(first, QAccessible::Description).contains(u"What does PHP stand for?"));
+
+    quizdesk::answerRight(quiz.window());
+    quizdesk::goOn(quiz.window());
+    QCOMPARE(quiz.window()->focusWidget(), &first);
+    QVERIFY(spoken(first, QAccessible::Description)
+                .contains(u"How would you write 'Hello World' in PHP?"));
+}
+
+void tst_quizcontrols::theVerdictIsReadOutWithTheWayOn() {
+    MainTest &quiz = openActive(u"1"_s);
+    auto &next = desk::control(quiz.window(), u"btnNextQuestion"_s);
+    quizdesk::answerRight(quiz.window());
+    QCOMPARE(quiz.window()->focusWidget(), &next);
+    QVERIFY(spoken(next, QAccessible::Description).contains(u"correct"));
+    QVERIFY(spoken(next, QAccessible::Description).contains(u"100 %"));
+
+    quizdesk::goOn(quiz.window());
+    quizdesk::answerWrong(quiz.window());
+    QCOMPARE(quiz.window()->focusWidget(), &next);
+    QVERIFY(spoken(next, QAccessible::Description).contains(u"wrong"));
+    QVERIFY(spoken(next, QAccessible::Description).contains(u"50%"));
+}
+
+void tst_quizcontrols::progressIsReadOutInWords() {
+    MainTest &quiz = openActive(u"1"_s);
+    quizdesk::answerQuestions(quiz.window(), 3, 3);
+    quizdesk::goOn(quiz.window());
+    QVERIFY(spoken(desk::control(quiz.window(), u"progressbarMain"_s), QAccessible::Name)
+                .contains(u"3 of 14"));
+    QVERIFY(spoken(desk::control(quiz.window(), u"lblProgressPercent"_s), QAccessible::Name)
+                .contains(u"4 of 14"));
+}
+
+ZORVAN_TEST_MAIN(tst_quizcontrols)
+#include "tst_quizcontrols.moc"
