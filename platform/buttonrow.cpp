@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-ButtonRow::ButtonRow(QWidget *parent) : QFrame(parent) {
+ButtonRow::ButtonRow(QWidget *parent) : QWidget(parent) {
     setAttribute(Qt::WA_Hover);
 }
 
@@ -19,11 +19,14 @@ bool ButtonRow::event(QEvent *event) {
     if (event->type() == QEvent::Polish) {
         adoptButton();
     }
-    return QFrame::event(event);
+    return QWidget::event(event);
 }
 
 void ButtonRow::adoptButton() {
     button_ = findChild<QAbstractButton *>();
+    if (button_ == nullptr) {
+        qFatal("The row \"%s\" has no button to press", qUtf8Printable(objectName()));
+    }
     button_->installEventFilter(this);
     if (auto *label = findChild<TextLabel *>()) {
         const auto name = [button = button_](const QString &text) {
@@ -47,7 +50,7 @@ bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
         default:
             break;
     }
-    return QFrame::eventFilter(watched, event);
+    return QWidget::eventFilter(watched, event);
 }
 
 void ButtonRow::mousePressEvent(QMouseEvent *event) {

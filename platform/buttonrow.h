@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QFrame>
+#include <QWidget>
 
 class QAbstractButton;
 
@@ -8,7 +8,7 @@ namespace platform {
 
 /// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
 /// button, the button's accessible name is its own text and the label's.
-class ButtonRow final : public QFrame {
+class ButtonRow final : public QWidget {
     Q_OBJECT
     /// Sets the row apart from its neighbours.
     Q_PROPERTY(bool prominent MEMBER prominent_)

@@ -1,0 +1,170 @@
+#include <stdexcept>
+
+#include <QTest>
+
+#include "platform/alert.h"
+#include "platform/repeatingtimer.h"
+#include "support/alerts.h"
+#include "support/standarderror.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+using platform::RepeatingTimer;
+
+class tst_repeatingtimer final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void eventLoopTicksUntilInvalidated();
+    void freedTimerTicksNoMore();
+    void timerStopsWithItsTarget();
+    void replacedTimerTicksNoMore();
+    void fireDeliversOneTick();
+    void invalidTimerDoesNotFire();
+    void noTickWhileAnAlertIsUp();
+    void tickMayFreeItsOwnTimer();
+    void tickMayInvalidateItsOwnTimer();
+    void exceptionInATickIsLoggedAndTheClockGoesOn();
+};
+
+void tst_repeatingtimer::eventLoopTicksUntilInvalidated() {
+    QObject target;
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(0ms, target, [&] { ++ticks; });
+    QVERIFY(timer->isValid());
+    QCOMPARE(ticks, 0);
+    QCoreApplication::processEvents();
+    QVERIFY(ticks > 0);
+    const int before = ticks;
+    QCoreApplication::processEvents();
+    QVERIFY(ticks > before);
+
+    timer->invalidate();
+    QVERIFY(!timer->isValid());
+    const int last = ticks;
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks, last);
+}
+
+void tst_repeatingtimer::freedTimerTicksNoMore() {
+    QObject target;
+    int ticks = 0;
+    RepeatingTimer::scheduledTimer(0ms, target, [&] { ++ticks; }).reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks, 0);
+}
+
+void tst_repeatingtimer::timerStopsWithItsTarget() {
+    auto target = std::make_unique<QObject>();
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(0ms, *target, [&] { ++ticks; });
+    target.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks, 0);
+}
+
+void tst_repeatingtimer::replacedTimerTicksNoMore() {
+    QObject target;
+    int first = 0;
+    int second = 0;
+    auto timer = RepeatingTimer::scheduledTimer(0ms, target, [&] { ++first; });
+    timer = RepeatingTimer::scheduledTimer(0ms, target, [&] { ++second; });
+    QCoreApplication::processEvents();
+    QCOMPARE(first, 0);
+    QVERIFY(second > 0);
+}
+
+void tst_repeatingtimer::fireDeliversOneTick() {
+    QObject target;
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] { ++ticks; });
+    timer->fire();
+    QCOMPARE(ticks, 1);
+    timer->fire();
+    QCOMPARE(ticks, 2);
+    QVERIFY(timer->isValid());
+}
+
+void tst_repeatingtimer::invalidTimerDoesNotFire() {
+    QObject target;
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] { ++ticks; });
+    timer->invalidate();
+    timer->fire();
+    QCOMPARE(ticks, 0);
+}
+
+void tst_repeatingtimer::noTickWhileAnAlertIsUp() {
+    QObject target;
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(0ms, target, [&] { ++ticks; });
+    Alerts alerts;
+    int before = -1;
+    int after = -1;
+    alerts.answer(u"OK"_s, [&] {
+        before = ticks;
+        QCoreApplication::processEvents();
+        timer->fire();
+        after = ticks;
+    });
+    platform::Alert(u"Wait"_s, {u"OK"_s}).runModal();
+    QVERIFY(alerts.verify());
+    QCOMPARE(after, before);
+
+    // The clock goes on, and makes nothing up.
+    QVERIFY(timer->isValid());
+    const int missed = ticks;
+    timer->fire();
+    QCOMPARE(ticks, missed + 1);
+}
+
+void tst_repeatingtimer::tickMayFreeItsOwnTimer() {
+    QObject target;
+    int ticks = 0;
+    std::unique_ptr<RepeatingTimer> timer;
+    timer = RepeatingTimer::scheduledTimer(0ms, target, [&ticks, &timer] {
+        timer.reset();
+        // What the tick has captured lives until it returns.
+        ++ticks;
+    });
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QVERIFY(!timer);
+    QCOMPARE(ticks, 1);
+}
+
+void tst_repeatingtimer::tickMayInvalidateItsOwnTimer() {
+    QObject target;
+    int ticks = 0;
+    std::unique_ptr<RepeatingTimer> timer;
+    timer = RepeatingTimer::scheduledTimer(0ms, target, [&] {
+        ++ticks;
+        timer->invalidate();
+    });
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks, 1);
+}
+
+void tst_repeatingtimer::exceptionInATickIsLoggedAndTheClockGoesOn() {
+    QObject target;
+    int ticks = 0;
+    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] {
+        ++ticks;
+        throw std::runtime_error("tick\nfailed");
+    });
+    StandardError standardError;
+    timer->fire();
+    QCOMPARE(standardError.lines().size(), 1);
+    QVERIFY2(standardError.lines().first().contains(u"tick failed"),
+             qUtf8Printable(standardError.lines().first()));
+    QVERIFY(timer->isValid());
+    timer->fire();
+    QCOMPARE(ticks, 2);
+    QCOMPARE(standardError.lines().size(), 2);
+}
+
+ZORVAN_TEST_MAIN(tst_repeatingtimer)
+#include "tst_repeatingtimer.moc"

@@ -1,0 +1,236 @@
+#include <QTest>
+
+#include "platform/layouts.h"
+#include "platform/levelindicator.h"
+#include "platform/textlabel.h"
+#include "platform/windowcontroller.h"
+#include "shell/learner.h"
+#include "shell/mainmenu.h"
+#include "support/alerts.h"
+#include "support/desk.h"
+#include "support/standarderror.h"
+#include "support/store.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+class tst_overview final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void freshStoreShowsNothingPassed();
+    void levelsAreReadAfterTheSeeding();
+    void clearedStoreShowsNothingPassed();
+    void levelsAndPercentagesFollowTheCounts();
+    void allMasteredFillsEveryIndicator();
+    void strangeCountIsLevelZero_data();
+    void strangeCountIsLevelZero();
+    void progressWindowSaysNothingOfQuiz7();
+    void refreshFillsTheOpenMainMenuAgain();
+    void openProgressWindowKeepsItsPercentages();
+    void nothingIsWritten();
+    void absentOutletIsPassedOver();
+
+ private:
+    void openBoth();
+    /// The main menu's indicators, quiz 1 to 7 and then the overall one.
+    static QList<double> levels(const platform::Window *menu);
+    static QStringList percentages(const platform::Window *window);
+
+    std::shared_ptr<MainMenu> menu_;
+    std::unique_ptr<Alerts> alerts_;
+};
+
+void tst_overview::init() {
+    store::fill(store::seeded());
+    alerts_ = std::make_unique<Alerts>();
+}
+
+void tst_overview::cleanup() {
+    menu_.reset();
+    desk::clear();
+    installResources();
+    QVERIFY(alerts_->verify());
+}
+
+void tst_overview::openBoth() {
+    menu_ = platform::makeController<MainMenu>(u"MainMenu"_s);
+    menu_->showWindow();
+    learner::press(menu_->window(), u"showProgress"_s);
+}
+
+QList<double> tst_overview::levels(const platform::Window *menu) {
+    QList<double> levels;
+    for (const QString &name : {u"progressbarQuiz1"_s, u"progressbarQuiz2"_s, u"progressbarQuiz3"_s,
+                                u"progressbarQuiz4"_s, u"progressbarQuiz5"_s, u"progressbarQuiz6"_s,
+                                u"progressbarQuiz7"_s, u"progressbarMain"_s}) {
+        levels << desk::control<platform::LevelIndicator>(menu, name).doubleValue();
+    }
+    return levels;
+}
+
+QStringList tst_overview::percentages(const platform::Window *window) {
+    QStringList texts;
+    for (const QString &name :
+         {u"lblQuiz1Progress"_s, u"lblQuiz2Progress"_s, u"lblQuiz3Progress"_s,
+          u"lblQuiz4Progress"_s, u"lblQuiz5Progress"_s, u"lblQuiz6Progress"_s}) {
+        texts << desk::text(window, name);
+    }
+    return texts;
+}
+
+void tst_overview::freshStoreShowsNothingPassed() {
+    store::wipe();
+    alerts_->answer(u"OK"_s);
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({0, 0, 0, 0, 0, 0, 0, 0}));
+    QCOMPARE(percentages(desk::window(u"progress"_s)),
+             QStringList({u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s}));
+}
+
+void tst_overview::levelsAreReadAfterTheSeeding() {
+    store::fill({{u"quiz1"_s, u"3"_s}});
+    alerts_->answer(u"OK"_s);
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
+void tst_overview::clearedStoreShowsNothingPassed() {
+    store::set(u"quiz4"_s, u"3"_s);
+    openBoth();
+    learner::press(menu_->window(), u"showPreferences"_s);
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s);
+    learner::press(desk::window(u"Settings"_s), u"resetProgress"_s);
+    desk::clear();
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({0, 0, 0, 0, 0, 0, 0, 0}));
+    QCOMPARE(percentages(desk::window(u"progress"_s)),
+             QStringList({u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s}));
+}
+
+void tst_overview::levelsAndPercentagesFollowTheCounts() {
+    store::set(u"quiz1"_s, u"1"_s);
+    store::set(u"quiz2"_s, u"2"_s);
+    store::set(u"quiz7"_s, u"3"_s);
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({1, 2, 0, 0, 0, 0, 3, 6}));
+    QCOMPARE(percentages(desk::window(u"progress"_s)),
+             QStringList({u"33%"_s, u"67%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s}));
+}
+
+void tst_overview::allMasteredFillsEveryIndicator() {
+    store::fill({{u"firstRun"_s, u"false"_s},
+                 {u"quiz1"_s, u"3"_s},
+                 {u"quiz2"_s, u"3"_s},
+                 {u"quiz3"_s, u"3"_s},
+                 {u"quiz4"_s, u"3"_s},
+                 {u"quiz5"_s, u"3"_s},
+                 {u"quiz6"_s, u"3"_s},
+                 {u"quiz7"_s, u"3"_s}});
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({3, 3, 3, 3, 3, 3, 3, 21}));
+    QCOMPARE(percentages(desk::window(u"progress"_s)),
+             QStringList({u"100%"_s, u"100%"_s, u"100%"_s, u"100%"_s, u"100%"_s, u"100%"_s}));
+}
+
+void tst_overview::strangeCountIsLevelZero_data() {
+    QTest::addColumn<QString>("count");
+    QTest::newRow("beyond three") << u"4"_s;
+    QTest::newRow("two digits") << u"01"_s;
+    QTest::newRow("a fraction") << u"1.0"_s;
+    QTest::newRow("a sign") << u"+3"_s;
+    QTest::newRow("a word") << u"three"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("absent") << QString();
+}
+
+void tst_overview::strangeCountIsLevelZero() {
+    QFETCH(const QString, count);
+    store::Contents all = store::seeded();
+    all.insert({{u"quiz2"_s, u"1"_s}, {u"quiz3"_s, count}});
+    if (count.isNull()) {
+        all.remove(u"quiz3"_s);
+    }
+    store::fill(all);
+    const StandardError standardError;
+    openBoth();
+    QCOMPARE(levels(menu_->window()), QList<double>({0, 1, 0, 0, 0, 0, 0, 1}));
+    QCOMPARE(percentages(desk::window(u"progress"_s)),
+             QStringList({u"0%"_s, u"33%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s}));
+}
+
+void tst_overview::progressWindowSaysNothingOfQuiz7() {
+    store::set(u"quiz7"_s, u"3"_s);
+    openBoth();
+    int percentTexts = 0;
+    for (const QLabel *label : desk::window(u"progress"_s)->findChildren<QLabel *>()) {
+        QVERIFY2(!label->objectName().contains(u"Quiz7"), qUtf8Printable(label->objectName()));
+        if (label->text().endsWith(u'%')) {
+            QCOMPARE(label->text(), u"0%"_s);
+            ++percentTexts;
+        }
+    }
+    QCOMPARE(percentTexts, 6);
+}
+
+void tst_overview::refreshFillsTheOpenMainMenuAgain() {
+    openBoth();
+    store::set(u"quiz1"_s, u"2"_s);
+    store::set(u"quiz7"_s, u"1"_s);
+    QCOMPARE(levels(menu_->window()), QList<double>({0, 0, 0, 0, 0, 0, 0, 0}));
+    learner::press(menu_->window(), u"refreshProgress"_s);
+    QCOMPARE(levels(menu_->window()), QList<double>({2, 0, 0, 0, 0, 0, 1, 3}));
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_overview::openProgressWindowKeepsItsPercentages() {
+    openBoth();
+    const platform::Window *first = desk::window(u"progress"_s);
+    store::set(u"quiz6"_s, u"3"_s);
+    learner::press(menu_->window(), u"refreshProgress"_s);
+    QCOMPARE(desk::text(first, u"lblQuiz6Progress"_s), u"0%"_s);
+
+    learner::press(menu_->window(), u"showProgress"_s);
+    QList<platform::Window *> open = desk::windows(u"progress"_s);
+    QCOMPARE(open.size(), 2);
+    QVERIFY(open.removeIf([&](const platform::Window *window) { return window == first; }) == 1);
+    QCOMPARE(desk::text(open.first(), u"lblQuiz6Progress"_s), u"100%"_s);
+    QCOMPARE(desk::text(first, u"lblQuiz6Progress"_s), u"0%"_s);
+}
+
+void tst_overview::nothingIsWritten() {
+    store::forgetWrites();
+    openBoth();
+    learner::press(menu_->window(), u"refreshProgress"_s);
+    QCOMPARE(store::writes(), QList<store::Write>());
+    QCOMPARE(store::contents(), store::seeded());
+}
+
+void tst_overview::absentOutletIsPassedOver() {
+    static platform::LayoutBuilder whole = nullptr;
+    whole = platform::layoutNamed(u"MainMenu"_s);
+    platform::layouts()[u"MainMenu"_s] = [](QMainWindow &window) {
+        whole(window);
+        desk::control(&window, u"progressbarQuiz2"_s).setObjectName(u"renamed"_s);
+    };
+    store::fill({{u"firstRun"_s, u"false"_s},
+                 {u"quiz1"_s, u"1"_s},
+                 {u"quiz2"_s, u"2"_s},
+                 {u"quiz3"_s, u"3"_s}});
+    const StandardError standardError;
+    openBoth();
+    const auto level = [this](const QString &name) {
+        return desk::control<platform::LevelIndicator>(menu_->window(), name).doubleValue();
+    };
+    QCOMPARE(level(u"progressbarQuiz1"_s), 1.0);
+    QCOMPARE(level(u"renamed"_s), 0.0);
+    QCOMPARE(level(u"progressbarQuiz3"_s), 3.0);
+    QCOMPARE(level(u"progressbarMain"_s), 6.0);
+}
+
+ZORVAN_TEST_MAIN(tst_overview)
+#include "tst_overview.moc"

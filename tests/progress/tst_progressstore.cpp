@@ -1,0 +1,436 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QRadioButton>
+#include <QTest>
+
+#include "platform/levelindicator.h"
+#include "platform/windowcontroller.h"
+#include "quizrun/quizrun.h"
+#include "shell/learner.h"
+#include "shell/mainmenu.h"
+#include "shell/settingscontroller.h"
+#include "support/alerts.h"
+#include "support/desk.h"
+#include "support/standarderror.h"
+#include "support/store.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+class tst_progressstore final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void firstMainMenuSeedsInOrderThenGreetsOnce();
+    void anyFirstRunValueCountsAsSeeded_data();
+    void anyFirstRunValueCountsAsSeeded();
+    void wipedStoreIsSeededAgain();
+    void clearingWithNoChangesNothing_data();
+    void clearingWithNoChangesNothing();
+    void clearingWithYesResetsAllButTheTiming_data();
+    void clearingWithYesResetsAllButTheTiming();
+    void noGreetingAfterClearing();
+    void openWindowsKeepTheirLevelsAfterClearing();
+    void passRaisesTheCountByOneUpToThree_data();
+    void passRaisesTheCountByOneUpToThree();
+    void passLeavesAStrangeCountAlone_data();
+    void passLeavesAStrangeCountAlone();
+    void failLeavesTheCount_data();
+    void failLeavesTheCount();
+    void runningOutOfTimeLeavesTheCount();
+    void abandoningWritesNothing();
+    void quizzesAreUntimedUntilTheLearnerChooses();
+    void clearingDuringAQuizDoesNotStopIt();
+    void readersAskTheStoreAfresh();
+    void journeyLeavesElevenKeysAndNoOther();
+    void storeIsOneFileOfTheConfigurationHome();
+
+ private:
+    static std::shared_ptr<MainMenu> openMainMenu();
+    static std::shared_ptr<SettingsController> openSettings();
+    /// Starts quiz 5 from a main menu and gives its window.
+    static platform::Window *startStructure();
+    static QList<store::Write> seedWrites();
+
+    std::unique_ptr<Alerts> alerts_;
+};
+
+void tst_progressstore::init() {
+    store::fill(store::seeded());
+    store::forgetWrites();
+    quizRun().random = [] { return 0U; };
+    alerts_ = std::make_unique<Alerts>();
+}
+
+void tst_progressstore::cleanup() {
+    desk::clear();
+    QVERIFY(alerts_->verify());
+}
+
+std::shared_ptr<MainMenu> tst_progressstore::openMainMenu() {
+    auto menu = platform::makeController<MainMenu>(u"MainMenu"_s);
+    menu->showWindow();
+    return menu;
+}
+
+std::shared_ptr<SettingsController> tst_progressstore::openSettings() {
+    auto settings = platform::makeController<SettingsController>(u"Settings"_s);
+    settings->showWindow();
+    return settings;
+}
+
+platform::Window *tst_progressstore::startStructure() {
+    learner::press(openMainMenu()->window(), u"goTest5"_s);
+    return desk::window(u"MainTest"_s);
+}
+
+QList<store::Write> tst_progressstore::seedWrites() {
+    return {{u"currentTest"_s, u"0"_s}, {u"quiz1"_s, u"0"_s}, {u"quiz2"_s, u"0"_s},
+            {u"quiz3"_s, u"0"_s},       {u"quiz4"_s, u"0"_s}, {u"quiz5"_s, u"0"_s},
+            {u"quiz6"_s, u"0"_s},       {u"quiz7"_s, u"0"_s}, {u"currentStatus"_s, u"0"_s},
+            {u"firstRun"_s, u"false"_s}};
+}
+
+void tst_progressstore::firstMainMenuSeedsInOrderThenGreetsOnce() {
+    store::wipe();
+    QList<store::Write> writesAtTheGreeting;
+    store::Contents storeAtTheGreeting;
+    alerts_->answer(u"OK"_s, [&] {
+        writesAtTheGreeting = store::writes();
+        storeAtTheGreeting = store::contents();
+    });
+    openMainMenu();
+
+    QCOMPARE(writesAtTheGreeting, seedWrites());
+    QCOMPARE(storeAtTheGreeting, store::seeded());
+    QCOMPARE(store::writes(), seedWrites());
+    QCOMPARE(alerts_->shown().size(), 1);
+    const ShownAlert greeting = alerts_->shown().first();
+    QCOMPARE(greeting.message,
+             u"Welcome to Zorvan, this is the main progress screen where you can select quizzes "
+             "to take and track your progress."_s);
+    QCOMPARE(greeting.buttons, QStringList{u"OK"_s});
+    QCOMPARE(greeting.informativeText, QString());
+    QCOMPARE(greeting.title, QString());
+    QVERIFY(!greeting.hasIcon);
+
+    store::forgetWrites();
+    openMainMenu();
+    QCOMPARE(store::writes(), QList<store::Write>());
+    QCOMPARE(alerts_->shown().size(), 1);
+}
+
+void tst_progressstore::anyFirstRunValueCountsAsSeeded_data() {
+    QTest::addColumn<QString>("value");
+    QTest::newRow("as seeded") << u"false"_s;
+    QTest::newRow("another text") << u"true"_s;
+    QTest::newRow("a number") << u"0"_s;
+    QTest::newRow("empty") << QString();
+}
+
+void tst_progressstore::anyFirstRunValueCountsAsSeeded() {
+    QFETCH(const QString, value);
+    const store::Contents before{{u"firstRun"_s, value}};
+    store::fill(before);
+    openMainMenu();
+    QCOMPARE(store::writes(), QList<store::Write>());
+    QCOMPARE(store::contents(), before);
+    QCOMPARE(alerts_->messages(), QStringList());
+}
+
+void tst_progressstore::wipedStoreIsSeededAgain() {
+    openMainMenu();
+    QCOMPARE(alerts_->messages(), QStringList());
+    store::wipe();
+    alerts_->answer(u"OK"_s);
+    openMainMenu();
+    QCOMPARE(store::writes(), seedWrites());
+    QCOMPARE(store::contents(), store::seeded());
+}
+
+void tst_progressstore::clearingWithNoChangesNothing_data() {
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("the button No") << false;
+    QTest::newRow("Escape") << true;
+}
+
+void tst_progressstore::clearingWithNoChangesNothing() {
+    QFETCH(const bool, byKey);
+    const store::Contents before{{u"currentTest"_s, u"4"_s},   {u"currentStatus"_s, u"pass"_s},
+                                 {u"quiz1"_s, u"1"_s},         {u"quiz2"_s, u"2"_s},
+                                 {u"quiz3"_s, u"3"_s},         {u"quiz4"_s, u"1"_s},
+                                 {u"quiz5"_s, u"0"_s},         {u"quiz6"_s, u"2"_s},
+                                 {u"quiz7"_s, u"3"_s},         {u"firstRun"_s, u"false"_s},
+                                 {u"timedQuizzes"_s, u"yes"_s}};
+    store::fill(before);
+    if (byKey) {
+        alerts_->press(Qt::Key_Escape);
+    } else {
+        alerts_->answer(u"No"_s);
+    }
+    learner::press(openSettings()->window(), u"resetProgress"_s);
+
+    QCOMPARE(store::writes(), QList<store::Write>());
+    QCOMPARE(store::contents(), before);
+    QCOMPARE(alerts_->shown().size(), 1);
+    const ShownAlert question = alerts_->shown().first();
+    QCOMPARE(question.message,
+             u"This will reset all progress. Are you sure you want to clear your progress?"_s);
+    QCOMPARE(question.buttons, QStringList({u"Yes"_s, u"No"_s}));
+    QCOMPARE(question.informativeText, QString());
+    QCOMPARE(question.title, QString());
+    QVERIFY(!question.hasIcon);
+}
+
+void tst_progressstore::clearingWithYesResetsAllButTheTiming_data() {
+    QTest::addColumn<QString>("timed");
+    QTest::newRow("timed") << u"yes"_s;
+    QTest::newRow("untimed") << u"no"_s;
+    QTest::newRow("never chosen") << QString();
+}
+
+void tst_progressstore::clearingWithYesResetsAllButTheTiming() {
+    QFETCH(const QString, timed);
+    store::Contents before{{u"currentTest"_s, u"4"_s}, {u"currentStatus"_s, u"pass"_s},
+                           {u"quiz1"_s, u"1"_s},       {u"quiz2"_s, u"2"_s},
+                           {u"quiz3"_s, u"3"_s},       {u"quiz4"_s, u"x"_s},
+                           {u"quiz7"_s, u"3"_s},       {u"firstRun"_s, u"other"_s}};
+    store::Contents after = store::seeded();
+    if (!timed.isEmpty()) {
+        before.insert(u"timedQuizzes"_s, timed);
+        after.insert(u"timedQuizzes"_s, timed);
+    }
+    store::fill(before);
+    store::Contents storeAtTheReport;
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s, [&] { storeAtTheReport = store::contents(); });
+    learner::press(openSettings()->window(), u"resetProgress"_s);
+
+    QCOMPARE(store::writes(), seedWrites());
+    QCOMPARE(store::contents(), after);
+    QCOMPARE(storeAtTheReport, after);
+    QCOMPARE(alerts_->shown().size(), 2);
+    const ShownAlert report = alerts_->shown().last();
+    QCOMPARE(report.message, u"All progress on quizzes has been reset"_s);
+    QCOMPARE(report.buttons, QStringList{u"OK"_s});
+    QCOMPARE(report.informativeText, QString());
+    QCOMPARE(report.title, QString());
+    QVERIFY(!report.hasIcon);
+}
+
+void tst_progressstore::noGreetingAfterClearing() {
+    store::fill({});
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s);
+    learner::press(openSettings()->window(), u"resetProgress"_s);
+    openMainMenu();
+    QCOMPARE(alerts_->messages().last(), u"All progress on quizzes has been reset"_s);
+}
+
+void tst_progressstore::openWindowsKeepTheirLevelsAfterClearing() {
+    store::set(u"quiz2"_s, u"2"_s);
+    const auto menu = openMainMenu();
+    learner::press(menu->window(), u"showProgress"_s);
+    learner::press(menu->window(), u"showPreferences"_s);
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s);
+    learner::press(desk::window(u"Settings"_s), u"resetProgress"_s);
+
+    QCOMPARE(store::value(u"quiz2"_s), u"0"_s);
+    const auto &level =
+        desk::control<platform::LevelIndicator>(menu->window(), u"progressbarQuiz2"_s);
+    QCOMPARE(level.doubleValue(), 2.0);
+    QCOMPARE(desk::text(desk::window(u"progress"_s), u"lblQuiz2Progress"_s), u"67%"_s);
+    learner::press(menu->window(), u"refreshProgress"_s);
+    QCOMPARE(level.doubleValue(), 0.0);
+}
+
+void tst_progressstore::passRaisesTheCountByOneUpToThree_data() {
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("first pass") << u"0"_s << u"1"_s;
+    QTest::newRow("second pass") << u"1"_s << u"2"_s;
+    QTest::newRow("third pass") << u"2"_s << u"3"_s;
+    QTest::newRow("mastered already") << u"3"_s << u"3"_s;
+}
+
+void tst_progressstore::passRaisesTheCountByOneUpToThree() {
+    QFETCH(const QString, before);
+    QFETCH(const QString, after);
+    store::set(u"quiz5"_s, before);
+    learner::finishStructure(startStructure(), true);
+
+    store::Contents expected = store::seeded();
+    expected.insert(u"currentTest"_s, u"5"_s);
+    expected.insert(u"currentStatus"_s, u"pass"_s);
+    expected.insert(u"quiz5"_s, after);
+    QCOMPARE(store::contents(), expected);
+}
+
+void tst_progressstore::passLeavesAStrangeCountAlone_data() {
+    QTest::addColumn<QString>("count");
+    QTest::newRow("beyond three") << u"4"_s;
+    QTest::newRow("two digits") << u"01"_s;
+    QTest::newRow("a fraction") << u"1.0"_s;
+    QTest::newRow("no number") << u"many"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("absent") << QString();
+}
+
+void tst_progressstore::passLeavesAStrangeCountAlone() {
+    QFETCH(const QString, count);
+    store::Contents before = store::seeded();
+    before.remove(u"quiz5"_s);
+    if (!count.isNull()) {
+        before.insert(u"quiz5"_s, count);
+    }
+    store::fill(before);
+    learner::finishStructure(startStructure(), true);
+
+    before.insert(u"currentTest"_s, u"5"_s);
+    before.insert(u"currentStatus"_s, u"pass"_s);
+    QCOMPARE(store::contents(), before);
+}
+
+void tst_progressstore::failLeavesTheCount_data() {
+    QTest::addColumn<QString>("count");
+    QTest::newRow("none") << u"0"_s;
+    QTest::newRow("one") << u"1"_s;
+    QTest::newRow("two") << u"2"_s;
+    QTest::newRow("mastered") << u"3"_s;
+}
+
+void tst_progressstore::failLeavesTheCount() {
+    QFETCH(const QString, count);
+    store::set(u"quiz5"_s, count);
+    store::set(u"currentStatus"_s, u"pass"_s);
+    learner::finishStructure(startStructure(), false);
+
+    store::Contents expected = store::seeded();
+    expected.insert(u"currentTest"_s, u"5"_s);
+    expected.insert(u"currentStatus"_s, u"fail"_s);
+    expected.insert(u"quiz5"_s, count);
+    QCOMPARE(store::contents(), expected);
+}
+
+void tst_progressstore::runningOutOfTimeLeavesTheCount() {
+    store::Contents before = store::seeded();
+    before.insert(u"timedQuizzes"_s, u"yes"_s);
+    before.insert(u"currentStatus"_s, u"pass"_s);
+    before.insert(u"quiz5"_s, u"1"_s);
+    store::fill(before);
+    startStructure();
+    store::forgetWrites();
+    alerts_->answer(u"OK"_s);
+    for (int tick = 0; tick < 108; ++tick) {
+        quizRun().quizTimer->fire();
+    }
+
+    QCOMPARE(alerts_->messages(), QStringList{u"The time is up for this test."_s});
+    QCOMPARE(store::writes(), QList<store::Write>({{u"currentStatus"_s, u"fail"_s}}));
+    before.insert(u"currentTest"_s, u"5"_s);
+    before.insert(u"currentStatus"_s, u"fail"_s);
+    QCOMPARE(store::contents(), before);
+}
+
+void tst_progressstore::abandoningWritesNothing() {
+    store::Contents before = store::seeded();
+    before.insert(u"currentTest"_s, u"2"_s);
+    before.insert(u"currentStatus"_s, u"pass"_s);
+    before.insert(u"quiz5"_s, u"1"_s);
+    store::fill(before);
+    platform::Window *quiz = startStructure();
+    store::forgetWrites();
+    desk::click(quiz, u"btnAnswer1"_s);
+    desk::click(quiz, u"btnNextQuestion"_s);
+    alerts_->answer(u"Yes"_s);
+    quiz->close();
+
+    QVERIFY(desk::windows(u"MainTest"_s).isEmpty());
+    QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
+    QCOMPARE(store::writes(), QList<store::Write>());
+    before.insert(u"currentTest"_s, u"5"_s);
+    QCOMPARE(store::contents(), before);
+}
+
+void tst_progressstore::quizzesAreUntimedUntilTheLearnerChooses() {
+    QCOMPARE(store::value(u"timedQuizzes"_s), std::nullopt);
+    const auto settings = openSettings();
+    QVERIFY(desk::control<QRadioButton>(settings->window(), u"noRadio"_s).isChecked());
+    QVERIFY(!desk::control<QRadioButton>(settings->window(), u"yesRadio"_s).isChecked());
+
+    platform::Window *quiz = startStructure();
+    QVERIFY(!desk::isShown(quiz, u"lblTimeLeft"_s));
+    QVERIFY(!desk::isShown(quiz, u"lblTimeLeftLabel"_s));
+    QVERIFY(!quizRun().quizTimer);
+    QCOMPARE(store::value(u"timedQuizzes"_s), std::nullopt);
+}
+
+void tst_progressstore::clearingDuringAQuizDoesNotStopIt() {
+    store::set(u"quiz5"_s, u"2"_s);
+    platform::Window *quiz = startStructure();
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s);
+    learner::press(openSettings()->window(), u"resetProgress"_s);
+    QCOMPARE(store::value(u"currentTest"_s), u"0"_s);
+
+    learner::finishStructure(quiz, true);
+    QCOMPARE(store::value(u"currentTest"_s), u"5"_s);
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass"_s);
+    QCOMPARE(store::value(u"quiz5"_s), u"1"_s);
+    QCOMPARE(desk::text(desk::window(u"QuizComplete"_s), u"lblQuizName"_s), u"Structure"_s);
+}
+
+void tst_progressstore::readersAskTheStoreAfresh() {
+    const auto menu = openMainMenu();
+    for (const QString &count : {u"3"_s, u"1"_s, u"2"_s}) {
+        store::set(u"quiz6"_s, count);
+        learner::press(menu->window(), u"refreshProgress"_s);
+        const auto &level =
+            desk::control<platform::LevelIndicator>(menu->window(), u"progressbarQuiz6"_s);
+        QCOMPARE(QString::number(level.doubleValue()), count);
+    }
+}
+
+void tst_progressstore::journeyLeavesElevenKeysAndNoOther() {
+    store::wipe();
+    alerts_->answer(u"OK"_s);
+    learner::finishStructure(startStructure(), true);
+    desk::clear();
+
+    quizRun().random = [] { return 0U; };
+    learner::press(openSettings()->window(), u"yesTimeSelected"_s);
+    learner::finishStructure(startStructure(), false);
+    desk::clear();
+
+    platform::Window *abandoned = startStructure();
+    alerts_->answer(u"Yes"_s);
+    abandoned->close();
+    alerts_->answer(u"Yes"_s);
+    alerts_->answer(u"OK"_s);
+    learner::press(openSettings()->window(), u"resetProgress"_s);
+
+    QCOMPARE(store::contents().keys(),
+             QStringList({u"currentStatus"_s, u"currentTest"_s, u"firstRun"_s, u"quiz1"_s,
+                          u"quiz2"_s, u"quiz3"_s, u"quiz4"_s, u"quiz5"_s, u"quiz6"_s, u"quiz7"_s,
+                          u"timedQuizzes"_s}));
+}
+
+void tst_progressstore::storeIsOneFileOfTheConfigurationHome() {
+    store::wipe();
+    alerts_->answer(u"OK"_s);
+    openMainMenu();
+    const QDir home(qEnvironmentVariable("XDG_CONFIG_HOME"));
+    QStringList files;
+    QDirIterator all(home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (all.hasNext()) {
+        files << home.relativeFilePath(all.next());
+    }
+    QCOMPARE(files, QStringList{u"Zorvan/Zorvan.conf"_s});
+}
+
+ZORVAN_TEST_MAIN(tst_progressstore)
+#include "tst_progressstore.moc"

@@ -1,0 +1,417 @@
+#include <stdexcept>
+
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "platform/controllers.h"
+#include "platform/imagelabel.h"
+#include "platform/layouts.h"
+#include "platform/levelindicator.h"
+#include "platform/windowcontroller.h"
+#include "progress/quizcomplete.h"
+#include "quizrun/quizrun.h"
+#include "shell/learner.h"
+#include "shell/mainmenu.h"
+#include "support/alerts.h"
+#include "support/desk.h"
+#include "support/standarderror.h"
+#include "support/store.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString failed = u"Unfortunately you did not pass the quiz this time. Please try again."_s;
+
+}  // namespace
+
+class tst_quizcomplete final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void quiz4PassedTwiceShowsTwoMarksAndOneMorePass();
+    void masteredMainTestThatFailedShowsThreeMarksAndTheFailure();
+    void freshlyClearedStoreCountsAsNotPassed();
+    void marksAndSentenceFollowCountAndOutcome_data();
+    void marksAndSentenceFollowCountAndOutcome();
+    void eachQuizShowsItsNameAndItsOwnCount_data();
+    void eachQuizShowsItsNameAndItsOwnCount();
+    void strangeCountLeavesMarksAndSentenceAsLaidOut_data();
+    void strangeCountLeavesMarksAndSentenceAsLaidOut();
+    void unknownQuizFillsNothingButOpensTheMainMenu_data();
+    void unknownQuizFillsNothingButOpensTheMainMenu();
+    void passCountOutsideZeroToThreeChangesNothing();
+    void eachResultsWindowOpensItsOwnMainMenu();
+    void mainMenuIsHeldByItsWindowAlone();
+    void mainMenuShowsThePassJustRecorded();
+    void homeButtonOnlyLogsGoingHome();
+    void windowKeepsWhatItLoaded();
+    void nothingIsWritten();
+    void missingImagesLeaveTheMarksEmpty();
+    void missingMainMenuLayoutIsSwallowed();
+    void missingMainMenuControllerIsSwallowed();
+    void otherExceptionsPassTheGuard();
+    void missingResultsLayoutFailsAtTheEventLoop();
+    void marksSayInWordsWhatTheyShow();
+
+ private:
+    /// Shows a results window for a store that differs from the seeded one by `differences`.
+    std::shared_ptr<QuizComplete> open(const store::Contents &differences);
+    QStringList marks(const std::shared_ptr<QuizComplete> &results) const;
+    static QString text(const std::shared_ptr<QuizComplete> &results, const QString &name);
+    /// The text that the layout gives a label.
+    static QString laidOut(const QString &label);
+
+    std::unique_ptr<Alerts> alerts_;
+    /// What the last open() wrote to standard error.
+    QStringList logged_;
+};
+
+void tst_quizcomplete::init() {
+    store::fill(store::seeded());
+    quizRun().random = [] { return 0U; };
+    alerts_ = std::make_unique<Alerts>();
+}
+
+void tst_quizcomplete::cleanup() {
+    desk::clear();
+    installResources();
+    fillControllerTable();
+    QVERIFY(alerts_->verify());
+}
+
+std::shared_ptr<QuizComplete> tst_quizcomplete::open(const store::Contents &differences) {
+    store::Contents all = store::seeded();
+    all.insert(differences);
+    store::fill(all);
+    store::forgetWrites();
+    StandardError standardError;
+    auto results = platform::makeController<QuizComplete>(u"QuizComplete"_s);
+    results->showWindow();
+    logged_ = standardError.lines();
+    return results;
+}
+
+QStringList tst_quizcomplete::marks(const std::shared_ptr<QuizComplete> &results) const {
+    const auto pixels = [](const QIcon &image) { return image.pixmap(48).toImage(); };
+    const QImage check = pixels(QIcon(u":/images/checkmark.png"_s));
+    const QImage blank = pixels(QIcon(u":/images/blankcheckmark.png"_s));
+    QStringList marks;
+    for (const QString &name : {u"theImage1"_s, u"theImage2"_s, u"theImage3"_s}) {
+        const QIcon &image = desk::control<platform::ImageLabel>(results->window(), name).image();
+        if (image.isNull()) {
+            marks << u"empty"_s;
+        } else if (pixels(image) == check) {
+            marks << u"check"_s;
+        } else {
+            marks << (pixels(image) == blank ? u"blank"_s : u"another image"_s);
+        }
+    }
+    return marks;
+}
+
+QString tst_quizcomplete::text(const std::shared_ptr<QuizComplete> &results, const QString &name) {
+    return desk::text(results->window(), name);
+}
+
+QString tst_quizcomplete::laidOut(const QString &label) {
+    QMainWindow window;
+    platform::layoutNamed(u"QuizComplete"_s)(window);
+    return desk::text(&window, label);
+}
+
+void tst_quizcomplete::quiz4PassedTwiceShowsTwoMarksAndOneMorePass() {
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
+    QVERIFY(results->window()->isVisible());
+    QCOMPARE(text(results, u"lblQuizName"_s), u"Functions"_s);
+    QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"blank"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s),
+             u"Congratulations you have passed this quiz. Only one more pass needed to have this "
+             "quiz mastered."_s);
+    QCOMPARE(logged_, QStringList{u"4"_s});
+}
+
+void tst_quizcomplete::masteredMainTestThatFailedShowsThreeMarksAndTheFailure() {
+    const auto results =
+        open({{u"currentTest"_s, u"7"_s}, {u"quiz7"_s, u"3"_s}, {u"currentStatus"_s, u"fail"_s}});
+    QCOMPARE(text(results, u"lblQuizName"_s), u"Main Test"_s);
+    QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"check"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), failed);
+    QCOMPARE(logged_, QStringList{u"7"_s});
+}
+
+void tst_quizcomplete::freshlyClearedStoreCountsAsNotPassed() {
+    const auto results = open({{u"currentTest"_s, u"1"_s}, {u"currentStatus"_s, u"0"_s}});
+    QCOMPARE(marks(results), QStringList({u"blank"_s, u"blank"_s, u"blank"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), failed);
+}
+
+void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome_data() {
+    QTest::addColumn<QString>("status");
+    QTest::addColumn<QString>("count");
+    QTest::addColumn<QStringList>("marks");
+    QTest::addColumn<QString>("sentence");
+    const QString check = u"check"_s;
+    const QString blank = u"blank"_s;
+    const QStringList none{blank, blank, blank};
+    const QStringList one{check, blank, blank};
+    const QStringList two{check, check, blank};
+    const QStringList three{check, check, check};
+    const QString pass = u"pass"_s;
+    QTest::newRow("passed, 0") << pass << u"0"_s << none
+                               << u"Congratulations you have passed this quiz."_s;
+    QTest::newRow("passed, 1") << pass << u"1"_s << one
+                               << u"Congratulations you have passed this quiz. Only two more "
+                                  "passes needed to have this quiz mastered."_s;
+    QTest::newRow("passed, 2") << pass << u"2"_s << two
+                               << u"Congratulations you have passed this quiz. Only one more "
+                                  "pass needed to have this quiz mastered."_s;
+    QTest::newRow("passed, 3") << pass << u"3"_s << three
+                               << u"Congratulations you MASTERED this quiz."_s;
+    QTest::newRow("failed, 0") << u"fail"_s << u"0"_s << none << failed;
+    QTest::newRow("failed, 1") << u"fail"_s << u"1"_s << one << failed;
+    QTest::newRow("failed, 2") << u"fail"_s << u"2"_s << two << failed;
+    QTest::newRow("failed, 3") << u"fail"_s << u"3"_s << three << failed;
+    QTest::newRow("another case, 2") << u"Pass"_s << u"2"_s << two << failed;
+    QTest::newRow("empty, 1") << QString() << u"1"_s << one << failed;
+}
+
+void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome() {
+    QFETCH(const QString, status);
+    QFETCH(const QString, count);
+    QFETCH(const QStringList, marks);
+    QFETCH(const QString, sentence);
+    const auto results =
+        open({{u"currentTest"_s, u"2"_s}, {u"quiz2"_s, count}, {u"currentStatus"_s, status}});
+    QCOMPARE(this->marks(results), marks);
+    QCOMPARE(text(results, u"lblTheStatus"_s), sentence);
+}
+
+void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount_data() {
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("quiz 1") << u"1"_s << u"Terminology"_s;
+    QTest::newRow("quiz 2") << u"2"_s << u"Variables"_s;
+    QTest::newRow("quiz 3") << u"3"_s << u"Methods"_s;
+    QTest::newRow("quiz 4") << u"4"_s << u"Functions"_s;
+    QTest::newRow("quiz 5") << u"5"_s << u"Structure"_s;
+    QTest::newRow("quiz 6") << u"6"_s << u"Syntax"_s;
+    QTest::newRow("quiz 7") << u"7"_s << u"Main Test"_s;
+}
+
+void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount() {
+    QFETCH(const QString, id);
+    QFETCH(const QString, name);
+    store::Contents differences{{u"currentTest"_s, id}, {u"currentStatus"_s, u"pass"_s},
+                                {u"quiz1"_s, u"3"_s},   {u"quiz2"_s, u"3"_s},
+                                {u"quiz3"_s, u"3"_s},   {u"quiz4"_s, u"3"_s},
+                                {u"quiz5"_s, u"3"_s},   {u"quiz6"_s, u"3"_s},
+                                {u"quiz7"_s, u"3"_s}};
+    differences.insert(u"quiz"_s + id, u"1"_s);
+    const auto results = open(differences);
+    QCOMPARE(text(results, u"lblQuizName"_s), name);
+    QCOMPARE(marks(results), QStringList({u"check"_s, u"blank"_s, u"blank"_s}));
+    QCOMPARE(logged_, QStringList{id});
+}
+
+void tst_quizcomplete::strangeCountLeavesMarksAndSentenceAsLaidOut_data() {
+    QTest::addColumn<QString>("count");
+    QTest::newRow("beyond three") << u"5"_s;
+    QTest::newRow("two digits") << u"01"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("absent") << QString();
+}
+
+void tst_quizcomplete::strangeCountLeavesMarksAndSentenceAsLaidOut() {
+    QFETCH(const QString, count);
+    store::Contents all = store::seeded();
+    all.insert({{u"currentTest"_s, u"1"_s}, {u"currentStatus"_s, u"pass"_s}, {u"quiz1"_s, count}});
+    if (count.isNull()) {
+        all.remove(u"quiz1"_s);
+    }
+    store::fill(all);
+    const auto results = platform::makeController<QuizComplete>(u"QuizComplete"_s);
+    const StandardError quiet;
+    results->showWindow();
+    QCOMPARE(text(results, u"lblQuizName"_s), u"Terminology"_s);
+    QCOMPARE(marks(results), QStringList({u"empty"_s, u"empty"_s, u"empty"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), laidOut(u"lblTheStatus"_s));
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_quizcomplete::unknownQuizFillsNothingButOpensTheMainMenu_data() {
+    QTest::addColumn<QString>("id");
+    QTest::newRow("as seeded") << u"0"_s;
+    QTest::newRow("beyond seven") << u"8"_s;
+    QTest::newRow("two digits") << u"01"_s;
+}
+
+void tst_quizcomplete::unknownQuizFillsNothingButOpensTheMainMenu() {
+    QFETCH(const QString, id);
+    const auto results = open({{u"currentTest"_s, id}, {u"currentStatus"_s, u"pass"_s}});
+    QCOMPARE(text(results, u"lblQuizName"_s), laidOut(u"lblQuizName"_s));
+    QCOMPARE(text(results, u"lblTheStatus"_s), laidOut(u"lblTheStatus"_s));
+    QCOMPARE(marks(results), QStringList({u"empty"_s, u"empty"_s, u"empty"_s}));
+    QCOMPARE(logged_, QStringList{id});
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_quizcomplete::passCountOutsideZeroToThreeChangesNothing() {
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"1"_s}, {u"currentStatus"_s, u"pass"_s}});
+    const QString sentence = text(results, u"lblTheStatus"_s);
+    for (const int count : {-1, 4}) {
+        results->SetCheckMarks(count);
+        QCOMPARE(marks(results), QStringList({u"check"_s, u"blank"_s, u"blank"_s}));
+        QCOMPARE(text(results, u"lblTheStatus"_s), sentence);
+    }
+}
+
+void tst_quizcomplete::eachResultsWindowOpensItsOwnMainMenu() {
+    const auto menu = platform::makeController<MainMenu>(u"MainMenu"_s);
+    menu->showWindow();
+    open({{u"currentTest"_s, u"1"_s}});
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 2);
+    open({{u"currentTest"_s, u"1"_s}});
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 3);
+    QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 2);
+    QVERIFY(menu->window()->isVisible());
+}
+
+void tst_quizcomplete::mainMenuIsHeldByItsWindowAlone() {
+    const auto results = open({{u"currentTest"_s, u"1"_s}});
+    const QPointer<platform::Window> menu = desk::window(u"MainMenu"_s);
+    results->close();
+    desk::freeUnused();
+    QVERIFY(menu && menu->isVisible());
+    menu->close();
+    desk::freeUnused();
+    QVERIFY(!menu);
+}
+
+void tst_quizcomplete::mainMenuShowsThePassJustRecorded() {
+    store::set(u"quiz5"_s, u"1"_s);
+    const auto before = platform::makeController<MainMenu>(u"MainMenu"_s);
+    before->showWindow();
+    learner::press(before->window(), u"goTest5"_s);
+    platform::Window *quiz = desk::window(u"MainTest"_s);
+    const StandardError quiet;
+    learner::finishStructure(quiz, true);
+
+    QList<platform::Window *> menus = desk::windows(u"MainMenu"_s);
+    QCOMPARE(menus.size(), 2);
+    QVERIFY(menus.removeOne(before->window()));
+    const auto level = [](const platform::Window *menu, const QString &name) {
+        return desk::control<platform::LevelIndicator>(menu, name).doubleValue();
+    };
+    QCOMPARE(level(menus.first(), u"progressbarQuiz5"_s), 2.0);
+    QCOMPARE(level(menus.first(), u"progressbarMain"_s), 2.0);
+    QCOMPARE(level(before->window(), u"progressbarQuiz5"_s), 1.0);
+    QVERIFY(!quiz->isVisible());
+    const platform::Window *results = desk::window(u"QuizComplete"_s);
+    QCOMPARE(desk::text(results, u"lblTheStatus"_s),
+             u"Congratulations you have passed this quiz. Only one more pass needed to have this "
+             "quiz mastered."_s);
+}
+
+void tst_quizcomplete::homeButtonOnlyLogsGoingHome() {
+    const auto results = open({{u"currentTest"_s, u"1"_s}});
+    StandardError standardError;
+    learner::press(results->window(), u"goHome"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(standardError.lines(), QStringList{u"Going Home"_s});
+    QVERIFY(results->window()->isVisible());
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+    QCOMPARE(store::writes(), QList<store::Write>());
+}
+
+void tst_quizcomplete::windowKeepsWhatItLoaded() {
+    const auto results =
+        open({{u"currentTest"_s, u"3"_s}, {u"quiz3"_s, u"3"_s}, {u"currentStatus"_s, u"pass"_s}});
+    store::fill(store::seeded());
+    results->showWindow();
+    QCOMPARE(text(results, u"lblQuizName"_s), u"Methods"_s);
+    QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"check"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), u"Congratulations you MASTERED this quiz."_s);
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_quizcomplete::nothingIsWritten() {
+    open({{u"currentTest"_s, u"3"_s}, {u"quiz3"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
+    QCOMPARE(store::writes(), QList<store::Write>());
+}
+
+void tst_quizcomplete::missingImagesLeaveTheMarksEmpty() {
+    const QTemporaryDir empty;
+    QDir::setSearchPaths(u"images"_s, {empty.path()});
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"3"_s}, {u"currentStatus"_s, u"pass"_s}});
+    QCOMPARE(marks(results), QStringList({u"empty"_s, u"empty"_s, u"empty"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), u"Congratulations you MASTERED this quiz."_s);
+    QCOMPARE(logged_, QStringList{u"4"_s});
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_quizcomplete::missingMainMenuLayoutIsSwallowed() {
+    platform::layouts().erase(u"MainMenu"_s);
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"1"_s}, {u"currentStatus"_s, u"fail"_s}});
+    QVERIFY(results->window()->isVisible());
+    QCOMPARE(text(results, u"lblQuizName"_s), u"Functions"_s);
+    QCOMPARE(marks(results), QStringList({u"check"_s, u"blank"_s, u"blank"_s}));
+    QCOMPARE(text(results, u"lblTheStatus"_s), failed);
+    QCOMPARE(logged_, QStringList{u"4"_s});
+    QVERIFY(desk::windows(u"MainMenu"_s).isEmpty());
+}
+
+void tst_quizcomplete::missingMainMenuControllerIsSwallowed() {
+    platform::controllers().clear();
+    const auto results = open({{u"currentTest"_s, u"4"_s}});
+    QVERIFY(results->window()->isVisible());
+    QCOMPARE(logged_, QStringList{u"4"_s});
+    QVERIFY(desk::windows(u"MainMenu"_s).isEmpty());
+}
+
+void tst_quizcomplete::otherExceptionsPassTheGuard() {
+    platform::controllers()[u"MainMenu"_s] = []() -> std::shared_ptr<platform::WindowController> {
+        throw std::runtime_error("not the platform's");
+    };
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, open({{u"currentTest"_s, u"4"_s}}));
+    QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
+}
+
+void tst_quizcomplete::missingResultsLayoutFailsAtTheEventLoop() {
+    const auto menu = platform::makeController<MainMenu>(u"MainMenu"_s);
+    menu->showWindow();
+    learner::press(menu->window(), u"goTest5"_s);
+    platform::layouts().erase(u"QuizComplete"_s);
+    StandardError standardError;
+    learner::finishStructure(desk::window(u"MainTest"_s), true);
+    QCOMPARE(standardError.lines().size(), 1);
+    QVERIFY2(standardError.lines().first().contains(u"QuizComplete"),
+             qUtf8Printable(standardError.lines().first()));
+    // The outcome was written first.
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass"_s);
+    QCOMPARE(store::value(u"quiz5"_s), u"1"_s);
+    QVERIFY(menu->window()->isVisible());
+}
+
+void tst_quizcomplete::marksSayInWordsWhatTheyShow() {
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
+    const auto spoken = [&](const QString &name) {
+        return desk::control(results->window(), name).accessibleName();
+    };
+    QCOMPARE(spoken(u"theImage1"_s), u"Pass mark 1: earned"_s);
+    QCOMPARE(spoken(u"theImage2"_s), u"Pass mark 2: earned"_s);
+    QCOMPARE(spoken(u"theImage3"_s), u"Pass mark 3: missing"_s);
+}
+
+ZORVAN_TEST_MAIN(tst_quizcomplete)
+#include "tst_quizcomplete.moc"

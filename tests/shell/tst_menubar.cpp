@@ -1,0 +1,213 @@
+#include <QLabel>
+#include <QMessageBox>
+#include <QTest>
+#include <QTextDocument>
+
+#include "shell/help.h"
+#include "shell/openwindow.h"
+#include "support/alerts.h"
+#include "support/standarderror.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+class tst_menubar final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void everyWindowShowsTheSameMenuItems_data();
+    void everyWindowShowsTheSameMenuItems();
+    void shortcutsWorkFromEveryWindow_data();
+    void shortcutsWorkFromEveryWindow();
+    void shortcutClosesTheWindowInFront_data();
+    void shortcutClosesTheWindowInFront();
+    void shortcutAsksTheQuizBeforeItCloses();
+    void closeItemClosesOnlyTheWindowInFront();
+    void escapeClosesOnlyTheAuxiliaryWindows_data();
+    void escapeClosesOnlyTheAuxiliaryWindows();
+    void aboutSaysWhatTheProgramIs();
+
+ private:
+    std::unique_ptr<AppDelegate> delegate_;
+    std::unique_ptr<Alerts> alerts_;
+    std::unique_ptr<StandardError> standardError_;
+};
+
+void tst_menubar::init() {
+    store::fill(store::seeded());
+    quizRun().random = [] { return 0U; };
+    alerts_ = std::make_unique<Alerts>();
+    standardError_ = std::make_unique<StandardError>();
+    delegate_ = std::make_unique<AppDelegate>();
+    platform::Application::shared().loadMainLayout(*delegate_);
+}
+
+void tst_menubar::cleanup() {
+    delegate_.reset();
+    desk::clear();
+    standardError_.reset();
+    QVERIFY(alerts_->verify());
+}
+
+void tst_menubar::everyWindowShowsTheSameMenuItems_data() {
+    QTest::addColumn<QString>("layout");
+    for (const QString &layout : openwindow::layouts) {
+        QTest::newRow(qPrintable(layout)) << layout;
+    }
+}
+
+void tst_menubar::everyWindowShowsTheSameMenuItems() {
+    QFETCH(const QString, layout);
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    const QList<QAction *> menus = wayBack->menuBar()->actions();
+    QCOMPARE(menus.size(), 4);
+    const platform::Window *window = openwindow::open(layout, *delegate_);
+    QVERIFY(window->menuBar()->isVisible());
+    QCOMPARE(window->menuBar()->actions(), menus);
+}
+
+void tst_menubar::shortcutsWorkFromEveryWindow_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<QKeyCombination>("key");
+    QTest::addColumn<QString>("opened");
+    QTest::addColumn<QString>("quizId");
+    struct Shortcut {
+        QKeyCombination key;
+        QString opened;
+        QString quizId = {};
+    };
+    const QString quiz = u"MainTest"_s;
+    const QList<Shortcut> shortcuts{
+        {Qt::CTRL | Qt::Key_1, quiz, u"1"_s},      {Qt::CTRL | Qt::Key_2, quiz, u"2"_s},
+        {Qt::CTRL | Qt::Key_3, quiz, u"3"_s},      {Qt::CTRL | Qt::Key_4, quiz, u"4"_s},
+        {Qt::CTRL | Qt::Key_5, quiz, u"5"_s},      {Qt::CTRL | Qt::Key_6, quiz, u"6"_s},
+        {Qt::CTRL | Qt::Key_7, quiz, u"7"_s},      {Qt::CTRL | Qt::Key_0, u"MainMenu"_s},
+        {Qt::CTRL | Qt::Key_Comma, u"Settings"_s}, {Qt::Key_F1, u"Help"_s},
+    };
+    for (const QString &layout : openwindow::layouts) {
+        for (const Shortcut &shortcut : shortcuts) {
+            const QString key = QKeySequence(shortcut.key).toString(QKeySequence::PortableText);
+            QTest::addRow("%s, %s", qPrintable(layout), qPrintable(key))
+                << layout << shortcut.key << shortcut.opened << shortcut.quizId;
+        }
+    }
+}
+
+void tst_menubar::shortcutsWorkFromEveryWindow() {
+    QFETCH(const QString, layout);
+    QFETCH(const QKeyCombination, key);
+    QFETCH(const QString, opened);
+    QFETCH(const QString, quizId);
+    platform::Window *window = openwindow::open(layout, *delegate_);
+    const QList<platform::Window *> before = desk::windows(opened);
+    store::forgetWrites();
+    learner::type(window, key);
+
+    QCOMPARE(desk::windows(opened).size(), before.size() + 1);
+    if (quizId.isEmpty()) {
+        QCOMPARE(store::writes(), QList<store::Write>());
+    } else {
+        QCOMPARE(store::writes(), QList<store::Write>({{u"currentTest"_s, quizId}}));
+    }
+    QCOMPARE(window->isVisible(), layout != u"MainLayout");
+}
+
+void tst_menubar::shortcutClosesTheWindowInFront_data() {
+    QTest::addColumn<QString>("layout");
+    for (const QString &layout :
+         {u"MainMenu"_s, u"QuizComplete"_s, u"progress"_s, u"Settings"_s, u"Help"_s}) {
+        QTest::newRow(qPrintable(layout)) << layout;
+    }
+}
+
+void tst_menubar::shortcutClosesTheWindowInFront() {
+    QFETCH(const QString, layout);
+    delegate_->ShowHelp();
+    const platform::Window *behind = delegate_->theHelp->window();
+    platform::Window *window = nullptr;
+    if (layout == u"Help") {
+        delegate_->ShowHelp();
+        window = delegate_->theHelp->window();
+    } else {
+        window = openwindow::open(layout, *delegate_);
+    }
+    QVERIFY(window != behind);
+    learner::type(window, Qt::CTRL | Qt::Key_W);
+    QVERIFY(!window->isVisible());
+    QVERIFY(behind->isVisible());
+}
+
+void tst_menubar::shortcutAsksTheQuizBeforeItCloses() {
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    alerts_->answer(u"No"_s);
+    learner::type(quiz, Qt::CTRL | Qt::Key_W);
+    QVERIFY(quiz->isVisible());
+    alerts_->answer(u"Yes"_s);
+    learner::type(quiz, Qt::CTRL | Qt::Key_W);
+    QVERIFY(!quiz->isVisible());
+    QCOMPARE(alerts_->messages().size(), 2);
+    QCOMPARE(alerts_->messages().first(),
+             u"This will end your current progress on this test, would you still like to close "
+             "this window?"_s);
+}
+
+void tst_menubar::closeItemClosesOnlyTheWindowInFront() {
+    platform::Window *settings = openwindow::open(u"Settings"_s, *delegate_);
+    settings->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(settings));
+    learner::pick(settings, u"closeWindow"_s);
+    QVERIFY(!settings->isVisible());
+    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
+}
+
+void tst_menubar::escapeClosesOnlyTheAuxiliaryWindows_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<bool>("closes");
+    QTest::newRow("settings") << u"Settings"_s << true;
+    QTest::newRow("progress") << u"progress"_s << true;
+    QTest::newRow("help") << u"Help"_s << true;
+    QTest::newRow("results") << u"QuizComplete"_s << true;
+    QTest::newRow("main menu") << u"MainMenu"_s << false;
+    QTest::newRow("quiz") << u"MainTest"_s << false;
+}
+
+void tst_menubar::escapeClosesOnlyTheAuxiliaryWindows() {
+    QFETCH(const QString, layout);
+    QFETCH(const bool, closes);
+    platform::Window *window = openwindow::open(layout, *delegate_);
+    learner::type(window, Qt::Key_Escape);
+    QCOMPARE(!window->isVisible(), closes);
+    QCOMPARE(alerts_->messages(), QStringList());
+}
+
+void tst_menubar::aboutSaysWhatTheProgramIs() {
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *delegate_);
+    learner::pick(menu, u"about"_s);
+    QList<QMessageBox *> boxes;
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *box = qobject_cast<QMessageBox *>(widget)) {
+            boxes << box;
+        }
+    }
+    QCOMPARE(boxes.size(), 1);
+    QMessageBox *box = boxes.first();
+    QVERIFY(box->isVisible());
+    // The clock of an open quiz goes on: the box is no alert.
+    QVERIFY(!box->isModal());
+    QVERIFY(box->text().startsWith(u"Zorvan "));
+    for (const QLabel *label : box->findChildren<QLabel *>()) {
+        if (!label->text().isEmpty()) {
+            QVERIFY2(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()),
+                     qUtf8Printable(label->text()));
+        }
+    }
+    box->close();
+    desk::freeUnused();
+    QVERIFY(menu->isVisible());
+}
+
+ZORVAN_TEST_MAIN(tst_menubar)
+#include "tst_menubar.moc"

@@ -1,0 +1,151 @@
+#include <QTest>
+
+#include "platform/textlabel.h"
+#include "shell/eventloop.h"
+#include "shell/openwindow.h"
+#include "support/alerts.h"
+#include "support/standarderror.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+/// The window that appears when no other is left. No test here ends the program.
+class tst_wayback final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void programGoesOnAfterItsLastWindow();
+    void windowAppearsWithItsMenuBarAndSaysHowToGoOn();
+    void windowStaysAwayWhileAnotherIsOpen();
+    void windowStaysAwayWhenAQuizEnds();
+    void windowAppearsAfterAnAbandonedQuiz();
+    void windowGoesWhenAnotherOpens_data();
+    void windowGoesWhenAnotherOpens();
+    void windowComesBackEachTime();
+    void cancelledQuitKeepsTheWayBack();
+
+ private:
+    bool wayBackIsShown() const;
+
+    std::unique_ptr<AppDelegate> delegate_;
+    std::unique_ptr<Alerts> alerts_;
+    std::unique_ptr<StandardError> standardError_;
+};
+
+void tst_wayback::init() {
+    store::fill(store::seeded());
+    quizRun().random = [] { return 0U; };
+    alerts_ = std::make_unique<Alerts>();
+    standardError_ = std::make_unique<StandardError>();
+    delegate_ = std::make_unique<AppDelegate>();
+    platform::Application::shared().loadMainLayout(*delegate_);
+}
+
+void tst_wayback::cleanup() {
+    delegate_.reset();
+    desk::clear();
+    standardError_.reset();
+    QVERIFY(alerts_->verify());
+}
+
+bool tst_wayback::wayBackIsShown() const {
+    return desk::windows(u"MainLayout"_s).size() == 1;
+}
+
+void tst_wayback::programGoesOnAfterItsLastWindow() {
+    openwindow::open(u"MainMenu"_s, *delegate_);
+    QVERIFY(!wayBackIsShown());
+    const int result = eventloop::run([] { desk::window(u"MainMenu"_s)->close(); });
+    QCOMPARE(result, eventloop::StillRunning);
+    QVERIFY(wayBackIsShown());
+}
+
+void tst_wayback::windowAppearsWithItsMenuBarAndSaysHowToGoOn() {
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    QVERIFY(wayBack->menuBar()->isVisible());
+    QCOMPARE(wayBack->menuBar()->actions().size(), 4);
+    const auto labels = wayBack->findChildren<platform::TextLabel *>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(), [](const platform::TextLabel *label) {
+        return label->isVisible() && label->text().contains(u"main menu");
+    }));
+}
+
+void tst_wayback::windowStaysAwayWhileAnotherIsOpen() {
+    platform::Window *help = openwindow::open(u"Help"_s, *delegate_);
+    desk::window(u"MainMenu"_s)->close();
+    QCoreApplication::processEvents();
+    QVERIFY(!wayBackIsShown());
+    help->close();
+    QCoreApplication::processEvents();
+    QVERIFY(wayBackIsShown());
+}
+
+void tst_wayback::windowStaysAwayWhenAQuizEnds() {
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    desk::window(u"MainMenu"_s)->close();
+    learner::finishStructure(quiz, true);
+    QCoreApplication::processEvents();
+    QVERIFY(!wayBackIsShown());
+}
+
+void tst_wayback::windowAppearsAfterAnAbandonedQuiz() {
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    desk::window(u"MainMenu"_s)->close();
+    alerts_->answer(u"No"_s);
+    quiz->close();
+    QCoreApplication::processEvents();
+    QVERIFY(!wayBackIsShown());
+    alerts_->answer(u"Yes"_s);
+    quiz->close();
+    QCoreApplication::processEvents();
+    QVERIFY(wayBackIsShown());
+}
+
+void tst_wayback::windowGoesWhenAnotherOpens_data() {
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("layout");
+    QTest::newRow("main menu") << u"GoMainMenu"_s << u"MainMenu"_s;
+    QTest::newRow("quiz") << u"GoTest7"_s << u"MainTest"_s;
+    QTest::newRow("settings") << u"goPreferences"_s << u"Settings"_s;
+    QTest::newRow("help") << u"ShowHelp"_s << u"Help"_s;
+}
+
+void tst_wayback::windowGoesWhenAnotherOpens() {
+    QFETCH(const QString, action);
+    QFETCH(const QString, layout);
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    learner::pick(wayBack, action);
+    QCoreApplication::processEvents();
+    QVERIFY(!wayBackIsShown());
+    QCOMPARE(desk::windows(layout).size(), 1);
+}
+
+void tst_wayback::windowComesBackEachTime() {
+    for (int time = 0; time < 2; ++time) {
+        const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+        QVERIFY(wayBackIsShown());
+        learner::press(wayBack, u"GoMainMenu"_s);
+        QVERIFY(!wayBackIsShown());
+        desk::window(u"MainMenu"_s)->close();
+        QCoreApplication::processEvents();
+        QVERIFY(wayBackIsShown());
+    }
+}
+
+void tst_wayback::cancelledQuitKeepsTheWayBack() {
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    alerts_->answer(u"No"_s);
+    const int result = eventloop::run([quiz] { learner::pick(quiz, u"quit"_s); });
+    QCOMPARE(result, eventloop::StillRunning);
+    desk::window(u"MainMenu"_s)->close();
+    alerts_->answer(u"Yes"_s);
+    quiz->close();
+    QCoreApplication::processEvents();
+    QVERIFY(wayBackIsShown());
+}
+
+ZORVAN_TEST_MAIN(tst_wayback)
+#include "tst_wayback.moc"
