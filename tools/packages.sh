@@ -1,0 +1,53 @@
+# shellcheck shell=bash disable=SC2034
+# The Debian packages that the scripts need, and how they get on the machine. To be sourced.
+
+# To build the program and run it. Without a font it would show empty windows.
+packages_run=(g++ cmake ninja-build qt6-base-dev fonts-dejavu-core)
+if [ -n "${WAYLAND_DISPLAY-}" ]; then
+    packages_run+=(qt6-wayland)
+fi
+
+# To build and run the tests; Qt's test library comes with qt6-base-dev.
+packages_test=("${packages_run[@]}")
+
+# For a virtual desktop, and to watch and use a program on it.
+packages_tour=(
+    xvfb openbox dbus-daemon at-spi2-core x11-utils
+    python3 python3-gi gir1.2-atspi-2.0 xdotool imagemagick
+)
+
+# Installs those of the packages that are missing. Where that cannot be done it says what is
+# needed and goes on: the tools may be there by other names.
+provide_packages() {
+    local missing=() package
+    for package in "$@"; do
+        is_installed "$package" || missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return
+    fi
+    if can_install; then
+        echo "Installing ${missing[*]}"
+        as_root apt-get -q update || true
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=300 \
+            install -y --no-install-recommends "${missing[@]}" </dev/null && return
+    fi
+    echo "Needed, by the names that Debian gives to its packages: ${missing[*]}." \
+        "They were not installed; going on with what is there." >&2
+}
+
+can_install() {
+    command -v apt-get >/dev/null && { [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null; }
+}
+
+is_installed() {
+    dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
