@@ -4,6 +4,7 @@
 #include <unistd.h>
 #endif
 
+#include <QAccessible>
 #include <QDir>
 #include <QMenu>
 #include <QMenuBar>
@@ -84,10 +85,32 @@ void Application::willShow(Window &window) {
     }
 #ifndef Q_OS_MACOS
     if (window.menuBar()->actions().isEmpty()) {
-        window.menuBar()->addActions(mainLayout_->menuBar()->actions());
+        fillMenuBar(window);
     }
 #endif
     mainLayout_->hide();
+}
+
+void Application::fillMenuBar(Window &window) {
+    // The items are the same in every window, the menus that hold them are not: to a screen
+    // reader a menu belongs to one window.
+    for (const QAction *shared : mainLayout_->menuBar()->actions()) {
+        QMenu *menu = window.menuBar()->addMenu(shared->text());
+        menu->addActions(shared->menu()->actions());
+        connect(menu, &QObject::destroyed, this, &Application::forgetAccessibleItems);
+    }
+}
+
+void Application::forgetAccessibleItems() {
+    // Each was known as an item of the first menu that a screen reader found it in, and would
+    // stay lost with that menu.
+    for (const QAction *menu : mainLayout_->menuBar()->actions()) {
+        for (QAction *item : menu->menu()->actions()) {
+            if (QAccessibleInterface *known = QAccessible::queryAccessibleInterface(item)) {
+                QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+            }
+        }
+    }
 }
 
 void Application::didClose() {

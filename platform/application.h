@@ -48,6 +48,8 @@ class Application final : public QApplication, public WindowDelegate {
  private:
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
+    void fillMenuBar(Window &window);
+    void forgetAccessibleItems();
     void offerWayBack();
     static bool everyWindowAgreesToClose();
 

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTest>
@@ -5,6 +6,7 @@
 
 #include "shell/help.h"
 #include "shell/openwindow.h"
+#include "shell/settingscontroller.h"
 #include "support/alerts.h"
 #include "support/standarderror.h"
 #include "support/testmain.h"
@@ -20,6 +22,7 @@ class tst_menubar final : public QObject {
 
     void everyWindowShowsTheSameMenuItems_data();
     void everyWindowShowsTheSameMenuItems();
+    void screenReaderFindsEachWindowsOwnItems();
     void shortcutsWorkFromEveryWindow_data();
     void shortcutsWorkFromEveryWindow();
     void shortcutClosesTheWindowInFront_data();
@@ -66,7 +69,45 @@ void tst_menubar::everyWindowShowsTheSameMenuItems() {
     QCOMPARE(menus.size(), 4);
     const platform::Window *window = openwindow::open(layout, *delegate_);
     QVERIFY(window->menuBar()->isVisible());
-    QCOMPARE(window->menuBar()->actions(), menus);
+    const QList<QAction *> shown = window->menuBar()->actions();
+    QCOMPARE(shown.size(), menus.size());
+    for (qsizetype i = 0; i < menus.size(); ++i) {
+        QCOMPARE(shown.at(i)->text(), menus.at(i)->text());
+        QCOMPARE(shown.at(i)->menu()->actions(), menus.at(i)->menu()->actions());
+    }
+}
+
+void tst_menubar::screenReaderFindsEachWindowsOwnItems() {
+    const auto itemsRead = [](const platform::Window &window) {
+        QStringList names;
+        const QAccessibleInterface *bar = QAccessible::queryAccessibleInterface(window.menuBar());
+        for (int i = 0; i < bar->childCount(); ++i) {
+            const QAccessibleInterface *menu = bar->child(i);
+            if (menu->parent() != bar) {
+                names << u"(another window's)"_s;
+            }
+            names << menu->text(QAccessible::Name);
+            for (int item = 0; item < menu->child(0)->childCount(); ++item) {
+                const QAccessibleInterface *read = menu->child(0)->child(item);
+                names << (read != nullptr && read->isValid() ? read->text(QAccessible::Name)
+                                                             : u"(lost)"_s);
+            }
+        }
+        return names;
+    };
+    const QStringList expected{
+        u"Zorvan"_s,    u"About Zorvan"_s, u"Settings"_s,  QString(),       u"Quit"_s,
+        u"Quizzes"_s,   u"Terminology"_s,  u"Variables"_s, u"Methods"_s,    u"Functions"_s,
+        u"Structure"_s, u"Syntax"_s,       QString(),      u"Main Test"_s,  u"Window"_s,
+        u"Main Menu"_s, u"Close Window"_s, u"Help"_s,      u"Zorvan Help"_s};
+    delegate_->ShowHelp();
+    delegate_->goPreferences();
+    QCOMPARE(itemsRead(*delegate_->theHelp->window()), expected);
+    QCOMPARE(itemsRead(*delegate_->theSettings->window()), expected);
+    delegate_->theHelp->close();
+    delegate_->theHelp.reset();
+    desk::freeUnused();
+    QCOMPARE(itemsRead(*delegate_->theSettings->window()), expected);
 }
 
 void tst_menubar::shortcutsWorkFromEveryWindow_data() {
