@@ -4,7 +4,9 @@
 
 namespace content {
 
-std::uint32_t systemRandom() { return QRandomGenerator::global()->generate(); }
+std::uint32_t systemRandom() {
+    return QRandomGenerator::global()->generate();
+}
 
 void shuffle(QStringList &list, const RandomSource &random) {
     for (qsizetype i = 0; i < list.size(); ++i) {

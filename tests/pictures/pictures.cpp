@@ -104,10 +104,9 @@ void takeAll(Album &album) {
     store::fill(withProgress(u"1"_s, u"pass"_s));
     takeOne<MainMenu>(album, u"MainMenu"_s, u"main-menu"_s);
     takeQuiz(album);
-    for (const auto &[test, status, name] :
-         {std::tuple{u"2"_s, u"pass"_s, u"results-pass"_s},
-          std::tuple{u"1"_s, u"pass"_s, u"results-mastered"_s},
-          std::tuple{u"3"_s, u"fail"_s, u"results-fail"_s}}) {
+    for (const auto &[test, status, name] : {std::tuple{u"2"_s, u"pass"_s, u"results-pass"_s},
+                                             std::tuple{u"1"_s, u"pass"_s, u"results-mastered"_s},
+                                             std::tuple{u"3"_s, u"fail"_s, u"results-fail"_s}}) {
         store::fill(withProgress(test, status));
         takeOne<QuizComplete>(album, u"QuizComplete"_s, name);
     }
@@ -124,8 +123,9 @@ void takeAll(Album &album) {
         album.take(*alert, u"alert"_s);
         alert->close();
     });
-    platform::Alert(u"This will reset all progress. Are you sure you want to clear your progress?"_s,
-                    {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
+    platform::Alert(
+        u"This will reset all progress. Are you sure you want to clear your progress?"_s,
+        {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
         .runModal();
 }
 

@@ -67,17 +67,7 @@ void tst_questionorder::cleanup() {
 }
 
 void tst_questionorder::everyQuizShowsItsNameAndDrawsOnItsNumbers_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::addColumn<int>("questionCount");
-    QTest::newRow("1") << u"Terminology"_s << 1 << 14 << 14;
-    QTest::newRow("2") << u"Variables"_s << 15 << 33 << 19;
-    QTest::newRow("3") << u"Methods"_s << 34 << 43 << 10;
-    QTest::newRow("4") << u"Functions"_s << 44 << 54 << 11;
-    QTest::newRow("5") << u"Structure"_s << 55 << 61 << 7;
-    QTest::newRow("6") << u"Syntax"_s << 62 << 77 << 16;
-    QTest::newRow("7") << u"Main Test"_s << 1 << 77 << 30;
+    golden::quizRows();
 }
 
 void tst_questionorder::everyQuizShowsItsNameAndDrawsOnItsNumbers() {

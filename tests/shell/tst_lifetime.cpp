@@ -1,3 +1,5 @@
+#include <optional>
+
 #include <QPointer>
 #include <QRadioButton>
 #include <QTest>
@@ -10,11 +12,8 @@
 #include "shell/help.h"
 #include "shell/learner.h"
 #include "shell/mainmenu.h"
+#include "shell/runningprogram.h"
 #include "shell/settingscontroller.h"
-#include "support/alerts.h"
-#include "support/desk.h"
-#include "support/standarderror.h"
-#include "support/store.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -46,44 +45,34 @@ class tst_lifetime final : public QObject {
     void launchedProgramFreesEverythingAtItsEnd();
 
  private:
-    std::unique_ptr<AppDelegate> delegate_;
-    std::unique_ptr<Alerts> alerts_;
-    std::unique_ptr<StandardError> standardError_;
+    std::optional<RunningProgram> program_;
 };
 
 void tst_lifetime::init() {
-    store::fill(store::seeded());
-    quizRun().random = [] { return 0U; };
-    alerts_ = std::make_unique<Alerts>();
-    standardError_ = std::make_unique<StandardError>();
-    delegate_ = std::make_unique<AppDelegate>();
-    platform::Application::shared().loadMainLayout(*delegate_);
-    delegate_->applicationDidFinishLaunching();
+    program_.emplace();
+    program_->delegate->applicationDidFinishLaunching();
 }
 
 void tst_lifetime::cleanup() {
-    delegate_.reset();
-    desk::clear();
-    standardError_.reset();
-    QVERIFY(alerts_->verify());
+    QVERIFY(program_->end());
 }
 
 void tst_lifetime::propertyKeepsTheControllerOfAClosedWindow() {
-    delegate_->ShowHelp();
-    const QPointer<Help> help = delegate_->theHelp.get();
+    program_->delegate->ShowHelp();
+    const QPointer<Help> help = program_->delegate->theHelp.get();
     help->window()->close();
     freeUnused();
     QVERIFY(help);
     QVERIFY(!help->window()->isVisible());
-    delegate_->ShowHelp();
+    program_->delegate->ShowHelp();
     freeUnused();
     QVERIFY(!help);
 }
 
 void tst_lifetime::replacedControllersWindowGoesOnWorkingUntilClosed() {
-    delegate_->goPreferences();
-    const QPointer<SettingsController> first = delegate_->theSettings.get();
-    delegate_->goPreferences();
+    program_->delegate->goPreferences();
+    const QPointer<SettingsController> first = program_->delegate->theSettings.get();
+    program_->delegate->goPreferences();
     freeUnused();
     QVERIFY(first);
     QVERIFY(first->window()->isVisible());
@@ -98,14 +87,14 @@ void tst_lifetime::replacedControllersWindowGoesOnWorkingUntilClosed() {
 }
 
 void tst_lifetime::replacedQuizWindowGoesOnWorkingUntilClosed() {
-    delegate_->GoTest5();
-    const QPointer<MainTest> first = delegate_->theMainTest.get();
-    delegate_->GoTest5();
+    program_->delegate->GoTest5();
+    const QPointer<MainTest> first = program_->delegate->theMainTest.get();
+    program_->delegate->GoTest5();
     freeUnused();
     QVERIFY(first);
     desk::click(first->window(), u"btnAnswer1"_s);
     QCOMPARE(desk::text(first->window(), u"lblStatus"_s), u"correct"_s);
-    alerts_->answer(u"Yes"_s);
+    program_->alerts->answer(u"Yes"_s);
     first->window()->close();
     freeUnused();
     QVERIFY(!first);
@@ -113,12 +102,12 @@ void tst_lifetime::replacedQuizWindowGoesOnWorkingUntilClosed() {
 }
 
 void tst_lifetime::closedWindowsThatNobodyHoldsAreFreed() {
-    const QPointer<MainMenu> menu = delegate_->theMainMenu.get();
+    const QPointer<MainMenu> menu = program_->delegate->theMainMenu.get();
     learner::press(menu->window(), u"showProgress"_s);
     const QPointer<progress> overview = menu->progressController.get();
     learner::press(menu->window(), u"showPreferences"_s);
     const QPointer<SettingsController> settings = menu->settingsController.get();
-    delegate_->theMainMenu.reset();
+    program_->delegate->theMainMenu.reset();
     overview->window()->close();
     freeUnused();
     QVERIFY(menu && overview && settings);
@@ -135,10 +124,10 @@ void tst_lifetime::closedWindowsThatNobodyHoldsAreFreed() {
 }
 
 void tst_lifetime::quizOutlivesTheMainMenuThatOpenedIt() {
-    const QPointer<MainMenu> menu = delegate_->theMainMenu.get();
+    const QPointer<MainMenu> menu = program_->delegate->theMainMenu.get();
     learner::press(menu->window(), u"goTest5"_s);
     menu->window()->close();
-    delegate_->theMainMenu.reset();
+    program_->delegate->theMainMenu.reset();
     freeUnused();
     QVERIFY(!menu);
     platform::Window *quiz = desk::window(u"MainTest"_s);
@@ -148,8 +137,8 @@ void tst_lifetime::quizOutlivesTheMainMenuThatOpenedIt() {
 }
 
 void tst_lifetime::quizThatEndsHoldsItsResults() {
-    delegate_->GoTest5();
-    const QPointer<MainTest> quiz = delegate_->theMainTest.get();
+    program_->delegate->GoTest5();
+    const QPointer<MainTest> quiz = program_->delegate->theMainTest.get();
     learner::finishStructure(quiz->window(), true);
     const QPointer<QuizComplete> results = quiz->quizComplete.get();
     QVERIFY(results->window()->isVisible());
@@ -157,20 +146,20 @@ void tst_lifetime::quizThatEndsHoldsItsResults() {
     freeUnused();
     QVERIFY(quiz);
     QVERIFY(results);
-    delegate_->theMainTest.reset();
+    program_->delegate->theMainTest.reset();
     freeUnused();
     QVERIFY(!quiz);
     QVERIFY(!results);
 }
 
 void tst_lifetime::launchedProgramFreesEverythingAtItsEnd() {
-    delegate_->GoTest5();
-    delegate_->ShowHelp();
-    delegate_->goPreferences();
-    const QPointer<MainTest> quiz = delegate_->theMainTest.get();
-    const QPointer<Help> help = delegate_->theHelp.get();
-    const QPointer<SettingsController> settings = delegate_->theSettings.get();
-    delegate_.reset();
+    program_->delegate->GoTest5();
+    program_->delegate->ShowHelp();
+    program_->delegate->goPreferences();
+    const QPointer<MainTest> quiz = program_->delegate->theMainTest.get();
+    const QPointer<Help> help = program_->delegate->theHelp.get();
+    const QPointer<SettingsController> settings = program_->delegate->theSettings.get();
+    program_->delegate.reset();
     QVERIFY(quiz && help && settings);
     desk::clear();
     QVERIFY(!quiz);

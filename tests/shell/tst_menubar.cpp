@@ -1,3 +1,5 @@
+#include <optional>
+
 #include <QAccessible>
 #include <QLabel>
 #include <QMessageBox>
@@ -6,9 +8,8 @@
 
 #include "shell/help.h"
 #include "shell/openwindow.h"
+#include "shell/runningprogram.h"
 #include "shell/settingscontroller.h"
-#include "support/alerts.h"
-#include "support/standarderror.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -34,25 +35,15 @@ class tst_menubar final : public QObject {
     void aboutSaysWhatTheProgramIs();
 
  private:
-    std::unique_ptr<AppDelegate> delegate_;
-    std::unique_ptr<Alerts> alerts_;
-    std::unique_ptr<StandardError> standardError_;
+    std::optional<RunningProgram> program_;
 };
 
 void tst_menubar::init() {
-    store::fill(store::seeded());
-    quizRun().random = [] { return 0U; };
-    alerts_ = std::make_unique<Alerts>();
-    standardError_ = std::make_unique<StandardError>();
-    delegate_ = std::make_unique<AppDelegate>();
-    platform::Application::shared().loadMainLayout(*delegate_);
+    program_.emplace();
 }
 
 void tst_menubar::cleanup() {
-    delegate_.reset();
-    desk::clear();
-    standardError_.reset();
-    QVERIFY(alerts_->verify());
+    QVERIFY(program_->end());
 }
 
 void tst_menubar::everyWindowShowsTheSameMenuItems_data() {
@@ -64,10 +55,10 @@ void tst_menubar::everyWindowShowsTheSameMenuItems_data() {
 
 void tst_menubar::everyWindowShowsTheSameMenuItems() {
     QFETCH(const QString, layout);
-    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *program_->delegate);
     const QList<QAction *> menus = wayBack->menuBar()->actions();
     QCOMPARE(menus.size(), 4);
-    const platform::Window *window = openwindow::open(layout, *delegate_);
+    const platform::Window *window = openwindow::open(layout, *program_->delegate);
     QVERIFY(window->menuBar()->isVisible());
     const QList<QAction *> shown = window->menuBar()->actions();
     QCOMPARE(shown.size(), menus.size());
@@ -100,14 +91,14 @@ void tst_menubar::screenReaderFindsEachWindowsOwnItems() {
         u"Quizzes"_s,   u"Terminology"_s,  u"Variables"_s, u"Methods"_s,    u"Functions"_s,
         u"Structure"_s, u"Syntax"_s,       QString(),      u"Main Test"_s,  u"Window"_s,
         u"Main Menu"_s, u"Close Window"_s, u"Help"_s,      u"Zorvan Help"_s};
-    delegate_->ShowHelp();
-    delegate_->goPreferences();
-    QCOMPARE(itemsRead(*delegate_->theHelp->window()), expected);
-    QCOMPARE(itemsRead(*delegate_->theSettings->window()), expected);
-    delegate_->theHelp->close();
-    delegate_->theHelp.reset();
+    program_->delegate->ShowHelp();
+    program_->delegate->goPreferences();
+    QCOMPARE(itemsRead(*program_->delegate->theHelp->window()), expected);
+    QCOMPARE(itemsRead(*program_->delegate->theSettings->window()), expected);
+    program_->delegate->theHelp->close();
+    program_->delegate->theHelp.reset();
     desk::freeUnused();
-    QCOMPARE(itemsRead(*delegate_->theSettings->window()), expected);
+    QCOMPARE(itemsRead(*program_->delegate->theSettings->window()), expected);
 }
 
 void tst_menubar::shortcutsWorkFromEveryWindow_data() {
@@ -142,7 +133,7 @@ void tst_menubar::shortcutsWorkFromEveryWindow() {
     QFETCH(const QKeyCombination, key);
     QFETCH(const QString, opened);
     QFETCH(const QString, quizId);
-    platform::Window *window = openwindow::open(layout, *delegate_);
+    platform::Window *window = openwindow::open(layout, *program_->delegate);
     const QList<platform::Window *> before = desk::windows(opened);
     store::forgetWrites();
     learner::type(window, key);
@@ -166,14 +157,14 @@ void tst_menubar::shortcutClosesTheWindowInFront_data() {
 
 void tst_menubar::shortcutClosesTheWindowInFront() {
     QFETCH(const QString, layout);
-    delegate_->ShowHelp();
-    const platform::Window *behind = delegate_->theHelp->window();
+    program_->delegate->ShowHelp();
+    const platform::Window *behind = program_->delegate->theHelp->window();
     platform::Window *window = nullptr;
     if (layout == u"Help") {
-        delegate_->ShowHelp();
-        window = delegate_->theHelp->window();
+        program_->delegate->ShowHelp();
+        window = program_->delegate->theHelp->window();
     } else {
-        window = openwindow::open(layout, *delegate_);
+        window = openwindow::open(layout, *program_->delegate);
     }
     QVERIFY(window != behind);
     learner::type(window, Qt::CTRL | Qt::Key_W);
@@ -182,21 +173,21 @@ void tst_menubar::shortcutClosesTheWindowInFront() {
 }
 
 void tst_menubar::shortcutAsksTheQuizBeforeItCloses() {
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
-    alerts_->answer(u"No"_s);
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
+    program_->alerts->answer(u"No"_s);
     learner::type(quiz, Qt::CTRL | Qt::Key_W);
     QVERIFY(quiz->isVisible());
-    alerts_->answer(u"Yes"_s);
+    program_->alerts->answer(u"Yes"_s);
     learner::type(quiz, Qt::CTRL | Qt::Key_W);
     QVERIFY(!quiz->isVisible());
-    QCOMPARE(alerts_->messages().size(), 2);
-    QCOMPARE(alerts_->messages().first(),
+    QCOMPARE(program_->alerts->messages().size(), 2);
+    QCOMPARE(program_->alerts->messages().first(),
              u"This will end your current progress on this test, would you still like to close "
              "this window?"_s);
 }
 
 void tst_menubar::closeItemClosesOnlyTheWindowInFront() {
-    platform::Window *settings = openwindow::open(u"Settings"_s, *delegate_);
+    platform::Window *settings = openwindow::open(u"Settings"_s, *program_->delegate);
     settings->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(settings));
     learner::pick(settings, u"closeWindow"_s);
@@ -218,14 +209,14 @@ void tst_menubar::escapeClosesOnlyTheAuxiliaryWindows_data() {
 void tst_menubar::escapeClosesOnlyTheAuxiliaryWindows() {
     QFETCH(const QString, layout);
     QFETCH(const bool, closes);
-    platform::Window *window = openwindow::open(layout, *delegate_);
+    platform::Window *window = openwindow::open(layout, *program_->delegate);
     learner::type(window, Qt::Key_Escape);
     QCOMPARE(!window->isVisible(), closes);
-    QCOMPARE(alerts_->messages(), QStringList());
+    QCOMPARE(program_->alerts->messages(), QStringList());
 }
 
 void tst_menubar::aboutSaysWhatTheProgramIs() {
-    platform::Window *menu = openwindow::open(u"MainMenu"_s, *delegate_);
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
     learner::pick(menu, u"about"_s);
     QList<QMessageBox *> boxes;
     for (QWidget *widget : QApplication::topLevelWidgets()) {

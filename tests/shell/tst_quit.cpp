@@ -1,10 +1,11 @@
+#include <optional>
+
 #include <QTest>
 
 #include "shell/eventloop.h"
 #include "shell/help.h"
 #include "shell/openwindow.h"
-#include "support/alerts.h"
-#include "support/standarderror.h"
+#include "shell/runningprogram.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -31,25 +32,15 @@ class tst_quit final : public QObject {
     /// quit once does not offer it again.
     platform::Window *open(const QString &layout);
 
-    std::unique_ptr<AppDelegate> delegate_;
-    std::unique_ptr<Alerts> alerts_;
-    std::unique_ptr<StandardError> standardError_;
+    std::optional<RunningProgram> program_;
 };
 
 void tst_quit::init() {
-    store::fill(store::seeded());
-    quizRun().random = [] { return 0U; };
-    alerts_ = std::make_unique<Alerts>();
-    standardError_ = std::make_unique<StandardError>();
-    delegate_ = std::make_unique<AppDelegate>();
-    platform::Application::shared().loadMainLayout(*delegate_);
+    program_.emplace();
 }
 
 void tst_quit::cleanup() {
-    delegate_.reset();
-    desk::clear();
-    standardError_.reset();
-    QVERIFY(alerts_->verify());
+    QVERIFY(program_->end());
 }
 
 int tst_quit::openWindows() {
@@ -62,7 +53,7 @@ int tst_quit::openWindows() {
 
 platform::Window *tst_quit::open(const QString &layout) {
     if (layout != u"MainLayout") {
-        return openwindow::open(layout, *delegate_);
+        return openwindow::open(layout, *program_->delegate);
     }
     for (QWidget *widget : QApplication::topLevelWidgets()) {
         if (widget->objectName() == layout) {
@@ -73,14 +64,14 @@ platform::Window *tst_quit::open(const QString &layout) {
 }
 
 void tst_quit::quitClosesEveryWindowAndEndsTheProgram() {
-    platform::Window *settings = openwindow::open(u"Settings"_s, *delegate_);
-    delegate_->ShowHelp();
+    platform::Window *settings = openwindow::open(u"Settings"_s, *program_->delegate);
+    program_->delegate->ShowHelp();
     QCOMPARE(openWindows(), 3);
     const int result = eventloop::run([settings] { learner::pick(settings, u"quit"_s); });
     QCOMPARE(result, 0);
     QCoreApplication::processEvents();
     QCOMPARE(openWindows(), 0);
-    QCOMPARE(alerts_->messages(), QStringList());
+    QCOMPARE(program_->alerts->messages(), QStringList());
 }
 
 void tst_quit::shortcutQuitsFromEveryWindow_data() {
@@ -94,7 +85,7 @@ void tst_quit::shortcutQuitsFromEveryWindow() {
     QFETCH(const QString, layout);
     platform::Window *window = open(layout);
     if (layout == u"MainTest") {
-        alerts_->answer(u"Yes"_s);
+        program_->alerts->answer(u"Yes"_s);
     }
     const int result = eventloop::run([window] { learner::type(window, Qt::CTRL | Qt::Key_Q); });
     QCOMPARE(result, 0);
@@ -102,18 +93,18 @@ void tst_quit::shortcutQuitsFromEveryWindow() {
 }
 
 void tst_quit::noInAQuizCancelsQuitWithEveryWindowOpen() {
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
-    delegate_->ShowHelp();
-    delegate_->goPreferences();
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
+    program_->delegate->ShowHelp();
+    program_->delegate->goPreferences();
     desk::click(quiz, u"btnAnswer1"_s);
     int openAtTheQuestion = 0;
-    alerts_->answer(u"No"_s, [&] { openAtTheQuestion = openWindows(); });
+    program_->alerts->answer(u"No"_s, [&] { openAtTheQuestion = openWindows(); });
     const int result = eventloop::run([quiz] { learner::pick(quiz, u"quit"_s); });
 
     QCOMPARE(result, eventloop::StillRunning);
     QCOMPARE(openAtTheQuestion, 4);
     QCOMPARE(openWindows(), 4);
-    QCOMPARE(alerts_->messages(),
+    QCOMPARE(program_->alerts->messages(),
              QStringList{u"This will end your current progress on this test, would you still like "
                          "to close this window?"_s});
     // The attempt goes on.
@@ -123,33 +114,33 @@ void tst_quit::noInAQuizCancelsQuitWithEveryWindowOpen() {
 
 void tst_quit::yesInAQuizEndsTheProgramAndRecordsNothing() {
     store::set(u"timedQuizzes"_s, u"yes"_s);
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
-    delegate_->ShowHelp();
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
+    program_->delegate->ShowHelp();
     store::forgetWrites();
     int openAtTheQuestion = 0;
-    alerts_->answer(u"Yes"_s, [&] { openAtTheQuestion = openWindows(); });
+    program_->alerts->answer(u"Yes"_s, [&] { openAtTheQuestion = openWindows(); });
     const int result = eventloop::run([quiz] { learner::pick(quiz, u"quit"_s); });
 
     QCOMPARE(result, 0);
     QCOMPARE(openAtTheQuestion, 3);
     QCOMPARE(openWindows(), 0);
-    QCOMPARE(alerts_->messages().size(), 1);
+    QCOMPARE(program_->alerts->messages().size(), 1);
     QCOMPARE(store::writes(), QList<store::Write>());
     QVERIFY(quizRun().quizTimer);
     QVERIFY(!quizRun().quizTimer->isValid());
 }
 
 void tst_quit::oneNoOfTwoQuizzesCancelsQuit() {
-    platform::Window *menu = openwindow::open(u"MainMenu"_s, *delegate_);
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
     learner::press(menu, u"goTest5"_s);
     learner::pick(menu, u"GoTest6"_s);
-    delegate_->ShowHelp();
-    alerts_->answer(u"Yes"_s);
-    alerts_->answer(u"No"_s);
+    program_->delegate->ShowHelp();
+    program_->alerts->answer(u"Yes"_s);
+    program_->alerts->answer(u"No"_s);
     const int result = eventloop::run([menu] { learner::pick(menu, u"quit"_s); });
     QCOMPARE(result, eventloop::StillRunning);
     QVERIFY(menu->isVisible());
-    QVERIFY(delegate_->theHelp->window()->isVisible());
+    QVERIFY(program_->delegate->theHelp->window()->isVisible());
     QCOMPARE(desk::windows(u"MainTest"_s).size(), 1);
 }
 

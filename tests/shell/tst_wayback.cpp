@@ -1,10 +1,11 @@
+#include <optional>
+
 #include <QTest>
 
 #include "platform/textlabel.h"
 #include "shell/eventloop.h"
 #include "shell/openwindow.h"
-#include "support/alerts.h"
-#include "support/standarderror.h"
+#include "shell/runningprogram.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -30,25 +31,15 @@ class tst_wayback final : public QObject {
  private:
     bool wayBackIsShown() const;
 
-    std::unique_ptr<AppDelegate> delegate_;
-    std::unique_ptr<Alerts> alerts_;
-    std::unique_ptr<StandardError> standardError_;
+    std::optional<RunningProgram> program_;
 };
 
 void tst_wayback::init() {
-    store::fill(store::seeded());
-    quizRun().random = [] { return 0U; };
-    alerts_ = std::make_unique<Alerts>();
-    standardError_ = std::make_unique<StandardError>();
-    delegate_ = std::make_unique<AppDelegate>();
-    platform::Application::shared().loadMainLayout(*delegate_);
+    program_.emplace();
 }
 
 void tst_wayback::cleanup() {
-    delegate_.reset();
-    desk::clear();
-    standardError_.reset();
-    QVERIFY(alerts_->verify());
+    QVERIFY(program_->end());
 }
 
 bool tst_wayback::wayBackIsShown() const {
@@ -56,7 +47,7 @@ bool tst_wayback::wayBackIsShown() const {
 }
 
 void tst_wayback::programGoesOnAfterItsLastWindow() {
-    openwindow::open(u"MainMenu"_s, *delegate_);
+    openwindow::open(u"MainMenu"_s, *program_->delegate);
     QVERIFY(!wayBackIsShown());
     const int result = eventloop::run([] { desk::window(u"MainMenu"_s)->close(); });
     QCOMPARE(result, eventloop::StillRunning);
@@ -64,7 +55,7 @@ void tst_wayback::programGoesOnAfterItsLastWindow() {
 }
 
 void tst_wayback::windowAppearsWithItsMenuBarAndSaysHowToGoOn() {
-    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *program_->delegate);
     QVERIFY(wayBack->menuBar()->isVisible());
     QCOMPARE(wayBack->menuBar()->actions().size(), 4);
     const auto labels = wayBack->findChildren<platform::TextLabel *>();
@@ -74,7 +65,7 @@ void tst_wayback::windowAppearsWithItsMenuBarAndSaysHowToGoOn() {
 }
 
 void tst_wayback::windowStaysAwayWhileAnotherIsOpen() {
-    platform::Window *help = openwindow::open(u"Help"_s, *delegate_);
+    platform::Window *help = openwindow::open(u"Help"_s, *program_->delegate);
     desk::window(u"MainMenu"_s)->close();
     QCoreApplication::processEvents();
     QVERIFY(!wayBackIsShown());
@@ -84,7 +75,7 @@ void tst_wayback::windowStaysAwayWhileAnotherIsOpen() {
 }
 
 void tst_wayback::windowStaysAwayWhenAQuizEnds() {
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
     desk::window(u"MainMenu"_s)->close();
     learner::finishStructure(quiz, true);
     QCoreApplication::processEvents();
@@ -92,13 +83,13 @@ void tst_wayback::windowStaysAwayWhenAQuizEnds() {
 }
 
 void tst_wayback::windowAppearsAfterAnAbandonedQuiz() {
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
     desk::window(u"MainMenu"_s)->close();
-    alerts_->answer(u"No"_s);
+    program_->alerts->answer(u"No"_s);
     quiz->close();
     QCoreApplication::processEvents();
     QVERIFY(!wayBackIsShown());
-    alerts_->answer(u"Yes"_s);
+    program_->alerts->answer(u"Yes"_s);
     quiz->close();
     QCoreApplication::processEvents();
     QVERIFY(wayBackIsShown());
@@ -116,7 +107,7 @@ void tst_wayback::windowGoesWhenAnotherOpens_data() {
 void tst_wayback::windowGoesWhenAnotherOpens() {
     QFETCH(const QString, action);
     QFETCH(const QString, layout);
-    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+    const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *program_->delegate);
     learner::pick(wayBack, action);
     QCoreApplication::processEvents();
     QVERIFY(!wayBackIsShown());
@@ -125,7 +116,7 @@ void tst_wayback::windowGoesWhenAnotherOpens() {
 
 void tst_wayback::windowComesBackEachTime() {
     for (int time = 0; time < 2; ++time) {
-        const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *delegate_);
+        const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *program_->delegate);
         QVERIFY(wayBackIsShown());
         learner::press(wayBack, u"GoMainMenu"_s);
         QVERIFY(!wayBackIsShown());
@@ -136,12 +127,12 @@ void tst_wayback::windowComesBackEachTime() {
 }
 
 void tst_wayback::cancelledQuitKeepsTheWayBack() {
-    platform::Window *quiz = openwindow::open(u"MainTest"_s, *delegate_);
-    alerts_->answer(u"No"_s);
+    platform::Window *quiz = openwindow::open(u"MainTest"_s, *program_->delegate);
+    program_->alerts->answer(u"No"_s);
     const int result = eventloop::run([quiz] { learner::pick(quiz, u"quit"_s); });
     QCOMPARE(result, eventloop::StillRunning);
     desk::window(u"MainMenu"_s)->close();
-    alerts_->answer(u"Yes"_s);
+    program_->alerts->answer(u"Yes"_s);
     quiz->close();
     QCoreApplication::processEvents();
     QVERIFY(wayBackIsShown());
