@@ -63,13 +63,14 @@ void LevelIndicator::paintEvent(QPaintEvent *) {
     const double gap = theme::unit(*this) / (segments > 10 ? 4 : 2);
     const double width = (this->width() + gap) / segments - gap;
     const double radius = qMin(width, double(height())) / 3;
-    // Half a pixel inside, so that the outline is as crisp as the fill.
-    constexpr double inset = 0.75;
+    constexpr double outlineWidth = 1.5;
+    constexpr double inset = outlineWidth / 2;
     for (int segment = 0; segment < segments; ++segment) {
         const double x = segment * (width + gap);
         const QRectF box = QRectF(x, 0, width, height()).adjusted(inset, inset, -inset, -inset);
         const bool filled = segment < value_;
-        painter.setPen(QPen(filled ? theme::accent(palette()) : theme::outline(palette()), 1.5));
+        painter.setPen(
+            QPen(filled ? theme::accent(palette()) : theme::outline(palette()), outlineWidth));
         painter.setBrush(filled ? QBrush(theme::accent(palette())) : Qt::NoBrush);
         painter.drawRoundedRect(box, radius, radius);
     }

@@ -37,7 +37,7 @@ bool isWellFormed(const QByteArray &text) {
 
 Preferences::Preferences() {
     open();
-    isParsable();
+    checkParsable();
 }
 
 Preferences &Preferences::standardUserDefaults() {
@@ -54,7 +54,7 @@ void Preferences::open() {
 }
 
 void Preferences::setValueForKey(const QString &value, const QString &key) {
-    if (!isParsable() && !reportedUnwritable_) {
+    if (!checkParsable() && !reportedUnwritable_) {
         keepAside();
     }
     settings_->setValue(key, value);
@@ -84,7 +84,7 @@ std::optional<QString> Preferences::objectForKey(const QString &key) {
     return valueForKey(key);
 }
 
-bool Preferences::isParsable() {
+bool Preferences::checkParsable() {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     QFile file(settings_->fileName());
     if (!file.open(QIODevice::ReadOnly) || isWellFormed(file.readAll())) {

@@ -28,7 +28,8 @@ class Preferences final {
 
  private:
     void open();
-    bool isParsable();
+    /// Whether the file can be parsed; reports it once where it cannot.
+    bool checkParsable();
     void keepAside() const;
 
     std::unique_ptr<QSettings> settings_;

@@ -8,7 +8,7 @@
 namespace platform {
 
 QSize RowButton::sizeHint() const {
-    const int side = qRound(theme::unit(*this) * 4.5);
+    const int side = qRound(theme::unit(*this) * theme::smallestTarget);
     if (badge_) {
         return {side, side};
     }

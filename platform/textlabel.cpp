@@ -1,7 +1,5 @@
 #include "platform/textlabel.h"
 
-#include <algorithm>
-
 #include <QStylePainter>
 
 #include "platform/theme.h"

@@ -47,9 +47,6 @@ QColor tint(const QPalette &palette, float share) {
                 palette.color(QPalette::Active, QPalette::WindowText), share);
 }
 
-/// The least height of anything that can be pressed, in units.
-constexpr double smallestTarget = 4.5;
-
 void scaleText(QWidget &widget) {
     const QString name = widget.property("textStyle").toString();
     for (const TextStyle &style : textStyles) {

@@ -27,6 +27,9 @@ QColor outline(const QPalette &palette);
 /// The dark band behind white text.
 QColor band(const QPalette &palette);
 
+/// The least height of anything that can be pressed, in units.
+inline constexpr double smallestTarget = 4.5;
+
 /// The eight-unit of the rhythm in pixels, for text of `widget`'s font.
 double unit(const QWidget &widget);
 

@@ -9,7 +9,7 @@
 namespace platform {
 
 WindowController::WindowController(const QString &layoutName)
-    : layoutName_(layoutName), buildLayout_(layoutNamed(layoutName)) {}
+    : buildLayout_(layoutNamed(layoutName)) {}
 
 WindowController::~WindowController() = default;
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include <QObject>
@@ -53,7 +52,6 @@ class WindowController : public QObject,
     void putOnScreen();
     void windowDidClose() final;
 
-    QString layoutName_;
     LayoutBuilder buildLayout_;
     std::vector<OutletBase *> outlets_;
     std::unique_ptr<Window> window_;

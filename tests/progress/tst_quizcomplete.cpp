@@ -194,15 +194,7 @@ void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome() {
 }
 
 void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount_data() {
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("quiz 1") << u"1"_s << u"Terminology"_s;
-    QTest::newRow("quiz 2") << u"2"_s << u"Variables"_s;
-    QTest::newRow("quiz 3") << u"3"_s << u"Methods"_s;
-    QTest::newRow("quiz 4") << u"4"_s << u"Functions"_s;
-    QTest::newRow("quiz 5") << u"5"_s << u"Structure"_s;
-    QTest::newRow("quiz 6") << u"6"_s << u"Syntax"_s;
-    QTest::newRow("quiz 7") << u"7"_s << u"Main Test"_s;
+    learner::quizRows();
 }
 
 void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount() {

@@ -14,6 +14,19 @@
 /// What a learner does with a window, whatever the layout calls its controls.
 namespace learner {
 
+/// A test's rows: each quiz by its id, with its name.
+inline void quizRows() {
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("quiz 1") << QStringLiteral("1") << QStringLiteral("Terminology");
+    QTest::newRow("quiz 2") << QStringLiteral("2") << QStringLiteral("Variables");
+    QTest::newRow("quiz 3") << QStringLiteral("3") << QStringLiteral("Methods");
+    QTest::newRow("quiz 4") << QStringLiteral("4") << QStringLiteral("Functions");
+    QTest::newRow("quiz 5") << QStringLiteral("5") << QStringLiteral("Structure");
+    QTest::newRow("quiz 6") << QStringLiteral("6") << QStringLiteral("Syntax");
+    QTest::newRow("quiz 7") << QStringLiteral("7") << QStringLiteral("Main Test");
+}
+
 /// The button that asks for that action; ends the test program where there is none.
 inline QAbstractButton &button(const QWidget *window, const QString &action) {
     if (window != nullptr) {

@@ -58,7 +58,6 @@ class tst_navigation final : public QObject {
     void journeyLogsThreeLines();
 
  private:
-    static void quizRows();
     static void openerRows();
     /// Starts quiz 5 from the menu bar or from the main menu window.
     void startStructure(bool fromTheMenuBar) const;
@@ -123,20 +122,8 @@ void tst_navigation::launchWithoutTheMainMenuLayoutRaises() {
     QCOMPARE(standardError.lines(), QStringList());
 }
 
-void tst_navigation::quizRows() {
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("quiz 1") << u"1"_s << u"Terminology"_s;
-    QTest::newRow("quiz 2") << u"2"_s << u"Variables"_s;
-    QTest::newRow("quiz 3") << u"3"_s << u"Methods"_s;
-    QTest::newRow("quiz 4") << u"4"_s << u"Functions"_s;
-    QTest::newRow("quiz 5") << u"5"_s << u"Structure"_s;
-    QTest::newRow("quiz 6") << u"6"_s << u"Syntax"_s;
-    QTest::newRow("quiz 7") << u"7"_s << u"Main Test"_s;
-}
-
 void tst_navigation::quizButtonOpensItsQuizOverTheMainMenu_data() {
-    quizRows();
+    learner::quizRows();
 }
 
 void tst_navigation::quizButtonOpensItsQuizOverTheMainMenu() {
@@ -157,7 +144,7 @@ void tst_navigation::quizButtonOpensItsQuizOverTheMainMenu() {
 }
 
 void tst_navigation::menuItemOpensItsQuizAndLeavesTheMainMenu_data() {
-    quizRows();
+    learner::quizRows();
 }
 
 void tst_navigation::menuItemOpensItsQuizAndLeavesTheMainMenu() {
