@@ -6,19 +6,34 @@
 
 #include <QAccessible>
 #include <QDir>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
 
+#include "platform/accessibility.h"
 #include "platform/actions.h"
 #include "platform/layouts.h"
+#include "platform/style.h"
 #include "platform/theme.h"
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
+
+namespace {
+
+void nameMenus(QMenuBar &menuBar) {
+    menuBar.setAccessibleName(u"Menu bar"_s);
+    for (const QAction *menu : menuBar.actions()) {
+        // The name by which a screen reader knows an open menu.
+        menu->menu()->setWindowTitle(menu->iconText());
+    }
+}
+
+}  // namespace
 
 void provideRuntimeFolder() {
 #ifdef Q_OS_LINUX
@@ -38,6 +53,11 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationVersion(QStringLiteral(ZORVAN_VERSION));
     setWindowIcon(QIcon(u":/icons/zorvan.png"_s));
     setQuitOnLastWindowClosed(false);
+    QAccessible::installFactory(describeControl);
+    installEventFilter(this);
+#ifndef Q_OS_MACOS
+    setStyle(new Style);
+#endif
 }
 
 Application::~Application() {
@@ -54,6 +74,7 @@ void Application::loadMainLayout(QObject &delegate) {
     layoutNamed(u"MainLayout"_s)(*mainLayout_);
     theme::dress(*mainLayout_);
     connectActions(*mainLayout_, {&delegate, this});
+    nameMenus(*mainLayout_->menuBar());
 #ifdef Q_OS_MACOS
     desktopMenuBar_ = std::make_unique<QMenuBar>();
     desktopMenuBar_->addActions(mainLayout_->menuBar()->actions());
@@ -75,6 +96,11 @@ void Application::about() {
     box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
     box->setInformativeText(u"%1\n\nQt %2"_s.arg(mainLayout_->property("about").toString(),
                                                  QString::fromLatin1(qVersion())));
+    for (QLabel *label : box->findChildren<QLabel *>()) {
+        if (!label->pixmap().isNull()) {
+            label->setAccessibleName(applicationDisplayName());
+        }
+    }
     box->setModal(false);
     box->show();
 }
@@ -97,13 +123,15 @@ void Application::fillMenuBar(Window &window) {
     for (const QAction *shared : mainLayout_->menuBar()->actions()) {
         QMenu *menu = window.menuBar()->addMenu(shared->text());
         menu->addActions(shared->menu()->actions());
+        connect(menu, &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
         connect(menu, &QObject::destroyed, this, &Application::forgetAccessibleItems);
     }
+    nameMenus(*window.menuBar());
 }
 
 void Application::forgetAccessibleItems() {
-    // Each was known as an item of the first menu that a screen reader found it in, and would
-    // stay lost with that menu.
+    // Each is known as an item of the first menu that a screen reader found it in: hidden in all
+    // others, and lost with that one.
     for (const QAction *menu : mainLayout_->menuBar()->actions()) {
         for (QAction *item : menu->menu()->actions()) {
             if (QAccessibleInterface *known = QAccessible::queryAccessibleInterface(item)) {
@@ -130,6 +158,17 @@ void Application::offerWayBack() {
     }
     mainLayout_->show();
 #endif
+}
+
+bool Application::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Resize && watched->isWidgetType()) {
+        // On a screen that scales by a fraction the toolkit lets windows be resized in steps. These
+        // count from the base size; from nothing, a step would end below the least size.
+        if (auto *widget = static_cast<QWidget *>(watched); widget->isWindow()) {
+            widget->setBaseSize(widget->size());
+        }
+    }
+    return QApplication::eventFilter(watched, event);
 }
 
 bool Application::event(QEvent *event) {

@@ -44,6 +44,7 @@ class Application final : public QApplication, public WindowDelegate {
 
  protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
  private:
     bool windowShouldClose() override { return true; }

@@ -2,8 +2,8 @@
 
 #include <QAbstractButton>
 #include <QMouseEvent>
-#include <QPainter>
 
+#include "platform/levelindicator.h"
 #include "platform/textlabel.h"
 #include "platform/theme.h"
 
@@ -35,6 +35,11 @@ void ButtonRow::adoptButton() {
         };
         name(label->text());
         connect(label, &TextLabel::stringValueChanged, button_, name);
+    }
+    if (const auto *level = findChild<LevelIndicator *>()) {
+        button_->setAccessibleDescription(level->valueInWords());
+        connect(level, &LevelIndicator::valueInWordsChanged, button_,
+                &QAbstractButton::setAccessibleDescription);
     }
 }
 
@@ -71,21 +76,14 @@ void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
 }
 
 void ButtonRow::paintEvent(QPaintEvent *) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const bool focused = button_->hasFocus();
-    const bool lit = button_->isEnabled() && underMouse();
-    const double radius = theme::unit(*this) * 1.25;
-    QPen edge(theme::hairline(palette()), 1);
-    if (focused) {
-        edge = QPen(theme::accent(palette()), 2.5);
-    } else if (lit) {
-        edge = QPen(theme::accent(palette()), 1.5);
+    theme::Edge edge = theme::Edge::Resting;
+    if (button_->hasFocus()) {
+        edge = theme::Edge::Focused;
+    } else if (button_->isEnabled() && underMouse()) {
+        edge = theme::Edge::Lit;
     }
-    const double inset = edge.widthF() / 2;
-    painter.setPen(edge);
-    painter.setBrush(prominent_ ? theme::prominentSurface(palette()) : theme::surface(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    theme::paintPanel(
+        *this, prominent_ ? theme::prominentSurface(palette()) : theme::surface(palette()), edge);
 }
 
 }  // namespace platform

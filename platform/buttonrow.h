@@ -7,7 +7,8 @@ class QAbstractButton;
 namespace platform {
 
 /// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
-/// button, the button's accessible name is its own text and the label's.
+/// button, the button's accessible name is its own text and the label's; where a LevelIndicator
+/// does, its value in words is the button's accessible description.
 class ButtonRow final : public QWidget {
     Q_OBJECT
     /// Sets the row apart from its neighbours.

@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-LevelIndicator::LevelIndicator(QWidget *parent) : QProgressBar(parent) {
-    setTextVisible(false);
+LevelIndicator::LevelIndicator(QWidget *parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -25,20 +24,29 @@ void LevelIndicator::setCounted(const QString &counted) {
 
 void LevelIndicator::setDoubleValue(double value) {
     value_ = value;
-    setValue(qRound(value));
     describe();
     update();
 }
 
 void LevelIndicator::setMaxValue(double maximum) {
     setMaximum(qRound(maximum));
+}
+
+void LevelIndicator::setMaximum(int maximum) {
+    maximum_ = maximum;
+    updateGeometry();
     describe();
     update();
 }
 
+QString LevelIndicator::valueInWords() const {
+    return u"%1 of %2 %3"_s.arg(qRound(value_)).arg(maximum()).arg(counted_);
+}
+
 void LevelIndicator::describe() {
-    setAccessibleName(
-        u"%1, %2 of %3 %4"_s.arg(caption_).arg(qRound(value_)).arg(maximum()).arg(counted_));
+    const QString words = valueInWords();
+    setAccessibleName(u"%1, %2"_s.arg(caption_, words));
+    Q_EMIT valueInWordsChanged(words);
 }
 
 QSize LevelIndicator::sizeHint() const {

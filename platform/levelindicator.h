@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QProgressBar>
+#include <QWidget>
 
 namespace platform {
 
 /// A row of segments, the first of which are filled. For a screen reader it has a name made of
 /// its caption and its value in words, such as "Variables, 2 of 3 passes".
-class LevelIndicator final : public QProgressBar {
+class LevelIndicator final : public QWidget {
     Q_OBJECT
+    /// How many segments there are.
+    Q_PROPERTY(int maximum READ maximum WRITE setMaximum)
     /// What is measured, for the name.
     Q_PROPERTY(QString caption MEMBER caption_ WRITE setCaption)
     /// What is counted, for the name.
@@ -19,13 +21,22 @@ class LevelIndicator final : public QProgressBar {
     void setCaption(const QString &caption);
     void setCounted(const QString &counted);
 
+    int maximum() const { return maximum_; }
+    void setMaximum(int maximum);
+
     double doubleValue() const { return value_; }
     void setDoubleValue(double value);
-    double maxValue() const { return maximum(); }
+    double maxValue() const { return maximum_; }
     void setMaxValue(double maximum);
+
+    /// The value as it is read out, such as "2 of 3 passes".
+    QString valueInWords() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+    void valueInWordsChanged(const QString &words);
 
  protected:
     void paintEvent(QPaintEvent *event) override;
@@ -35,6 +46,7 @@ class LevelIndicator final : public QProgressBar {
 
     QString caption_;
     QString counted_;
+    int maximum_ = 0;
     double value_ = 0;
 };
 

@@ -32,6 +32,11 @@ void OutletBase::setAccessibleName(const QString &name) const {
     }
 }
 
+QString OutletBase::accessibleName() const {
+    const QWidget *widget = control();
+    return widget == nullptr ? QString() : widget->accessibleName();
+}
+
 void OutletBase::setAccessibleDescription(const QString &description) const {
     if (QWidget *widget = control()) {
         widget->setAccessibleDescription(description);

@@ -27,6 +27,7 @@ class OutletBase {
 
     void setHidden(bool hidden) const;
     void setEnabled(bool enabled) const;
+    QString accessibleName() const;
     void setAccessibleName(const QString &name) const;
     void setAccessibleDescription(const QString &description) const;
     void setFocus() const;

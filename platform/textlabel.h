@@ -14,7 +14,7 @@ class TextLabel final : public QLabel {
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
     /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
-    Q_PROPERTY(QString caption MEMBER caption_ WRITE setCaption)
+    Q_PROPERTY(QString caption READ caption WRITE setCaption)
     /// Draws the dark band that white text stands on.
     Q_PROPERTY(bool band READ band WRITE setBand)
 
@@ -25,6 +25,7 @@ class TextLabel final : public QLabel {
     void setCharacters(int characters);
     int lines() const { return lines_; }
     void setLines(int lines);
+    const QString &caption() const { return caption_; }
     void setCaption(const QString &caption);
     bool band() const { return band_; }
     void setBand(bool band);

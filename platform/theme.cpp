@@ -5,6 +5,7 @@
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QLayout>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -94,6 +95,28 @@ double unit(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
 }
 
+QPen focusPen(const QPalette &palette) {
+    return {accent(palette), 2.5};
+}
+
+void paintPanel(QWidget &widget, const QColor &ground, Edge edge) {
+    const QPalette &palette = widget.palette();
+    QPen pen(hairline(palette), 1);
+    if (edge == Edge::Focused) {
+        pen = focusPen(palette);
+    } else if (edge == Edge::Lit) {
+        pen = QPen(accent(palette), 1.5);
+    }
+    QPainter painter(&widget);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(pen);
+    painter.setBrush(ground);
+    const double inset = pen.widthF() / 2;
+    const double radius = unit(widget) * 1.25;
+    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(inset, inset, -inset, -inset), radius,
+                            radius);
+}
+
 void dress(QWidget &window) {
     const double scale = unit(window) / 8;
     for (QLayout *layout : window.findChildren<QLayout *>()) {
@@ -118,11 +141,16 @@ void dress(QWidget &window) {
             button != nullptr && qobject_cast<RowButton *>(widget) == nullptr) {
             button->setMinimumWidth(button->sizeHint().width() + qRound(2 * unit(window)));
         }
-        if (auto *area = qobject_cast<QScrollArea *>(widget)) {
-            // It scrolls up and down only: a line is never cut off.
-            area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
-                                  area->verticalScrollBar()->sizeHint().width());
+    }
+    for (QScrollArea *area : window.findChildren<QScrollArea *>()) {
+        // What was measured before it was dressed is measured anew.
+        for (QWidget *widget : area->findChildren<QWidget *>()) {
+            widget->updateGeometry();
         }
+        // It scrolls up and down only: a line is never cut off.
+        area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
+                              area->verticalScrollBar()->sizeHint().width());
+        area->verticalScrollBar()->setAccessibleName(area->accessibleName());
     }
 }
 

@@ -2,10 +2,8 @@
 
 #include <QColor>
 #include <QPalette>
+#include <QPen>
 
-class QFont;
-class QPainter;
-class QRectF;
 class QWidget;
 
 /// The look that all windows share: every colour is derived from the live palette, every size
@@ -32,6 +30,14 @@ inline constexpr double smallestTarget = 4.5;
 
 /// The eight-unit of the rhythm in pixels, for text of `widget`'s font.
 double unit(const QWidget &widget);
+
+/// What draws the focus around a control.
+QPen focusPen(const QPalette &palette);
+
+/// How the edge of a panel is drawn.
+enum class Edge { Resting, Lit, Focused };
+/// Draws the rounded panel that fills `widget`. To be called from its paint event.
+void paintPanel(QWidget &widget, const QColor &ground, Edge edge);
 
 /// Gives a window that was just built from its layout its type scale, scales the layout's
 /// distances, which are written for a unit of eight pixels, to the font, and makes every button

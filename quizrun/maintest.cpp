@@ -157,11 +157,13 @@ void MainTest::CorrectAnswer() {
     showVerdict(u"correct"_s);
     quizRun().correctCount += 1;
     countAnswer("%.0f %%");
+    readVerdictOut(u"correct"_s);
 }
 
 void MainTest::WrongAnswer() {
     showVerdict(u"wrong"_s);
     countAnswer("%.0f%%");
+    readVerdictOut(u"wrong, the right answer is "_s + rightAnswer().accessibleName());
 }
 
 void MainTest::showVerdict(const QString &verdict) {
@@ -180,7 +182,6 @@ void MainTest::countAnswer(const char *scoreFormat) {
         GameOver();
     }
     btnNextQuestion.setHidden(false);
-    readVerdictOut();
 }
 
 void MainTest::goNextQuestion() {
@@ -208,14 +209,22 @@ void MainTest::readQuestionOut() {
     const QString position =
         u"Question %1 of %2"_s.arg(quizRun().questionIndex + 1).arg(quizRun().questionCount);
     lblProgressPercent.setAccessibleName(position);
-    btnAnswer1.setAccessibleDescription(u"%1: %2"_s.arg(position, lblQuestion.stringValue()));
+    btnAnswer1.setAccessibleDescription(position);
+    btnAnswer2.setAccessibleDescription(QString());
+    btnAnswer3.setAccessibleDescription(QString());
     btnAnswer1.setFocus();
 }
 
-void MainTest::readVerdictOut() {
-    const QString verdict =
-        u"%1, score %2"_s.arg(lblStatus.stringValue(), lblCorrectPercent.stringValue());
-    btnNextQuestion.setAccessibleDescription(verdict);
+void MainTest::readVerdictOut(const QString &verdict) {
+    btnAnswer1.setAccessibleDescription(QString());
+    rightAnswer().setAccessibleDescription(u"the right answer"_s);
+    const QString withScore = u"%1, score %2"_s.arg(verdict, lblCorrectPercent.stringValue());
+    btnNextQuestion.setAccessibleDescription(withScore);
     btnNextQuestion.setFocus();
-    btnNextQuestion.announce(verdict);
+    btnNextQuestion.announce(withScore);
+}
+
+const platform::Button &MainTest::rightAnswer() const {
+    const std::array answers{&btnAnswer1, &btnAnswer2, &btnAnswer3};
+    return *answers.at(static_cast<std::size_t>(quizRun().correctAnswerNumber - 1));
 }

@@ -66,10 +66,11 @@ class MainTest final : public platform::WindowController {
     void showVerdict(const QString &verdict);
     void countAnswer(const char *scoreFormat);
 
-    // A screen reader says what the focus moves to: the question with the first answer, the
-    // verdict with the button that goes on.
+    // A screen reader says what the focus moves to and what that stands in: the question with the
+    // first answer, the verdict with the button that goes on.
     void readQuestionOut();
-    void readVerdictOut();
+    void readVerdictOut(const QString &verdict);
+    const platform::Button &rightAnswer() const;
 
     void timeIsUp();
     void showResults();

@@ -15,9 +15,11 @@ void SettingsController::windowDidLoad() {
     if (timed == u"yes") {
         noRadio.setState(0);
         yesRadio.setState(1);
+        yesRadio.setFocus();
     } else {
         noRadio.setState(1);
         yesRadio.setState(0);
+        noRadio.setFocus();
     }
 }
 

@@ -1,11 +1,11 @@
 #include <array>
 
-#include <QAbstractButton>
 #include <QTest>
 
 #include "content/questionnumbers.h"
+#include "look/texts.h"
+#include "platform/alert.h"
 #include "platform/controllers.h"
-#include "platform/textlabel.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -20,37 +20,46 @@
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
-using platform::TextLabel;
 using platform::Window;
 
-/// No text is cut off, at normal and at double size, in a window that is as small as it can be.
+/// No text is cut off, lies on another or leaves its window, at normal and at double size, in a
+/// window that is as small as it can be.
 class tst_textfits final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
+    void initTestCase_data();
     void initTestCase();
     void init();
     void cleanup();
 
-    void everyWindow_data() { sizes(); }
     void everyWindow();
-    void everyQuestion_data() { sizes(); }
+    void wayBack();
+    void everyQuestion_data();
     void everyQuestion();
-    void everyResult_data() { sizes(); }
     void everyResult();
+    void everyAlert_data();
+    void everyAlert();
 
  private:
-    static void sizes();
     void applySize();
     template <class Controller>
     std::shared_ptr<Controller> open(const QString &layout);
     static void shrink(Window &window);
-    static QStringList cutOff(const Window &window);
+    void fits(const Window &window);
+    static void askEverything(MainTest &quiz);
 
     QFont font_;
     QSize screen_;
     AppDelegate delegate_;
 };
+
+void tst_textfits::initTestCase_data() {
+    QTest::addColumn<double>("textSize");
+    QTest::addColumn<QSize>("screen");
+    QTest::newRow("100 %") << 1.0 << QSize(1280, 720);
+    QTest::newRow("200 %") << 2.0 << QSize(1920, 1080);
+}
 
 void tst_textfits::initTestCase() {
     font_ = QApplication::font();
@@ -67,16 +76,9 @@ void tst_textfits::cleanup() {
     QApplication::setFont(font_);
 }
 
-void tst_textfits::sizes() {
-    QTest::addColumn<double>("textSize");
-    QTest::addColumn<QSize>("screen");
-    QTest::newRow("100 %") << 1.0 << QSize(1280, 720);
-    QTest::newRow("200 %") << 2.0 << QSize(1920, 1080);
-}
-
 void tst_textfits::applySize() {
-    QFETCH(double, textSize);
-    QFETCH(QSize, screen);
+    QFETCH_GLOBAL(double, textSize);
+    QFETCH_GLOBAL(QSize, screen);
     QFont font = font_;
     font.setPointSizeF(font.pointSizeF() * textSize);
     QApplication::setFont(font);
@@ -97,64 +99,75 @@ void tst_textfits::shrink(Window &window) {
     QCoreApplication::processEvents();
 }
 
-QStringList tst_textfits::cutOff(const Window &window) {
-    QStringList cutOff;
-    for (const TextLabel *label : window.findChildren<TextLabel *>()) {
-        if (!label->isVisible()) {
-            continue;
-        }
-        const QRect room = label->contentsRect();
-        const int flags = int(label->alignment()) | (label->wordWrap() ? Qt::TextWordWrap : 0);
-        const QRect needed = label->fontMetrics().boundingRect(
-            QRect(0, 0, room.width(), QWIDGETSIZE_MAX), flags, label->text());
-        if (needed.width() > room.width() || needed.height() > room.height()) {
-            cutOff << label->text();
-        }
-    }
-    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
-        const QSize needed = button->sizeHint();
-        if (button->isVisible() &&
-            (needed.width() > button->width() || needed.height() > button->height())) {
-            cutOff << button->text();
-        }
-    }
-    return cutOff;
-}
-
 void tst_textfits::everyWindow() {
     const std::array<std::shared_ptr<platform::WindowController>, 6> controllers{
         open<MainMenu>(u"MainMenu"_s),           open<MainTest>(u"MainTest"_s),
         open<QuizComplete>(u"QuizComplete"_s),   open<progress>(u"progress"_s),
         open<SettingsController>(u"Settings"_s), open<Help>(u"Help"_s)};
     for (const auto &controller : controllers) {
-        const Window &window = *controller->window();
-        QCOMPARE(cutOff(window), QStringList());
-        QVERIFY2(window.width() <= screen_.width() && window.height() <= screen_.height(),
-                 qPrintable(u"%1 is %2 x %3"_s.arg(window.objectName())
-                                .arg(window.width())
-                                .arg(window.height())));
+        fits(*controller->window());
     }
 }
 
-void tst_textfits::everyQuestion() {
-    store::set(u"currentTest"_s, u"7"_s);
-    store::set(u"timedQuizzes"_s, u"yes"_s);
-    const auto quiz = open<MainTest>(u"MainTest"_s);
-    quizRun().minutesLeft = 7;
-    quizRun().quizTimer->fire();
+void tst_textfits::wayBack() {
+    open<MainMenu>(u"MainMenu"_s)->close();
+    QCoreApplication::processEvents();
+    Window *window = desk::window(u"MainLayout"_s);
+    QVERIFY(window != nullptr);
+    shrink(*window);
+    fits(*window);
+}
 
-    int shown = 0;
-#define FITS(number)                                  \
-    quiz->Question##number();                         \
-    quizRun().questionIndex = 0;                      \
-    QCOMPARE(cutOff(*quiz->window()), QStringList()); \
-    ++shown;
+void tst_textfits::fits(const Window &window) {
+    QCOMPARE(texts::flaws(window), QString());
+    QVERIFY2(
+        window.width() <= screen_.width() && window.height() <= screen_.height(),
+        qPrintable(
+            u"%1 is %2 x %3"_s.arg(window.objectName()).arg(window.width()).arg(window.height())));
+}
+
+void tst_textfits::everyQuestion_data() {
+    QTest::addColumn<QString>("timed");
+    QTest::newRow("timed") << u"yes"_s;
+    QTest::newRow("untimed") << u"no"_s;
+}
+
+void tst_textfits::everyQuestion() {
+    QFETCH(const QString, timed);
+    store::set(u"currentTest"_s, u"7"_s);
+    store::set(u"timedQuizzes"_s, timed);
+    const auto quiz = open<MainTest>(u"MainTest"_s);
+    QCOMPARE(desk::isShown(quiz->window(), u"lblTimeLeft"_s), timed == u"yes");
+    if (timed == u"yes") {
+        quizRun().quizTimer->fire();
+        QCOMPARE(desk::text(quiz->window(), u"lblTimeLeft"_s), u"7:36"_s);
+    }
+    quizRun().questionIndex = 29;
+    quiz->goNextQuestion();
+    QCOMPARE(desk::text(quiz->window(), u"lblProgressPercent"_s), u"30/30"_s);
+    askEverything(*quiz);
+
+    for (const auto &[right, verdict] : {std::pair{1, u"correct"_s}, std::pair{2, u"wrong"_s}}) {
+        // As the first of many.
+        quizRun().questionIndex = 0;
+        desk::control(quiz->window(), u"btnAnswer1"_s).setEnabled(true);
+        quizRun().correctAnswerNumber = right;
+        desk::click(quiz->window(), u"btnAnswer1"_s);
+        QCOMPARE(desk::text(quiz->window(), u"lblStatus"_s), verdict);
+        QVERIFY(desk::isShown(quiz->window(), u"btnNextQuestion"_s));
+        askEverything(*quiz);
+    }
+}
+
+void tst_textfits::askEverything(MainTest &quiz) {
+    int asked = 0;
+#define FITS(number)                                   \
+    quiz.Question##number();                           \
+    QCOMPARE(texts::flaws(*quiz.window()), QString()); \
+    ++asked;
     FOR_EACH_QUESTION_NUMBER(FITS)
 #undef FITS
-    QCOMPARE(shown, 77);
-
-    desk::click(quiz->window(), u"btnAnswer1"_s);
-    QCOMPARE(cutOff(*quiz->window()), QStringList());
+    QCOMPARE(asked, 77);
 }
 
 void tst_textfits::everyResult() {
@@ -164,9 +177,49 @@ void tst_textfits::everyResult() {
         store::set(u"currentStatus"_s, status);
         for (int passCount = 0; passCount <= 3; ++passCount) {
             results->SetCheckMarks(passCount);
-            QCOMPARE(cutOff(*results->window()), QStringList());
+            QCOMPARE(texts::flaws(*results->window()), QString());
         }
     }
+}
+
+void tst_textfits::everyAlert_data() {
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("alternateButton");
+    QTest::newRow("welcome") << u"Welcome to Zorvan, this is the main progress screen where you "
+                                "can select quizzes to take and track your progress."_s
+                             << QString();
+    QTest::newRow("no quiz") << u"Error loading the current quiz"_s << QString();
+    QTest::newRow("no test") << u"Could not load the selected test."_s << QString();
+    QTest::newRow("abandon") << u"This will end your current progress on this test, would you "
+                                "still like to close this window?"_s
+                             << u"No"_s;
+    QTest::newRow("time is up") << u"The time is up for this test."_s << QString();
+    QTest::newRow("clear") << u"This will reset all progress. Are you sure you want to clear your "
+                              "progress?"_s
+                           << u"No"_s;
+    QTest::newRow("cleared") << u"All progress on quizzes has been reset"_s << QString();
+}
+
+void tst_textfits::everyAlert() {
+    QFETCH(const QString, message);
+    QFETCH(const QString, alternateButton);
+    const QString button = alternateButton.isEmpty() ? u"OK"_s : u"Yes"_s;
+    QString flaws = u"not shown"_s;
+    QStringList shown;
+    Alerts alerts;
+    alerts.answer(button, [&] {
+        const QWidget *alert = QApplication::activeModalWidget();
+        flaws = texts::flaws(*alert);
+        for (const texts::Text &text : texts::in(*alert)) {
+            shown << text.text;
+        }
+    });
+    platform::Alert(message, {.defaultButton = button, .alternateButton = alternateButton})
+        .runModal();
+    QVERIFY(alerts.verify());
+    QCOMPARE(flaws, QString());
+    QVERIFY(shown.contains(message));
+    QVERIFY(shown.contains(button));
 }
 
 ZORVAN_TEST_MAIN(tst_textfits)

@@ -21,23 +21,12 @@
 #include "shell/mainmenu.h"
 #include "shell/settingscontroller.h"
 #include "support/desk.h"
+#include "support/drawing.h"
 #include "support/store.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QPalette darkPalette() {
-    QPalette dark(QColor(0x2d, 0x2e, 0x32));
-    const QColor text(0xec, 0xec, 0xee);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                            QPalette::BrightText, QPalette::ToolTipText}) {
-        dark.setColor(role, text);
-        dark.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8b, 0x90));
-    }
-    dark.setColor(QPalette::Base, QColor(0x22, 0x23, 0x26));
-    return dark;
-}
 
 class Album final {
  public:
@@ -155,7 +144,7 @@ int main(int argc, char **argv) {
         scaled.setPointSizeF(font.pointSizeF() * text / 100);
         QApplication::setFont(scaled);
         for (const bool dark : {false, true}) {
-            QApplication::setPalette(dark ? darkPalette() : light);
+            QApplication::setPalette(dark ? drawing::darkPalette() : light);
             Album album(folder, u"%1-%2"_s.arg(dark ? u"dark"_s : u"light"_s).arg(text));
             takeAll(album);
         }

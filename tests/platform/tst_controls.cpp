@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
@@ -7,6 +8,7 @@
 #include "platform/buttonrow.h"
 #include "platform/imagelabel.h"
 #include "platform/keys.h"
+#include "platform/levelindicator.h"
 #include "platform/outlets.h"
 #include "platform/rowbutton.h"
 #include "platform/textlabel.h"
@@ -58,6 +60,7 @@ class tst_controls final : public QObject {
     void disabledRowDoesNothing();
     void otherMouseButtonDoesNothing();
     void rowsButtonIsNamedAfterItsText();
+    void rowsButtonIsDescribedByItsLevel();
     void imageIsDrawnAndTakenAway();
     void unknownImageIsNull();
 
@@ -180,6 +183,23 @@ void tst_controls::rowsButtonIsNamedAfterItsText() {
     QCOMPARE(answer.button.accessibleName(), u"A: C & Perl"_s);
     answer.label.setStringValue(u"<b>ASP</b>"_s);
     QCOMPARE(answer.button.accessibleName(), u"A: <b>ASP</b>"_s);
+}
+
+void tst_controls::rowsButtonIsDescribedByItsLevel() {
+    platform::ButtonRow row;
+    platform::RowButton button(u"Variables"_s, &row);
+    platform::LevelIndicator level(&row);
+    level.setCounted(u"passes"_s);
+    level.setMaxValue(3);
+    row.show();
+    const auto description = [&] {
+        return QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Description);
+    };
+    QCOMPARE(description(), u"0 of 3 passes"_s);
+    level.setDoubleValue(2);
+    QCOMPARE(description(), u"2 of 3 passes"_s);
+    level.setMaxValue(4);
+    QCOMPARE(description(), u"2 of 4 passes"_s);
 }
 
 void tst_controls::imageIsDrawnAndTakenAway() {

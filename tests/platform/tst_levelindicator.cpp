@@ -21,6 +21,7 @@ class tst_levelindicator final : public QObject {
 
     void nameSaysTheValueInWords();
     void nameFollowsTheMaximum();
+    void valueInWordsFollowsTheValue();
     void mainMenuSaysEveryLevelInWords();
     void filledSegmentsAreToldApart_data();
     void filledSegmentsAreToldApart();
@@ -56,6 +57,22 @@ void tst_levelindicator::nameFollowsTheMaximum() {
     QCOMPARE(indicator.maxValue(), 0.0);
 }
 
+void tst_levelindicator::valueInWordsFollowsTheValue() {
+    LevelIndicator indicator;
+    indicator.setCaption(u"Progress"_s);
+    indicator.setCounted(u"questions"_s);
+    indicator.setMaxValue(14);
+    QCOMPARE(indicator.valueInWords(), u"0 of 14 questions"_s);
+    QStringList told;
+    connect(&indicator, &LevelIndicator::valueInWordsChanged, this,
+            [&](const QString &words) { told << words; });
+    indicator.setDoubleValue(3);
+    QCOMPARE(indicator.valueInWords(), u"3 of 14 questions"_s);
+    indicator.setMaxValue(19);
+    QCOMPARE(indicator.valueInWords(), u"3 of 19 questions"_s);
+    QCOMPARE(told, QStringList({u"3 of 14 questions"_s, u"3 of 19 questions"_s}));
+}
+
 void tst_levelindicator::mainMenuSaysEveryLevelInWords() {
     store::fill({{u"firstRun"_s, u"false"_s}, {u"quiz2"_s, u"2"_s}, {u"quiz7"_s, u"3"_s}});
     const auto menu = platform::makeController<MainMenu>(u"MainMenu"_s);
@@ -68,6 +85,12 @@ void tst_levelindicator::mainMenuSaysEveryLevelInWords() {
     QCOMPARE(name(u"progressbarQuiz7"_s), u"Main Test, 3 of 3 passes"_s);
     QVERIFY2(name(u"progressbarMain"_s).endsWith(u"5 of 21 passes"),
              qUtf8Printable(name(u"progressbarMain"_s)));
+    const auto description = [&](const QString &button) {
+        return desk::control(menu->window(), button).accessibleDescription();
+    };
+    QCOMPARE(description(u"btnQuiz1"_s), u"0 of 3 passes"_s);
+    QCOMPARE(description(u"btnQuiz2"_s), u"2 of 3 passes"_s);
+    QCOMPARE(description(u"btnQuiz7"_s), u"3 of 3 passes"_s);
 }
 
 void tst_levelindicator::filledSegmentsAreToldApart_data() {

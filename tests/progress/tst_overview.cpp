@@ -28,6 +28,7 @@ class tst_overview final : public QObject {
     void allMasteredFillsEveryIndicator();
     void strangeCountIsLevelZero_data();
     void strangeCountIsLevelZero();
+    void progressWindowOpensWithItsPercentagesReadOut();
     void progressWindowSaysNothingOfQuiz7();
     void refreshFillsTheOpenMainMenuAgain();
     void openProgressWindowKeepsItsPercentages();
@@ -161,6 +162,20 @@ void tst_overview::strangeCountIsLevelZero() {
     QCOMPARE(levels(menu_->window()), QList<double>({0, 1, 0, 0, 0, 0, 0, 1}));
     QCOMPARE(percentages(desk::window(u"progress"_s)),
              QStringList({u"0%"_s, u"33%"_s, u"0%"_s, u"0%"_s, u"0%"_s, u"0%"_s}));
+}
+
+void tst_overview::progressWindowOpensWithItsPercentagesReadOut() {
+    store::set(u"quiz1"_s, u"1"_s);
+    store::set(u"quiz2"_s, u"2"_s);
+    openBoth();
+    platform::Window *window = desk::window(u"progress"_s);
+    auto &panel = desk::control(window, u"passes"_s);
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QVERIFY(panel.hasFocus());
+    QCOMPARE(panel.accessibleName(),
+             u"Terminology: 33%. Variables: 67%. Methods: 0%. Functions: 0%. Structure: 0%. "
+             "Syntax: 0%"_s);
 }
 
 void tst_overview::progressWindowSaysNothingOfQuiz7() {

@@ -58,6 +58,7 @@ class tst_quizcomplete final : public QObject {
     void otherExceptionsPassTheGuard();
     void missingResultsLayoutFailsAtTheEventLoop();
     void marksSayInWordsWhatTheyShow();
+    void outcomeIsReadOutWithTheWayHome();
 
  private:
     /// Shows a results window for a store that differs from the seeded one by `differences`.
@@ -403,6 +404,17 @@ void tst_quizcomplete::marksSayInWordsWhatTheyShow() {
     QCOMPARE(spoken(u"theImage1"_s), u"Pass mark 1: earned"_s);
     QCOMPARE(spoken(u"theImage2"_s), u"Pass mark 2: earned"_s);
     QCOMPARE(spoken(u"theImage3"_s), u"Pass mark 3: missing"_s);
+}
+
+void tst_quizcomplete::outcomeIsReadOutWithTheWayHome() {
+    const auto results =
+        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
+    const auto &outcome = desk::control(results->window(), u"outcome"_s);
+    QCOMPARE(outcome.accessibleName(),
+             u"Functions. Pass mark 1: earned. Pass mark 2: earned. Pass mark 3: missing. "
+             "Congratulations you have passed this quiz. Only one more pass needed to have this "
+             "quiz mastered."_s);
+    QVERIFY(outcome.isAncestorOf(&learner::button(results->window(), u"goHome"_s)));
 }
 
 ZORVAN_TEST_MAIN(tst_quizcomplete)

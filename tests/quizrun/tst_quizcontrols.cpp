@@ -61,12 +61,18 @@ class tst_quizcontrols final : public QObject {
     void theEdgeOfAnAnswersRowChoosesIt();
     void theRowOfAnAnswerThatIsOffChoosesNothing();
     void answersAreReadOutWithLetterAndText();
-    void theQuestionIsReadOutWithTheFirstAnswer();
-    void theVerdictIsReadOutWithTheWayOn();
+    void theAnswersStandInAGroupNamedAfterTheQuestion();
+    void theQuestionsNumberIsReadOutWithTheFirstAnswer();
+    void aRightAnswerIsReadOutWithTheWayOn();
+    void aWrongAnswerIsReadOutWithTheRightOne();
+    void theRightAnswerIsSaidUntilTheNextQuestion_data();
+    void theRightAnswerIsSaidUntilTheNextQuestion();
     void progressIsReadOutInWords();
 
  private:
     MainTest &openActive(const QString &quizId);
+    /// What is read out about each of the three answers after its name.
+    static QStringList descriptions(const MainTest &quiz);
 
     std::unique_ptr<Alerts> alerts_;
     std::shared_ptr<MainTest> quiz_;
@@ -90,6 +96,15 @@ MainTest &tst_quizcontrols::openActive(const QString &quizId) {
         qFatal("The quiz window is not active");
     }
     return *quiz_;
+}
+
+QStringList tst_quizcontrols::descriptions(const MainTest &quiz) {
+    QStringList descriptions;
+    for (const int choice : {1, 2, 3}) {
+        descriptions << spoken(desk::control(quiz.window(), u"btnAnswer%1"_s.arg(choice)),
+                               QAccessible::Description);
+    }
+    return descriptions;
 }
 
 void tst_quizcontrols::keysChooseAnAnswer_data() {
@@ -288,32 +303,74 @@ void tst_quizcontrols::answersAreReadOutWithLetterAndText() {
     QCOMPARE(name(3), u"C: printline('Hello World')");
 }
 
-void tst_quizcontrols::theQuestionIsReadOutWithTheFirstAnswer() {
+void tst_quizcontrols::theAnswersStandInAGroupNamedAfterTheQuestion() {
     MainTest &quiz = openActive(u"1"_s);
-    auto &first = desk::control(quiz.window(), u"btnAnswer1"_s);
-    QCOMPARE(quiz.window()->focusWidget(), &first);
-    QVERIFY(spoken(first, QAccessible::Description).contains(u"What does PHP stand for?"));
+    auto &group = desk::control(quiz.window(), u"question"_s);
+    QCOMPARE(QAccessible::queryAccessibleInterface(&group)->role(), QAccessible::Grouping);
+    for (const int choice : {1, 2, 3}) {
+        QVERIFY(group.isAncestorOf(&desk::control(quiz.window(), u"btnAnswer%1"_s.arg(choice))));
+    }
+    QCOMPARE(spoken(group, QAccessible::Name), u"What does PHP stand for?"_s);
+
+    quizdesk::answerRight(quiz.window());
+    QCOMPARE(spoken(group, QAccessible::Name), u"What does PHP stand for?"_s);
+    quizdesk::goOn(quiz.window());
+    QCOMPARE(spoken(group, QAccessible::Name), u"How would you write 'Hello World' in PHP?"_s);
+
+    QVERIFY(golden::question(74).text.contains(u"&&"));
+    quiz.Question74();
+    QCOMPARE(spoken(group, QAccessible::Name), golden::question(74).text);
+}
+
+void tst_quizcontrols::theQuestionsNumberIsReadOutWithTheFirstAnswer() {
+    MainTest &quiz = openActive(u"1"_s);
+    QCOMPARE(quiz.window()->focusWidget(), &desk::control(quiz.window(), u"btnAnswer1"_s));
+    QCOMPARE(descriptions(quiz), QStringList({u"Question 1 of 14"_s, QString(), QString()}));
 
     quizdesk::answerRight(quiz.window());
     quizdesk::goOn(quiz.window());
-    QCOMPARE(quiz.window()->focusWidget(), &first);
-    QVERIFY(spoken(first, QAccessible::Description)
-                .contains(u"How would you write 'Hello World' in PHP?"));
+    QCOMPARE(quiz.window()->focusWidget(), &desk::control(quiz.window(), u"btnAnswer1"_s));
+    QCOMPARE(descriptions(quiz), QStringList({u"Question 2 of 14"_s, QString(), QString()}));
 }
 
-void tst_quizcontrols::theVerdictIsReadOutWithTheWayOn() {
+void tst_quizcontrols::aRightAnswerIsReadOutWithTheWayOn() {
     MainTest &quiz = openActive(u"1"_s);
     auto &next = desk::control(quiz.window(), u"btnNextQuestion"_s);
     quizdesk::answerRight(quiz.window());
     QCOMPARE(quiz.window()->focusWidget(), &next);
-    QVERIFY(spoken(next, QAccessible::Description).contains(u"correct"));
-    QVERIFY(spoken(next, QAccessible::Description).contains(u"100 %"));
+    QCOMPARE(spoken(next, QAccessible::Description), u"correct, score 100 %"_s);
+}
 
-    quizdesk::goOn(quiz.window());
+void tst_quizcontrols::aWrongAnswerIsReadOutWithTheRightOne() {
+    MainTest &quiz = openActive(u"1"_s);
+    auto &next = desk::control(quiz.window(), u"btnNextQuestion"_s);
     quizdesk::answerWrong(quiz.window());
     QCOMPARE(quiz.window()->focusWidget(), &next);
-    QVERIFY(spoken(next, QAccessible::Description).contains(u"wrong"));
-    QVERIFY(spoken(next, QAccessible::Description).contains(u"50%"));
+    QCOMPARE(spoken(next, QAccessible::Description),
+             u"wrong, the right answer is B: PHP: Hypertext Preprocessor, score 0%"_s);
+}
+
+void tst_quizcontrols::theRightAnswerIsSaidUntilTheNextQuestion_data() {
+    QTest::addColumn<int>("right");
+    QTest::addColumn<int>("chosen");
+    for (const int right : {1, 2, 3}) {
+        for (const int chosen : {1, 2, 3}) {
+            QTest::addRow("%d is right, %d is chosen", right, chosen) << right << chosen;
+        }
+    }
+}
+
+void tst_quizcontrols::theRightAnswerIsSaidUntilTheNextQuestion() {
+    QFETCH(const int, right);
+    QFETCH(const int, chosen);
+    MainTest &quiz = openActive(u"1"_s);
+    quizRun().correctAnswerNumber = right;
+    quizdesk::answer(quiz.window(), chosen);
+    QStringList expected{QString(), QString(), QString()};
+    expected[right - 1] = u"the right answer"_s;
+    QCOMPARE(descriptions(quiz), expected);
+    quizdesk::goOn(quiz.window());
+    QCOMPARE(descriptions(quiz), QStringList({u"Question 2 of 14"_s, QString(), QString()}));
 }
 
 void tst_quizcontrols::progressIsReadOutInWords() {

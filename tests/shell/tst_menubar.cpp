@@ -26,6 +26,8 @@ class tst_menubar final : public QObject {
     void screenReaderFindsEachWindowsOwnItems();
     void shortcutsWorkFromEveryWindow_data();
     void shortcutsWorkFromEveryWindow();
+    void heldShortcutOpensOneWindow_data();
+    void heldShortcutOpensOneWindow();
     void shortcutClosesTheWindowInFront_data();
     void shortcutClosesTheWindowInFront();
     void shortcutAsksTheQuizBeforeItCloses();
@@ -145,6 +147,32 @@ void tst_menubar::shortcutsWorkFromEveryWindow() {
         QCOMPARE(store::writes(), QList<store::Write>({{u"currentTest"_s, quizId}}));
     }
     QCOMPARE(window->isVisible(), layout != u"MainLayout");
+}
+
+void tst_menubar::heldShortcutOpensOneWindow_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifier>("modifier");
+    QTest::addColumn<QString>("opened");
+    QTest::newRow("quiz") << Qt::Key_5 << Qt::ControlModifier << u"MainTest"_s;
+    QTest::newRow("settings") << Qt::Key_Comma << Qt::ControlModifier << u"Settings"_s;
+    QTest::newRow("help") << Qt::Key_F1 << Qt::NoModifier << u"Help"_s;
+}
+
+void tst_menubar::heldShortcutOpensOneWindow() {
+    QFETCH(const Qt::Key, key);
+    QFETCH(const Qt::KeyboardModifier, modifier);
+    QFETCH(const QString, opened);
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    learner::type(menu, modifier | key);
+    platform::Window *window = desk::window(opened);
+    QVERIFY(window != nullptr);
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    for (int repeat = 0; repeat < 3; ++repeat) {
+        constexpr bool pressed = true;
+        constexpr bool repeated = true;
+        QTest::simulateEvent(window->windowHandle(), pressed, key, modifier, QString(), repeated);
+    }
+    QCOMPARE(desk::windows(opened), QList<platform::Window *>{window});
 }
 
 void tst_menubar::shortcutClosesTheWindowInFront_data() {

@@ -24,6 +24,12 @@ class tst_settings final : public QObject {
     void withoutAChoiceQuizzesShowAsUntimed();
     void onlyTheExactYesShowsAsTimed_data();
     void onlyTheExactYesShowsAsTimed();
+    void opensWithTheFocusOnTheOptionThatIsOn_data();
+    void opensWithTheFocusOnTheOptionThatIsOn();
+    void optionsAreLargeEnoughToHit_data();
+    void optionsAreLargeEnoughToHit();
+    void cornerOfAnOptionsRowChoosesIt_data();
+    void cornerOfAnOptionsRowChoosesIt();
     void openingWritesNothing();
     void clickingAnOptionWritesIt();
     void reopeningShowsTheChoice();
@@ -38,6 +44,8 @@ class tst_settings final : public QObject {
     void clearingLeavesTheOptionsAlone();
 
  private:
+    /// A test's rows: each timing as it is stored, with the option that stands for it.
+    static void timings();
     platform::Window *open();
     static bool isOn(const platform::Window *settings, const QString &radio);
     static void click(const platform::Window *settings, const QString &radio);
@@ -59,6 +67,13 @@ void tst_settings::cleanup() {
     menu_.reset();
     desk::clear();
     QVERIFY(alerts_->verify());
+}
+
+void tst_settings::timings() {
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("radio");
+    QTest::newRow("timed") << u"yes"_s << u"yesRadio"_s;
+    QTest::newRow("untimed") << u"no"_s << u"noRadio"_s;
 }
 
 platform::Window *tst_settings::open() {
@@ -104,6 +119,45 @@ void tst_settings::onlyTheExactYesShowsAsTimed() {
     QCOMPARE(isOn(settings, u"noRadio"_s), !timed);
 }
 
+void tst_settings::opensWithTheFocusOnTheOptionThatIsOn_data() {
+    timings();
+}
+
+void tst_settings::opensWithTheFocusOnTheOptionThatIsOn() {
+    QFETCH(const QString, value);
+    QFETCH(const QString, radio);
+    store::set(u"timedQuizzes"_s, value);
+    const platform::Window *settings = open();
+    QVERIFY(isOn(settings, radio));
+    QCOMPARE(settings->focusWidget(), &desk::control(settings, radio));
+}
+
+void tst_settings::optionsAreLargeEnoughToHit_data() {
+    timings();
+}
+
+void tst_settings::optionsAreLargeEnoughToHit() {
+    QFETCH(const QString, radio);
+    QVERIFY(desk::control(open(), radio).height() >= 24);
+}
+
+void tst_settings::cornerOfAnOptionsRowChoosesIt_data() {
+    timings();
+}
+
+void tst_settings::cornerOfAnOptionsRowChoosesIt() {
+    QFETCH(const QString, value);
+    QFETCH(const QString, radio);
+    store::set(u"timedQuizzes"_s, value == u"yes" ? u"no"_s : u"yes"_s);
+    const platform::Window *settings = open();
+    auto &option = desk::control<QRadioButton>(settings, radio);
+    QVERIFY(!option.isChecked());
+    // Below the text and beyond its end.
+    QTest::mouseClick(&option, Qt::LeftButton, {}, option.rect().bottomRight());
+    QVERIFY(option.isChecked());
+    QCOMPARE(store::value(u"timedQuizzes"_s), value);
+}
+
 void tst_settings::openingWritesNothing() {
     store::set(u"timedQuizzes"_s, u"yes"_s);
     open();
@@ -134,10 +188,7 @@ void tst_settings::reopeningShowsTheChoice() {
 }
 
 void tst_settings::clickingTheOptionThatIsOnWritesItAgain_data() {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("radio");
-    QTest::newRow("timed") << u"yes"_s << u"yesRadio"_s;
-    QTest::newRow("untimed") << u"no"_s << u"noRadio"_s;
+    timings();
 }
 
 void tst_settings::clickingTheOptionThatIsOnWritesItAgain() {

@@ -1,0 +1,97 @@
+#include "platform/group.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QScrollArea>
+
+#include "platform/buttonrow.h"
+#include "platform/textlabel.h"
+#include "platform/theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+Group::Group(QWidget *parent) : QWidget(parent) {}
+
+bool Group::event(QEvent *event) {
+    switch (event->type()) {
+        case QEvent::Polish:
+            followLabels();
+            break;
+        case QEvent::Show:
+            name();
+            break;
+        case QEvent::FocusIn:
+            scrollIntoView();
+            update();
+            break;
+        case QEvent::FocusOut:
+            update();
+            break;
+        default:
+            break;
+    }
+    return QWidget::event(event);
+}
+
+QList<QLabel *> Group::labels() const {
+    QList<QLabel *> labels = findChildren<QLabel *>();
+    labels.removeIf([this](const QLabel *label) {
+        const QWidget *parent = label->parentWidget();
+        while (parent != this && qobject_cast<const Group *>(parent) == nullptr &&
+               qobject_cast<const ButtonRow *>(parent) == nullptr) {
+            parent = parent->parentWidget();
+        }
+        return parent != this || label->isHidden();
+    });
+    // A value's name begins with its caption.
+    QStringList captions;
+    for (const QLabel *label : std::as_const(labels)) {
+        const auto *value = qobject_cast<const TextLabel *>(label);
+        if (value != nullptr && !value->caption().isEmpty()) {
+            captions << value->caption();
+        }
+    }
+    labels.removeIf([&](const QLabel *label) { return captions.contains(label->text()); });
+    return labels;
+}
+
+void Group::followLabels() {
+    for (const QLabel *label : labels()) {
+        if (const auto *text = qobject_cast<const TextLabel *>(label)) {
+            connect(text, &TextLabel::stringValueChanged, this, &Group::name);
+        }
+    }
+}
+
+void Group::name() {
+    QString name;
+    for (const QLabel *label : labels()) {
+        const QString text =
+            label->accessibleName().isEmpty() ? label->text() : label->accessibleName();
+        if (!name.isEmpty()) {
+            name += u".?!:"_s.contains(name.back()) ? u" "_s : u". "_s;
+        }
+        name += text;
+    }
+    setAccessibleName(name);
+}
+
+void Group::scrollIntoView() {
+    // The scroll area does so by itself only for a focus that moves within it.
+    for (QWidget *parent = parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(parent)) {
+            area->ensureWidgetVisible(this);
+        }
+    }
+}
+
+void Group::paintEvent(QPaintEvent *) {
+    if (panel_ || hasFocus()) {
+        theme::paintPanel(*this, panel_ ? theme::surface(palette()) : QColor(Qt::transparent),
+                          hasFocus() ? theme::Edge::Focused : theme::Edge::Resting);
+    }
+}
+
+}  // namespace platform

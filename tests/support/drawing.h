@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPalette>
+#include <QWidget>
+
+/// What a test draws, and what it looks for in the picture.
+namespace drawing {
+
+/// A dark desktop's colours.
+inline QPalette darkPalette() {
+    QPalette dark(QColor(0x2d, 0x2e, 0x32));
+    const QColor text(0xec, 0xec, 0xee);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::BrightText, QPalette::ToolTipText}) {
+        dark.setColor(role, text);
+        dark.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8b, 0x90));
+    }
+    dark.setColor(QPalette::Base, QColor(0x22, 0x23, 0x26));
+    return dark;
+}
+
+/// How many pixels of exactly that colour the widget draws.
+inline int pixels(QWidget &widget, const QColor &color) {
+    const QImage picture = widget.grab().toImage();
+    int pixels = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            pixels += picture.pixelColor(x, y) == color ? 1 : 0;
+        }
+    }
+    return pixels;
+}
+
+}  // namespace drawing
