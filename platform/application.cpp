@@ -15,6 +15,7 @@
 
 #include "platform/accessibility.h"
 #include "platform/actions.h"
+#include "platform/keyrepeat.h"
 #include "platform/layouts.h"
 #include "platform/style.h"
 #include "platform/theme.h"
@@ -54,6 +55,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setWindowIcon(QIcon(u":/icons/zorvan.png"_s));
     setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(describeControl);
+    installEventFilter(new KeyRepeat(this));
     installEventFilter(this);
 #ifndef Q_OS_MACOS
     setStyle(new Style);
