@@ -7,14 +7,17 @@ if [ -n "${WAYLAND_DISPLAY-}" ]; then
     packages_run+=(qt6-wayland)
 fi
 
-# To build and run the tests; Qt's test library comes with qt6-base-dev.
-packages_test=("${packages_run[@]}")
-
 # For a virtual desktop, and to watch and use a program on it.
 packages_tour=(
     xvfb openbox dbus-daemon at-spi2-core x11-utils
-    python3 python3-gi gir1.2-atspi-2.0 xdotool imagemagick
+    python3 python3-pyatspi xdotool imagemagick
 )
+
+# To build and run the tests; Qt's test library comes with qt6-base-dev.
+packages_test=("${packages_run[@]}")
+if [ "$(uname -s)" = Linux ]; then
+    packages_test+=("${packages_tour[@]}" python3-pytest weston qt6-wayland orca)
+fi
 
 # Installs those of the packages that are missing. Where that cannot be done it says what is
 # needed and goes on: the tools may be there by other names.

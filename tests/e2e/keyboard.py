@@ -1,0 +1,121 @@
+"""Use of a program without a mouse."""
+
+from program import Role, State, ask, describe, extents, has, name_of, shown
+
+CONTROLS = (Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.PANEL)
+
+
+class Keyboard:
+    """Presses keys, and after each step finds the focus on something visible and enabled."""
+
+    def __init__(self, learner, folder):
+        self.learner = learner
+        self.program = learner.program
+        self.folder = folder
+
+    def press(self, *keys):
+        self.program.press(*keys)
+        return self.focused()
+
+    def focused(self):
+        def usable():
+            item = self.program.focus()
+            return item if item and has(item, State.SHOWING) and has(item, State.ENABLED) else None
+
+        return self.program.wait_until("some enabled control has the focus", usable)
+
+    def wait_for_focus(self, name, role=Role.PUSH_BUTTON):
+        return self.program.wait_until(
+            f'the focus is on the {role.value_nick} "{name}"',
+            lambda: (item := self.program.focus())
+            and name_of(item) == name
+            and ask(item.get_role) == role
+            and item,
+        )
+
+    def window(self, title, focus, role=Role.PUSH_BUTTON):
+        """The window of that title, once it has come up with the focus where it belongs."""
+        window = self.program.wait_for_window(title)
+        self.wait_for_focus(focus, role)
+        return window
+
+    def press_until_focus(self, key, name):
+        for _ in range(20):
+            if name_of(self.focused()) == name:
+                return
+            before = name_of(self.focused())
+            self.program.press(key)
+            self.program.wait_until("the focus moves", lambda: name_of(self.focused()) != before)
+        raise AssertionError(f'{key} does not lead to "{name}"')
+
+    def walk(self, window):
+        """Goes round a window with Tab. The focus can be seen at each stop, the stops follow the
+        reading order, no control is left out, and Shift+Tab goes the same way back.
+        """
+        stops = [self.focused()]
+        turns = 0
+        picture = self._picture("before")
+        while True:
+            self.program.press("Tab")
+            stop = self.program.wait_until(
+                "Tab moves the focus",
+                lambda: (item := self.focused()) and item != stops[-1] and item,
+            )
+            picture = self._expect_visible_focus(stop, picture)
+            turns += not follows(stops[-1], stop)
+            if stop == stops[0]:
+                break
+            stops.append(stop)
+        assert turns == 1, [describe(stop) for stop in stops]
+
+        controls = [
+            item
+            for item in shown(window)
+            if ask(item.get_role) in CONTROLS
+            and has(item, State.FOCUSABLE)
+            and has(item, State.ENABLED)
+            # Arrow keys go on from the option that is chosen to the others.
+            and (ask(item.get_role) != Role.RADIO_BUTTON or has(item, State.CHECKED))
+        ]
+        assert sorted(map(describe, stops)) == sorted(map(describe, controls))
+
+        for stop in [*reversed(stops[1:]), stops[0]]:
+            self.program.press("shift+Tab")
+            self.program.wait_until(
+                f"Shift+Tab goes back to {describe(stop)}", lambda: self.focused() == stop
+            )
+
+    def _expect_visible_focus(self, stop, before):
+        """Finds the place of a stop changed by the focus, as much as by a frame around it."""
+
+        def changed():
+            left, top, width, height = extents(row_of(stop))
+            after = self._picture("after")
+            crop = f"[{width}x{height}+{left}+{top}]"
+            difference = self.program.display.attempt(
+                "compare", "-metric", "AE", f"{before}{crop}", f"{after}{crop}", "null:"
+            ).stderr
+            # What is scrolled out of the screen has no place on it.
+            return difference.isdecimal() and int(difference) >= width + height and after
+
+        after = self.program.wait_until(f"the focus is seen on {describe(stop)}", changed)
+        return after.replace(before)
+
+    def _picture(self, name):
+        file = self.folder / f"{name}.png"
+        self.program.display.picture(file)
+        return file
+
+
+def row_of(item):
+    """The row that a button stands in, which shows the focus for it; otherwise the item."""
+    parent = ask(item.get_parent)
+    is_row = ask(parent.get_role) == Role.FILLER and extents(parent)[3] <= 2 * extents(item)[3]
+    return parent if is_row else item
+
+
+def follows(a, b):
+    """Whether `b` is read after `a`: further down, or on the same line and further right."""
+    (a_left, a_top, _, a_height), (b_left, b_top, _, b_height) = extents(a), extents(b)
+    on_one_line = a_top < b_top + b_height and b_top < a_top + a_height
+    return b_left > a_left if on_one_line else b_top > a_top

@@ -1,0 +1,272 @@
+"""One run of a program, watched through the accessibility bus as a screen reader watches it, and
+used with the pointer and the keyboard of its display.
+"""
+
+import re
+from pathlib import Path
+
+import pyatspi
+from gi.repository import Atspi, GLib
+
+from session import Stuck, wait_until
+
+Role = Atspi.Role
+State = Atspi.StateType
+
+
+class Program:
+    """A name, below, is a text, a compiled pattern that the name has to match whole, or a
+    collection of texts.
+    """
+
+    def __init__(self, display, command, environment=()):
+        self.display = display
+        self._log = display.session.log("program")
+        self._log.unlink(missing_ok=True)
+        self._process = display.session.spawn(
+            "program",
+            [str(Path(command).absolute())],
+            display.environment | dict(environment),
+        )
+
+    def log_lines(self):
+        """What the program has written to its standard output and standard error."""
+        return self._log.read_text(encoding="utf-8", errors="replace").splitlines()
+
+    def is_running(self):
+        return self._process.poll() is None
+
+    def exit_status(self):
+        """Waits for the program to end."""
+        wait_until("the program ends", lambda: not self.is_running())
+        return self._process.returncode
+
+    def end(self):
+        """Ends the program without asking it."""
+        self.display.session.end(self._process)
+
+    def leave_evidence(self, folder):
+        """Leaves behind what a failure can be understood from."""
+        (folder / "tree.txt").write_text(self.tree(), "utf-8")
+        (folder / "log.txt").write_text("\n".join(self.log_lines()), "utf-8")
+        try:
+            self.display.picture(folder / "screen.png")
+        except Stuck as problem:
+            (folder / "no-screen.txt").write_text(str(problem), "utf-8")
+
+    def wait_until(self, what, condition):
+        """As the function, but for no longer than the program runs."""
+
+        def holds():
+            if not self.is_running():
+                raise Stuck(
+                    f"waiting until {what}: the program has ended with status"
+                    f" {self._process.returncode}"
+                )
+            return condition()
+
+        return wait_until(what, holds)
+
+    # What is on screen
+
+    def windows(self, title=re.compile(".*")):
+        """The windows of that title, the one with the focus first. An alert's is its message."""
+        found = [
+            window
+            for window in children(self._application())
+            if has(window, State.SHOWING) and _is_named(window, title)
+        ]
+        return sorted(found, key=lambda window: not has(window, State.ACTIVE))
+
+    def wait_for_window(self, title):
+        """The window of that title, once it has the focus."""
+        return self.wait_until(
+            f'the window "{title}" has the focus',
+            lambda: [window for window in self.windows(title) if has(window, State.ACTIVE)],
+        )[0]
+
+    def wait_until_gone(self, window):
+        """Waits for a window to close, be it with the program."""
+        wait_until(f"{describe(window)} is gone", lambda: not has(window, State.SHOWING))
+
+    def find(self, role, name, within=None):
+        """All that is shown of that role and name."""
+        return [
+            item
+            for item in shown(within or self._application())
+            if ask(item.get_role) == role and _is_named(item, name)
+        ]
+
+    def wait_for(self, role, name, within=None):
+        """The first that find() finds, as soon as there is one."""
+        return self.wait_until(
+            f'a {role.value_nick} "{name}" is shown', lambda: self.find(role, name, within)
+        )[0]
+
+    def wait_for_all(self, within, *wanted):
+        """An item for each role and name that is wanted, as soon as all are shown at once."""
+
+        def found():
+            items = [(ask(item.get_role), item) for item in shown(within)]
+            firsts = []
+            for role, name in wanted:
+                fitting = (item for its, item in items if its == role and _is_named(item, name))
+                firsts.append(next(fitting, None))
+            return None if None in firsts else firsts
+
+        names = ", ".join(f'a {role.value_nick} "{name}"' for role, name in wanted)
+        return self.wait_until(f"{names} are shown", found)
+
+    def focus(self):
+        """What has the focus; None where nothing has."""
+        for window in self.windows():
+            if has(window, State.ACTIVE):
+                for item in shown(window):
+                    if has(item, State.FOCUSED) and has(item, State.FOCUSABLE):
+                        return item
+        return None
+
+    def tree(self):
+        """All that the accessibility bus knows of the program, a line each."""
+        return "\n".join(_lines(self._application(), 0))
+
+    # Pointer and keyboard
+
+    def click(self, item):
+        """Presses the left button over the middle of `item`, which has to be in the window with
+        the focus.
+        """
+        window = _window_of(item)
+        self.wait_until(
+            f"{describe(item)} is enabled, in a window with the focus",
+            lambda: has(item, State.ENABLED) and has(window, State.ACTIVE),
+        )
+        # Until the two agree on the place, the program has not yet heard where its window is.
+        self.x_window(window)
+        left, top, width, height = extents(item)
+        self.display.click(left + width // 2, top + height // 2)
+
+    def click_button(self, name, within=None, role=Role.PUSH_BUTTON):
+        self.click(self.wait_for(role, name, within))
+
+    def press(self, *keys):
+        self.display.press(*keys)
+
+    def bring_to_front(self, window):
+        self.display.activate(self.x_window(window))
+        self.wait_until(f"{describe(window)} has the focus", lambda: has(window, State.ACTIVE))
+
+    def x_window(self, window):
+        """The X window of a top-level window, known by its place and size."""
+
+        def found():
+            places = self.display.windows().items()
+            return [x_window for x_window, place in places if place == extents(window)]
+
+        return self.wait_until(f"{describe(window)} is on screen", found)[0]
+
+    # Pictures
+
+    def picture(self, file, window=None):
+        """Saves a picture of a window with its frame, or of the whole screen, when it is painted
+        and rests. The pointer is put aside first.
+        """
+        self.display.put_pointer_aside()
+        x_window = self.x_window(window) if window else None
+        before = file.with_suffix(".before.png")
+
+        def rests():
+            if file.exists():
+                file.replace(before)
+            self.display.picture(file, x_window)
+            return before.exists() and self._painted(file) and self._same(before, file)
+
+        file.unlink(missing_ok=True)
+        self.wait_until(f"{file.name} is painted", rests)
+        before.unlink()
+
+    def _painted(self, file):
+        return int(self.display.run("identify", "-format", "%k", file)) > 8
+
+    def _same(self, before, after):
+        metric = ("compare", "-metric", "AE", before, after, "null:")
+        return self.display.attempt(*metric).returncode == 0
+
+    def _application(self):
+        """The program on the accessibility bus; None while it is not there."""
+        for application in children(self.display.session.programs):
+            if ask(application.get_process_id) == self._process.pid:
+                return application
+        return None
+
+
+def ask(method, *arguments):
+    """The program's answer; None when what is asked about is gone."""
+    try:
+        return method(*arguments)
+    except GLib.Error:
+        return None
+
+
+def name_of(item):
+    return ask(item.get_name) or ""
+
+
+def description_of(item):
+    return ask(item.get_description) or ""
+
+
+def describe(item):
+    """For whoever reads what went wrong."""
+    role = ask(item.get_role)
+    return f'the {role.value_nick if role else "item"} "{name_of(item)}"'
+
+
+def extents(item):
+    """Left, top, width and height, in pixels of the screen."""
+    box = ask(item.get_extents, pyatspi.DESKTOP_COORDS)
+    return (box.x, box.y, box.width, box.height) if box else None
+
+
+def has(item, state):
+    states = ask(item.get_state_set)
+    return states is not None and states.contains(state)
+
+
+def children(item):
+    count = ask(item.get_child_count) if item else None
+    found = [ask(item.get_child_at_index, index) for index in range(count or 0)]
+    return [child for child in found if child]
+
+
+def shown(item):
+    """All that is shown below `item`, in reading order."""
+    for child in children(item):
+        if has(child, State.SHOWING):
+            yield child
+            yield from shown(child)
+
+
+def _window_of(item):
+    parent = ask(item.get_parent)
+    while parent and ask(parent.get_role) != Role.APPLICATION:
+        item, parent = parent, ask(parent.get_parent)
+    return item
+
+
+def _is_named(item, name):
+    if isinstance(name, str):
+        return name_of(item) == name
+    if isinstance(name, re.Pattern):
+        return name.fullmatch(name_of(item)) is not None
+    return name_of(item) in name
+
+
+def _lines(item, depth):
+    if item is None:
+        return
+    states = ask(item.get_state_set)
+    nicks = " ".join(state.value_nick for state in states.get_states()) if states else "gone"
+    yield f'{"  " * depth}{describe(item)} "{description_of(item)}" {extents(item)} {nicks}'
+    for child in children(item):
+        yield from _lines(child, depth + 1)

@@ -1,0 +1,68 @@
+"""Keys that are held down."""
+
+import pytest
+
+from learner import QUIZZES, Attempt
+from program import name_of
+from session import Display
+
+STRUCTURE = QUIZZES[5]
+
+
+@pytest.fixture(scope="module")
+def display(request, session):
+    # Keys repeat sooner and faster than a learner's do.
+    repeat = "-ardelay 100 -arinterval 10"
+    watched = request.config.getoption("--watch")
+    with Display(session, watched=watched, options=repeat) as display:
+        yield display
+
+
+def test_a_held_key_acts_once(learner, keyboard):
+    program, display = learner.program, learner.display
+    # The key that dismisses the greeting is still down, and starts no quiz.
+    with display.holding("Return"):
+        menu = keyboard.window("Zorvan", QUIZZES[1].button)
+        learner.expect_levels(menu)
+    expect_another_focus(keyboard)
+    assert program.windows() == [menu]
+
+    # This is how a key repeats that may.
+    seen = set()
+    with display.holding("Tab"):
+        program.wait_until(
+            "the focus wanders", lambda: seen.add(name_of(keyboard.focused())) or len(seen) > 3
+        )
+
+    with display.holding("ctrl", "5"):
+        learner.store["currentTest"] = "5"
+        attempt = Attempt(learner, STRUCTURE, program.wait_for_window(STRUCTURE.name))
+        question = attempt.question()
+    expect_nothing_more(keyboard, attempt)
+    assert len(program.windows()) == 2
+
+    # Goes on with the mouse while the key of an answer is down.
+    with display.holding("abc"[question["right"] - 1]):
+        attempt.count(question, right=True)
+        attempt.expect_verdict(right=True)
+        attempt.go_on()
+        attempt.question()
+    expect_nothing_more(keyboard, attempt)
+
+    attempt.answer()
+    attempt.expect_verdict(right=True)
+    with display.holding("Return"):
+        attempt.question()
+    expect_nothing_more(keyboard, attempt)
+
+
+def expect_nothing_more(keyboard, attempt):
+    """Finds the question on screen unanswered when all that was typed has been heard."""
+    expect_another_focus(keyboard)
+    attempt.question()
+
+
+def expect_another_focus(keyboard):
+    before = keyboard.focused()
+    keyboard.press("Tab")
+    keyboard.program.wait_until("Tab moves the focus", lambda: keyboard.focused() != before)

@@ -1,0 +1,139 @@
+"""Without sight: what a screen reader says, word for word."""
+
+import re
+
+import pytest
+
+from learner import ABANDON, GREETING, PASSED, QUIZZES, SEEDS, Attempt, answer_names
+from program import Role, name_of
+from session import wait_until
+
+STRUCTURE = QUIZZES[5]
+
+
+class Orca:
+    """The screen reader. Without a voice it writes what it says into its log."""
+
+    def __init__(self, display):
+        self.display = display
+        self._log = display.session.folder / "orca-says.log"
+        self._heard = 0
+
+    def __enter__(self):
+        # It keeps back what it writes unless it writes to a terminal.
+        orca = "orca --replace --disable=braille --debug-file=/dev/tty"
+        command = ["script", "--quiet", "--flush", "--command", orca, str(self._log)]
+        self._process = self.display.session.spawn("orca", command, self.display.environment)
+        wait_until(
+            "the screen reader is ready",
+            lambda: self._written().count("SPEECH: Not available") == 2,
+        )
+        return self
+
+    def __exit__(self, *_):
+        self.display.session.end(self._process)
+
+    def expect(self, *phrases):
+        """Hears these phrases, one after the other and maybe with others in between, among what is
+        said since the last time.
+        """
+        pattern = ".*".join(re.escape(" ".join(phrase.split())) for phrase in phrases)
+        try:
+            heard = wait_until(
+                f"the screen reader says {phrases}", lambda: re.search(pattern, self.said())
+            )
+        finally:
+            print(self.said())
+        self._heard += heard.end()
+
+    def said(self):
+        """What it has said since the last time."""
+        spoken = re.findall(r"SPEECH OUTPUT: '(.*?)' ?\{", self._written(), re.DOTALL)
+        return " ".join(" ".join(spoken).split())[self._heard :]
+
+    def _written(self):
+        return self._log.read_text("utf-8", errors="replace") if self._log.exists() else ""
+
+
+@pytest.fixture(scope="module")
+def orca(display):
+    with Orca(display) as orca:
+        yield orca
+
+
+@pytest.fixture
+def learner(learner):
+    # The toolkit never frees the keys that the screen reader has not let through at the end.
+    learner.environment = {"ASAN_OPTIONS": "detect_leaks=0"}
+    return learner
+
+
+def test_a_quiz_is_taken_by_ear(learner, orca):
+    learner.start()
+    program = learner.program
+    orca.expect(f"alert {GREETING}", "OK push button.")
+    learner.store = dict(SEEDS)
+    program.press("Return")
+    orca.expect("Zorvan frame.", "Terminology: 14 questions push button.", "0 of 3 passes.")
+    program.press("Tab")
+    orca.expect("Variables: 19 questions push button.", "0 of 3 passes.")
+
+    program.press("ctrl+5")
+    orca.expect("Structure frame.")
+    attempt = Attempt(learner, STRUCTURE, program.wait_for_window("Structure"))
+    while True:
+        question = attempt.question()
+        position = f"Question {len(attempt.asked) + 1} of 7."
+        answers = answer_names(question)
+        orca.expect(f"{question['text']} panel.", f"{answers[0]} push button.", position)
+        right = len(attempt.asked) != 1
+        attempt.answer(right, "abc")
+        if len(attempt.asked) == STRUCTURE.length:
+            break
+        right_answer = answers[question["right"] - 1]
+        verdict = "correct" if right else f"wrong, the right answer is {right_answer}"
+        score = f"score {attempt.right / len(attempt.asked) * 100:.0f}"
+        orca.expect("Next Question push button.", f"{verdict}, {score}")
+        program.press("Return")
+    learner.expect_results(attempt)
+    marks = "Pass mark 1: earned. Pass mark 2: missing. Pass mark 3: missing."
+    orca.expect("Results frame.", f"Structure. {marks} {PASSED[1]} panel.", "Home push button.")
+
+    program.press("ctrl+comma")
+    orca.expect("Settings frame.", "Timing.", "Untimed: take as long as you like", "selected")
+    program.press("Tab")
+    orca.expect("It cannot be undone.", "Clear Progress… push button.")
+    program.press("Escape")
+    orca.expect("Results frame.", PASSED[1], "Home push button.")
+    program.press("F1")
+    orca.expect("Help frame.", "The quizzes. Six quizzes each cover one side of PHP")
+    program.press("Tab")
+    orca.expect("An attempt. The questions of a quiz come one at a time")
+    program.press("Escape")
+    orca.expect("Results frame.")
+    program.press("ctrl+q")
+    # The log has lines by the toolkit, about keys that the screen reader was slow to let through.
+    assert program.exit_status() == 0
+
+
+def test_the_clock_is_not_read_out(learner, orca):
+    menu = learner.start_for_the_first_time()
+    program = learner.program
+    program.press("ctrl+comma")
+    orca.expect("Untimed: take as long as you like", "selected")
+    program.press("Down")
+    orca.expect("Timed: about 15 seconds a question", "selected")
+    program.press("Escape")
+    program.wait_for_window("Zorvan")
+    attempt = learner.open_quiz(STRUCTURE, menu)
+    clock = program.wait_for(Role.LABEL, "Time left: 1:45", attempt.window)
+    orca.expect("Structure frame.", "Question 1 of 7.")
+    second = int(name_of(clock)[-2:])
+    for passed in (1, 2, 3):
+        text = f"Time left: 1:{second - passed:02}"
+        program.wait_until(f'"{text}" can be read', lambda: name_of(clock) == text)
+    assert orca.said() == ""
+    program.press("ctrl+q")
+    orca.expect(f"alert {ABANDON}", "Yes push button.")
+    program.press("Return")
+    assert program.exit_status() == 0

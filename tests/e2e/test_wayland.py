@@ -1,0 +1,51 @@
+"""A quiz in a Wayland session, without pointer and keyboard."""
+
+import pytest
+
+from learner import QUIZZES
+from session import wait_until
+from wayland import ActionProgram, WaylandDisplay
+
+# There is no other way to learn what an action is called.
+pytestmark = pytest.mark.filterwarnings("ignore:Atspi.Action.get_action_name is deprecated")
+
+
+@pytest.fixture(scope="module")
+def display(session):
+    with WaylandDisplay(session) as display:
+        yield display
+
+
+@pytest.fixture
+def learner(learner):
+    learner.program_type = ActionProgram
+    # The toolkit leaves the compositor without freeing what it had of it.
+    learner.environment = {"ASAN_OPTIONS": "detect_leaks=0"}
+    return learner
+
+
+def test_a_quiz_is_passed_on_wayland(learner):
+    structure = QUIZZES[5]
+    menu = learner.start_for_the_first_time()
+    expect_on_screen(learner.display, "Zorvan")
+    learner.take(structure, menu)
+    expect_on_screen(learner.display, "Results — Zorvan", "Zorvan", "Zorvan")
+    quit_by_menu(learner)
+    expect_on_screen(learner.display)
+    learner.start()
+    menu = learner.program.wait_for_window("Zorvan")
+    expect_on_screen(learner.display, "Zorvan")
+    learner.expect_levels(menu)
+    assert learner.program.windows() == [menu]
+    assert learner.stored() == learner.store
+    quit_by_menu(learner)
+
+
+def expect_on_screen(display, *titles):
+    """The windows that the compositor shows, whatever the program says of them."""
+    wait_until(f"the windows {titles} are on screen", lambda: display.titles() == list(titles))
+
+
+def quit_by_menu(learner):
+    learner.choose_menu_item("Zorvan", "Quit")
+    learner.expect_the_end()

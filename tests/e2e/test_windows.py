@@ -1,0 +1,106 @@
+"""Several windows at once, none at all, and the end of the program in the middle of a quiz."""
+
+from learner import QUIZZES, Attempt
+from program import Role
+
+
+def test_two_quizzes_share_one_attempt(learner):
+    structure, methods = QUIZZES[5], QUIZZES[3]
+    menu = learner.start_for_the_first_time()
+    first = learner.open_quiz(structure, menu)
+    first.answer()
+    first.expect_verdict(right=True)
+    learner.program.press("ctrl+3")
+    learner.store["currentTest"] = "3"
+    second = Attempt(learner, methods, learner.program.wait_for_window(methods.name))
+    second.answer()
+    second.expect_verdict(right=True)
+    # There is one attempt at a time: the first window goes on with what the second began.
+    learner.program.bring_to_front(first.window)
+    first.go_on()
+    learner.program.wait_for(Role.LABEL, "Question 2 of 10", first.window)
+    learner.program.press("ctrl+w")
+    learner.abandon("Yes")
+    learner.program.wait_until_gone(first.window)
+    learner.program.bring_to_front(second.window)
+    second.go_on()
+    second.answer_all()
+    learner.expect_results(second)
+    assert learner.passes(structure) == 0 and learner.passes(methods) == 1
+    learner.come_back()
+    learner.quit()
+
+
+def test_the_last_window_leaves_a_way_back(learner):
+    menu = learner.start_for_the_first_time()
+    learner.program.press("alt+F4")
+    learner.program.wait_until_gone(menu)
+    way_back = learner.program.wait_for_window("Zorvan")
+    learner.program.wait_for(Role.LABEL, "No window is open.", way_back)
+    learner.program.click_button("Main Menu", way_back)
+    learner.program.wait_until_gone(way_back)
+    menu = learner.program.wait_for_window("Zorvan")
+    learner.expect_levels(menu)
+
+    learner.program.press("ctrl+w")
+    learner.program.wait_until_gone(menu)
+    way_back = learner.program.wait_for_window("Zorvan")
+    learner.choose_menu_item("Quizzes", "Syntax")
+    learner.store["currentTest"] = "6"
+    learner.program.wait_until_gone(way_back)
+    syntax = learner.program.wait_for_window("Syntax")
+    learner.program.press("alt+F4")
+    learner.abandon("Yes")
+    learner.program.wait_until_gone(syntax)
+    way_back = learner.program.wait_for_window("Zorvan")
+    learner.program.wait_for(Role.LABEL, "No window is open.", way_back)
+    learner.come_back()
+
+    menu = learner.program.wait_for_window("Zorvan")
+    learner.program.press("alt+F4")
+    learner.program.wait_until_gone(menu)
+    learner.program.wait_for_window("Zorvan")
+    # Nothing is left to come back to: the way back is the last thing to be closed.
+    learner.program.click_button("Quit")
+    learner.expect_the_end()
+
+
+def test_quit_asks_in_the_middle_of_a_quiz(learner):
+    menu = learner.start_for_the_first_time()
+    attempt = learner.open_quiz(QUIZZES[5], menu)
+    attempt.answer()
+    attempt.expect_verdict(right=True)
+    learner.program.press("ctrl+q")
+    learner.abandon("No")
+    # All is as it was, the other windows included.
+    assert len(learner.program.windows()) == 2
+    attempt.go_on()
+    attempt.answer()
+    learner.choose_menu_item("Zorvan", "Quit")
+    learner.abandon("Yes")
+    learner.expect_the_end()
+    assert learner.stored() == learner.store
+
+    learner.start()
+    learner.expect_levels(learner.program.wait_for_window("Zorvan"))
+    learner.quit()
+
+
+def test_quit_asks_once_for_each_quiz(learner):
+    menu = learner.start_for_the_first_time()
+    learner.open_quiz(QUIZZES[5], menu)
+    learner.program.press("ctrl+1")
+    learner.store["currentTest"] = "1"
+    learner.program.wait_for_window("Terminology")
+    learner.program.press("ctrl+q")
+    learner.abandon("Yes")
+    learner.abandon("No")
+    # One quiz was given up, the other goes on, and so does the program.
+    learner.program.wait_until(
+        "one quiz is left", lambda: len(learner.program.windows(("Structure", "Terminology"))) == 1
+    )
+    assert len(learner.program.windows()) == 2
+    learner.program.press("ctrl+q")
+    learner.abandon("Yes")
+    learner.expect_the_end()
+    assert learner.stored() == learner.store

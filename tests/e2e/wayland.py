@@ -1,0 +1,94 @@
+"""Programs on Wayland: a compositor without a pointer, a keyboard or a focus, and programs that are
+used without them.
+"""
+
+import os
+import re
+import socket
+import subprocess
+import tempfile
+from pathlib import Path
+from shutil import move
+
+from gi.repository import Atspi
+
+from program import Program, State, ask, describe, has
+from session import PATIENCE, Stuck, wait_until
+
+
+class WaylandDisplay:
+    """A Wayland compositor with a virtual screen. It lives in a `with` block."""
+
+    def __init__(self, session):
+        self.session = session
+        self.environment = {"WAYLAND_DISPLAY": "headless", "QT_QPA_PLATFORM": "wayland"}
+
+    def __enter__(self):
+        # Only with --debug may anyone take pictures and look at the list of windows.
+        command = (
+            "weston --backend=headless-backend.so --use-pixman --width=1280 --height=720"
+            f" --no-config --idle-time=0 --debug --socket={self.environment['WAYLAND_DISPLAY']}"
+        )
+        self._server = self.session.spawn("weston", command.split())
+        wait_until("the compositor is ready", self._is_ready)
+        return self
+
+    def __exit__(self, *_):
+        self.session.end(self._server)
+
+    def titles(self):
+        """The titles of all windows that are on the screen, in the order of the alphabet."""
+        scene = self._run("weston-debug", "scene-graph")
+        return sorted(re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ", scene))
+
+    def picture(self, file):
+        """Saves a picture of the whole screen, as it is."""
+        with tempfile.TemporaryDirectory(dir=self.session.folder) as folder:
+            self._run("weston-screenshooter", XDG_PICTURES_DIR=folder)
+            [picture] = Path(folder).iterdir()
+            move(picture, file)
+
+    def _is_ready(self):
+        if self._server.poll() is not None:
+            log = self.session.log("weston").read_text(errors="replace")
+            raise Stuck(f"weston did not start: {log}")
+        with socket.socket(socket.AF_UNIX) as client:
+            name = self.environment["WAYLAND_DISPLAY"]
+            return client.connect_ex(f"{os.environ['XDG_RUNTIME_DIR']}/{name}") == 0
+
+    def _run(self, *command, **environment):
+        """What a command writes; raises Stuck where it fails."""
+        try:
+            return subprocess.run(
+                command,
+                env=os.environ | self.environment | environment,
+                stdin=subprocess.DEVNULL,
+                capture_output=True,
+                text=True,
+                timeout=PATIENCE,
+                check=True,
+            ).stdout
+        except subprocess.SubprocessError as error:
+            raise Stuck(f"{error}: {error.stderr}") from error
+
+
+class ActionProgram(Program):
+    """A program that is used as a switch or a screen reader uses it, through the actions that its
+    controls offer. No window has the focus, and places on the screen are unknown.
+    """
+
+    def wait_for_window(self, title):
+        """The window of that title, once it is shown."""
+        return self.wait_until(f'the window "{title}" is shown', lambda: self.windows(title))[0]
+
+    def click(self, item):
+        """Does what a click would do."""
+        self.wait_until(f"{describe(item)} is enabled", lambda: has(item, State.ENABLED))
+        names = [
+            ask(Atspi.Action.get_action_name, item, index)
+            for index in range(ask(Atspi.Action.get_n_actions, item) or 0)
+        ]
+        usable = [index for index, name in enumerate(names) if name in ("Press", "ShowMenu")]
+        if not usable:
+            raise Stuck(f"{describe(item)} cannot be pressed, its only actions are {names}")
+        ask(Atspi.Action.do_action, item, usable[0])
