@@ -24,18 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-namespace {
-
-void nameMenus(QMenuBar &menuBar) {
-    menuBar.setAccessibleName(u"Menu bar"_s);
-    for (const QAction *menu : menuBar.actions()) {
-        // The name by which a screen reader knows an open menu.
-        menu->menu()->setWindowTitle(menu->iconText());
-    }
-}
-
-}  // namespace
-
 void provideRuntimeFolder() {
 #ifdef Q_OS_LINUX
     constexpr const char *variable = "XDG_RUNTIME_DIR";
@@ -76,7 +64,7 @@ void Application::loadMainLayout(QObject &delegate) {
     layoutNamed(u"MainLayout"_s)(*mainLayout_);
     theme::dress(*mainLayout_);
     connectActions(*mainLayout_, {&delegate, this});
-    nameMenus(*mainLayout_->menuBar());
+    describeMenus(*mainLayout_->menuBar());
 #ifdef Q_OS_MACOS
     desktopMenuBar_ = std::make_unique<QMenuBar>();
     desktopMenuBar_->addActions(mainLayout_->menuBar()->actions());
@@ -125,10 +113,18 @@ void Application::fillMenuBar(Window &window) {
     for (const QAction *shared : mainLayout_->menuBar()->actions()) {
         QMenu *menu = window.menuBar()->addMenu(shared->text());
         menu->addActions(shared->menu()->actions());
-        connect(menu, &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
         connect(menu, &QObject::destroyed, this, &Application::forgetAccessibleItems);
     }
-    nameMenus(*window.menuBar());
+    describeMenus(*window.menuBar());
+}
+
+void Application::describeMenus(QMenuBar &menuBar) {
+    menuBar.setAccessibleName(u"Menu bar"_s);
+    for (const QAction *action : menuBar.actions()) {
+        // The name by which a screen reader knows an open menu.
+        action->menu()->setWindowTitle(action->iconText());
+        connect(action->menu(), &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
+    }
 }
 
 void Application::forgetAccessibleItems() {

@@ -50,6 +50,7 @@ class Application final : public QApplication, public WindowDelegate {
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
     void fillMenuBar(Window &window);
+    void describeMenus(QMenuBar &menuBar);
     void forgetAccessibleItems();
     void offerWayBack();
     static bool everyWindowAgreesToClose();

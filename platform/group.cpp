@@ -20,7 +20,7 @@ bool Group::event(QEvent *event) {
             followLabels();
             break;
         case QEvent::Show:
-            name();
+            describe();
             break;
         case QEvent::FocusIn:
             scrollIntoView();
@@ -60,12 +60,12 @@ QList<QLabel *> Group::labels() const {
 void Group::followLabels() {
     for (const QLabel *label : labels()) {
         if (const auto *text = qobject_cast<const TextLabel *>(label)) {
-            connect(text, &TextLabel::stringValueChanged, this, &Group::name);
+            connect(text, &TextLabel::stringValueChanged, this, &Group::describe);
         }
     }
 }
 
-void Group::name() {
+void Group::describe() {
     QString name;
     for (const QLabel *label : labels()) {
         const QString text =

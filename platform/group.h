@@ -25,7 +25,7 @@ class Group final : public QWidget {
  private:
     QList<QLabel *> labels() const;
     void followLabels();
-    void name();
+    void describe();
     void scrollIntoView();
 
     bool panel_ = false;

@@ -2,6 +2,8 @@ from pathlib import Path
 
 import pytest
 
+pytest.register_assert_rewrite("keyboard", "learner", "program")
+
 from keyboard import Keyboard
 from learner import GREETING, SEEDS, Learner
 from session import Display, Session
