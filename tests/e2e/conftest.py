@@ -50,7 +50,7 @@ def learner(request, display, tmp_path):
 def keyboard(learner, tmp_path):
     """A learner without a mouse, before the greeting."""
     learner.start()
-    keyboard = Keyboard(learner, tmp_path)
+    keyboard = Keyboard(learner.program, tmp_path)
     keyboard.window(GREETING, "OK")
     learner.store = dict(SEEDS)
     return keyboard

@@ -8,9 +8,8 @@ CONTROLS = (Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.PANEL)
 class Keyboard:
     """Presses keys, and after each step finds the focus on something visible and enabled."""
 
-    def __init__(self, learner, folder):
-        self.learner = learner
-        self.program = learner.program
+    def __init__(self, program, folder):
+        self.program = program
         self.folder = folder
 
     def press(self, *keys):
