@@ -1,9 +1,10 @@
 #include <cstdio>
+#include <cstdlib>
 
 #include <QDir>
+#include <QFontInfo>
 #include <QMessageBox>
 #include <QPixmap>
-#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -30,20 +31,22 @@ namespace {
 
 class Album final {
  public:
-    Album(QString folder, QString suffix)
-        : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+    Album(QString folder, QString theme) : folder_(std::move(folder)), theme_(std::move(theme)) {}
 
     void take(QWidget &window, const QString &name) {
         QCoreApplication::processEvents();
-        const QString file = u"%1/%2-%3.png"_s.arg(folder_, name, suffix_);
-        if (!window.grab().save(file)) {
+        const QPixmap picture = window.grab();
+        const int scale = qRound(picture.devicePixelRatio());
+        const QString file = u"%1/%2-%3%4.png"_s.arg(folder_, name, theme_,
+                                                     scale == 1 ? QString() : u"@%1x"_s.arg(scale));
+        if (!picture.save(file, nullptr, 0)) {
             qFatal("Cannot write %s", qUtf8Printable(file));
         }
     }
 
  private:
     QString folder_;
-    QString suffix_;
+    QString theme_;
 };
 
 store::Contents withProgress(const QString &test, const QString &status) {
@@ -66,32 +69,47 @@ void takeOne(Album &album, const QString &layout, const QString &name) {
     desk::clear();
 }
 
+void takeMainMenu(Album &album) {
+    store::fill(store::seeded());
+    takeOne<MainMenu>(album, u"MainMenu"_s, u"main-menu-new"_s);
+    store::fill(withProgress(u"1"_s, u"pass"_s));
+    takeOne<MainMenu>(album, u"MainMenu"_s, u"main-menu"_s);
+    store::Contents mastered = store::seeded();
+    for (int quiz = 1; quiz <= 7; ++quiz) {
+        mastered[u"quiz%1"_s.arg(quiz)] = u"3"_s;
+    }
+    store::fill(mastered);
+    takeOne<MainMenu>(album, u"MainMenu"_s, u"main-menu-mastered"_s);
+}
+
 void takeQuiz(Album &album) {
     quizRun().random = [] { return 0U; };
     store::fill(withProgress(u"7"_s, u"0"_s));
     auto quiz = platform::makeController<MainTest>(u"MainTest"_s);
     quiz->showWindow();
-    album.take(*quiz->window(), u"quiz-first"_s);
-    quiz->Answer1Selected();
     quiz->timerFired();
-    album.take(*quiz->window(), u"quiz-wrong"_s);
-    for (const int question : {29, 48, 59}) {
-        quizRun().questionOrder = {QString::number(question)};
-        quizRun().questionIndex = 0;
-        quiz->SetupQuestion();
+    album.take(*quiz->window(), u"quiz-short"_s);
+
+    const auto show = [&](int question) {
+        quizRun().questionOrder[11] = QString::number(question);
+        quizRun().questionIndex = 11;
+        quizRun().correctCount = 8;
         quiz->goNextQuestion();
-        album.take(*quiz->window(), u"quiz-question-%1"_s.arg(question));
-    }
-    quizRun().questionIndex = 11;
-    quizRun().correctCount = 8;
+    };
+    show(48);
+    album.take(*quiz->window(), u"quiz-long"_s);
+    show(59);
+    album.take(*quiz->window(), u"quiz-code"_s);
     quiz->Answer3Selected();
     album.take(*quiz->window(), u"quiz-correct"_s);
+    show(56);
+    quiz->Answer1Selected();
+    album.take(*quiz->window(), u"quiz-wrong"_s);
     desk::clear();
 }
 
 void takeAll(Album &album) {
-    store::fill(withProgress(u"1"_s, u"pass"_s));
-    takeOne<MainMenu>(album, u"MainMenu"_s, u"main-menu"_s);
+    takeMainMenu(album);
     takeQuiz(album);
     for (const auto &[test, status, name] : {std::tuple{u"2"_s, u"pass"_s, u"results-pass"_s},
                                              std::tuple{u"1"_s, u"pass"_s, u"results-mastered"_s},
@@ -107,6 +125,14 @@ void takeAll(Album &album) {
     desk::clear();
     album.take(*desk::window(u"MainLayout"_s), u"way-back"_s);
 
+    platform::Application::shared().about();
+    for (QWidget *about : QApplication::topLevelWidgets()) {
+        if (about->isVisible() && qobject_cast<QMessageBox *>(about) != nullptr) {
+            album.take(*about, u"about"_s);
+            about->close();
+        }
+    }
+
     QTimer::singleShot(0, qApp, [&album] {
         QWidget *alert = QApplication::activeModalWidget();
         album.take(*alert, u"alert"_s);
@@ -120,34 +146,36 @@ void takeAll(Album &album) {
 
 }  // namespace
 
-/// Takes a picture of every window, light and dark, at normal and double text size, into the
-/// folder that the only argument names.
+/// Takes a picture of every window, light and dark, into the folder that the first argument names;
+/// with a second one, at so many percent of the text size.
 int main(int argc, char **argv) {
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     installResources();
     fillControllerTable();
     platform::Application application(argc, argv);
-    if (argc != 2) {
-        std::fputs("usage: pictures FOLDER\n", stderr);
+    if (argc != 2 && argc != 3) {
+        std::fputs("usage: pictures FOLDER [TEXT-SIZE-IN-PERCENT]\n", stderr);
         return 2;
     }
+    constexpr double pointSize = 11;
+    QFont font(u"Cantarell"_s);
+    font.setPointSizeF(pointSize * (argc == 3 ? std::atoi(argv[2]) : 100) / 100);
+    if (QFontInfo(font).family() != font.family()) {
+        std::fputs("The pictures are drawn with Cantarell (Debian: fonts-cantarell).\n", stderr);
+        return 1;
+    }
+    QApplication::setFont(font);
+
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(folder);
     AppDelegate delegate;
     application.loadMainLayout(delegate);
 
-    const QPalette light = QApplication::palette();
-    const QFont font = QApplication::font();
-    for (const int text : {100, 200}) {
-        QFont scaled = font;
-        scaled.setPointSizeF(font.pointSizeF() * text / 100);
-        QApplication::setFont(scaled);
-        for (const bool dark : {false, true}) {
-            QApplication::setPalette(dark ? drawing::darkPalette() : light);
-            Album album(folder, u"%1-%2"_s.arg(dark ? u"dark"_s : u"light"_s).arg(text));
-            takeAll(album);
-        }
-    }
+    Album light(folder, u"light"_s);
+    takeAll(light);
+    QApplication::setPalette(drawing::darkPalette());
+    Album dark(folder, u"dark"_s);
+    takeAll(dark);
     return 0;
 }
