@@ -3,9 +3,12 @@
 #include <utility>
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include "platform/theme.h"
 
 namespace platform {
 
@@ -22,6 +25,7 @@ int Alert::runModal() const {
     // The box's own setTextFormat() leaves the informative text out.
     for (QLabel *label : box.findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
+        label->setIndent(0);
     }
     box.setAccessibleName(message_);
 
@@ -35,6 +39,12 @@ int Alert::runModal() const {
     }
     if (!buttons_.otherButton.isEmpty()) {
         box.addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
+    }
+
+    theme::dress(box);
+    // No icon stands before the text.
+    if (auto *grid = qobject_cast<QGridLayout *>(box.layout())) {
+        grid->setHorizontalSpacing(0);
     }
 
     box.exec();

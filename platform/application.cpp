@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QTimer>
 
 #include "platform/accessibility.h"
@@ -36,11 +37,24 @@ void provideRuntimeFolder() {
 #endif
 }
 
+namespace {
+
+QIcon programIcon() {
+    QIcon icon;
+    // Larger ones only burden the window manager, which is given all of them with every window.
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        icon.addFile(u":/icons/zorvan-%1.png"_s.arg(size));
+    }
+    return icon;
+}
+
+}  // namespace
+
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationName(u"zorvan"_s);
     setApplicationDisplayName(u"Zorvan"_s);
     setApplicationVersion(QStringLiteral(ZORVAN_VERSION));
-    setWindowIcon(QIcon(u":/icons/zorvan.png"_s));
+    setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
@@ -82,15 +96,19 @@ void Application::about() {
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(u"About Zorvan"_s);
     box->setTextFormat(Qt::PlainText);
-    box->setIconPixmap(windowIcon().pixmap(64));
+    const int side = 4 * box->fontMetrics().lineSpacing();
+    box->setIconPixmap(
+        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box->devicePixelRatioF()));
     box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
     box->setInformativeText(u"%1\n\nQt %2"_s.arg(mainLayout_->property("about").toString(),
                                                  QString::fromLatin1(qVersion())));
+    box->setDefaultButton(box->addButton(u"OK"_s, QMessageBox::AcceptRole));
     for (QLabel *label : box->findChildren<QLabel *>()) {
         if (!label->pixmap().isNull()) {
             label->setAccessibleName(applicationDisplayName());
         }
     }
+    theme::dress(*box);
     box->setModal(false);
     box->show();
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QMouseEvent>
+#include <QPainter>
 
 #include "platform/levelindicator.h"
 #include "platform/textlabel.h"
@@ -15,31 +16,85 @@ ButtonRow::ButtonRow(QWidget *parent) : QWidget(parent) {
     setAttribute(Qt::WA_Hover);
 }
 
+const ButtonRow &ButtonRow::around(const QWidget &part) {
+    for (const QWidget *parent = part.parentWidget(); parent != nullptr;
+         parent = parent->parentWidget()) {
+        if (const auto *row = qobject_cast<const ButtonRow *>(parent)) {
+            return *row;
+        }
+    }
+    qFatal("\"%s\" does not stand in a row", qUtf8Printable(part.objectName()));
+}
+
+void ButtonRow::setStanding(Standing standing, const QString &words) {
+    standing_ = standing;
+    if (words_ != nullptr) {
+        words_->setStringValue(words);
+        describe();
+    }
+    repaintParts();
+}
+
+bool ButtonRow::isLit() const {
+    return button_->isEnabled() && underMouse();
+}
+
 bool ButtonRow::event(QEvent *event) {
-    if (event->type() == QEvent::Polish) {
-        adoptButton();
+    switch (event->type()) {
+        case QEvent::Polish:
+            adoptParts();
+            break;
+        case QEvent::HoverEnter:
+        case QEvent::HoverLeave:
+            repaintParts();
+            break;
+        default:
+            break;
     }
     return QWidget::event(event);
 }
 
-void ButtonRow::adoptButton() {
+void ButtonRow::adoptParts() {
     button_ = findChild<QAbstractButton *>();
     if (button_ == nullptr) {
         qFatal("The row \"%s\" has no button to press", qUtf8Printable(objectName()));
     }
     button_->installEventFilter(this);
-    if (auto *label = findChild<TextLabel *>()) {
+    connect(button_, &QAbstractButton::pressed, this, &ButtonRow::repaintParts);
+    connect(button_, &QAbstractButton::released, this, &ButtonRow::repaintParts);
+
+    const QList<TextLabel *> labels = findChildren<TextLabel *>();
+    if (!labels.isEmpty()) {
         const auto name = [button = button_](const QString &text) {
             button->setAccessibleName(
                 u"%1: %2"_s.arg(button->text(), text.isEmpty() ? u"empty"_s : text));
         };
-        name(label->text());
-        connect(label, &TextLabel::stringValueChanged, button_, name);
+        name(labels.first()->text());
+        connect(labels.first(), &TextLabel::stringValueChanged, button_, name);
     }
-    if (const auto *level = findChild<LevelIndicator *>()) {
-        button_->setAccessibleDescription(level->valueInWords());
-        connect(level, &LevelIndicator::valueInWordsChanged, button_,
-                &QAbstractButton::setAccessibleDescription);
+    words_ = labels.value(1);
+    level_ = findChild<LevelIndicator *>();
+    if (level_ != nullptr) {
+        connect(level_, &LevelIndicator::valueInWordsChanged, this, &ButtonRow::describe);
+        describe();
+    }
+}
+
+void ButtonRow::describe() {
+    QStringList parts;
+    if (level_ != nullptr) {
+        parts << level_->valueInWords();
+    }
+    if (words_ != nullptr && !words_->text().isEmpty()) {
+        parts << words_->text().toLower();
+    }
+    button_->setAccessibleDescription(parts.join(u", "_s));
+}
+
+void ButtonRow::repaintParts() {
+    update();
+    for (QWidget *part : findChildren<QWidget *>()) {
+        part->update();
     }
 }
 
@@ -48,9 +103,7 @@ bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
         case QEvent::FocusIn:
         case QEvent::FocusOut:
         case QEvent::EnabledChange:
-        case QEvent::HoverEnter:
-        case QEvent::HoverLeave:
-            update();
+            repaintParts();
             break;
         default:
             break;
@@ -60,6 +113,7 @@ bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
 
 void ButtonRow::mousePressEvent(QMouseEvent *event) {
     button_->setDown(button_->isEnabled() && event->button() == Qt::LeftButton);
+    repaintParts();
 }
 
 void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
@@ -70,20 +124,47 @@ void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
 void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
     const bool pressed = button_->isDown();
     button_->setDown(false);
+    repaintParts();
     if (pressed && rect().contains(event->position().toPoint())) {
         button_->click();
     }
 }
 
 void ButtonRow::paintEvent(QPaintEvent *) {
-    theme::Edge edge = theme::Edge::Resting;
-    if (button_->hasFocus()) {
-        edge = theme::Edge::Focused;
-    } else if (button_->isEnabled() && underMouse()) {
-        edge = theme::Edge::Lit;
+    theme::Ground ground = theme::Ground::Surface;
+    theme::Edge edge = theme::Edge::Hairline;
+    switch (standing_) {
+        case Standing::Open:
+            if (!button_->isEnabled()) {
+                ground = theme::Ground::None;
+            }
+            break;
+        case Standing::Done:
+            break;
+        case Standing::Next:
+            ground = theme::Ground::Prominent;
+            break;
+        case Standing::Right:
+            ground = theme::Ground::Prominent;
+            edge = theme::Edge::Accent;
+            break;
+        case Standing::Wrong:
+        case Standing::Other:
+            ground = theme::Ground::None;
+            break;
     }
-    theme::paintPanel(
-        *this, prominent_ ? theme::prominentSurface(palette()) : theme::surface(palette()), edge);
+    // The edge stays: it belongs to the focus.
+    if (button_->isDown()) {
+        ground = theme::Ground::Pressed;
+    } else if (isLit()) {
+        ground = standing_ == Standing::Next ? theme::Ground::Pressed : theme::Ground::Lit;
+    }
+    if (button_->hasFocus()) {
+        edge = theme::Edge::Focus;
+    }
+    QPainter painter(this);
+    theme::paintPanel(painter, palette(),
+                      {.rect = rect(), .unit = theme::unit(*this), .ground = ground, .edge = edge});
 }
 
 }  // namespace platform

@@ -6,16 +6,34 @@ class QAbstractButton;
 
 namespace platform {
 
+class LevelIndicator;
+class TextLabel;
+
+/// How a row stands. In a list of steps it is open, next or done; as an answer it is open until
+/// one has been chosen, and then right, wrong (the one chosen in its place) or one of the others.
+enum class Standing { Open, Next, Done, Right, Wrong, Other };
+
 /// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
-/// button, the button's accessible name is its own text and the label's; where a LevelIndicator
-/// does, its value in words is the button's accessible description.
+/// button, the button's accessible name is its own text and the label's; a second one is filled
+/// with the words for how the row stands. These and a LevelIndicator's value in words are the
+/// button's accessible description.
 class ButtonRow final : public QWidget {
     Q_OBJECT
-    /// Sets the row apart from its neighbours.
-    Q_PROPERTY(bool prominent MEMBER prominent_)
 
  public:
     explicit ButtonRow(QWidget *parent = nullptr);
+
+    /// The row that `part` stands in; ends the program where there is none.
+    static const ButtonRow &around(const QWidget &part);
+
+    Standing standing() const { return standing_; }
+    void setStanding(Standing standing, const QString &words = {});
+
+    /// Whether the pointer is over a row that can be pressed.
+    bool isLit() const;
+
+    QAbstractButton *button() const { return button_; }
+    const LevelIndicator *level() const { return level_; }
 
  protected:
     bool event(QEvent *event) override;
@@ -26,10 +44,14 @@ class ButtonRow final : public QWidget {
     void paintEvent(QPaintEvent *event) override;
 
  private:
-    void adoptButton();
+    void adoptParts();
+    void describe();
+    void repaintParts();
 
     QAbstractButton *button_ = nullptr;
-    bool prominent_ = false;
+    const LevelIndicator *level_ = nullptr;
+    TextLabel *words_ = nullptr;
+    Standing standing_ = Standing::Open;
 };
 
 }  // namespace platform

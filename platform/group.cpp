@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QScrollArea>
 
 #include "platform/buttonrow.h"
@@ -89,8 +90,12 @@ void Group::scrollIntoView() {
 
 void Group::paintEvent(QPaintEvent *) {
     if (panel_ || hasFocus()) {
-        theme::paintPanel(*this, panel_ ? theme::surface(palette()) : QColor(Qt::transparent),
-                          hasFocus() ? theme::Edge::Focused : theme::Edge::Resting);
+        QPainter painter(this);
+        theme::paintPanel(painter, palette(),
+                          {.rect = rect(),
+                           .unit = theme::unit(*this),
+                           .ground = panel_ ? theme::Ground::Surface : theme::Ground::None,
+                           .edge = hasFocus() ? theme::Edge::Focus : theme::Edge::Hairline});
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include "platform/stage.h"
+
 namespace platform {
 
 void ImageLabel::setLines(int lines) {
@@ -24,8 +26,15 @@ QSize ImageLabel::minimumSizeHint() const {
 }
 
 void ImageLabel::paintEvent(QPaintEvent *) {
-    QPainter painter(this);
-    image_.paint(&painter, rect());
+    QPixmap drawn(size() * devicePixelRatioF());
+    drawn.setDevicePixelRatio(devicePixelRatioF());
+    drawn.fill(Qt::transparent);
+    QPainter ink(&drawn);
+    image_.paint(&ink, rect());
+    ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    ink.fillRect(rect(), Stage::inkAt(*this));
+    ink.end();
+    QPainter(this).drawPixmap(0, 0, drawn);
 }
 
 }  // namespace platform

@@ -5,8 +5,9 @@
 
 namespace platform {
 
-/// A square picture, as many lines of text high as its property "lines" says, drawn from the
-/// image's best resolution for the screen.
+/// A square picture, as many lines of text high as its property "lines" says. The image gives its
+/// shape, by its opacity, from its best resolution for the screen; the colour is that of the Stage
+/// that it stands on, so that it follows the palette.
 class ImageLabel final : public QLabel {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)

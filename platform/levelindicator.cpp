@@ -53,12 +53,12 @@ QSize LevelIndicator::sizeHint() const {
     // Few segments are read one by one, many as a whole.
     const double segment = maximum() > 3 ? 2 : 3;
     const double unit = theme::unit(*this);
-    return QSizeF(unit * segment * qMax(3, maximum()), unit * 1.25).toSize();
+    return QSizeF(unit * segment * qMax(3, maximum()), unit * theme::segmentHeight).toSize();
 }
 
 QSize LevelIndicator::minimumSizeHint() const {
     const double unit = theme::unit(*this);
-    return QSizeF(unit * qMax(3, maximum()), unit * 1.25).toSize();
+    return QSizeF(unit * qMax(3, maximum()), unit * theme::segmentHeight).toSize();
 }
 
 void LevelIndicator::paintEvent(QPaintEvent *) {
@@ -68,19 +68,28 @@ void LevelIndicator::paintEvent(QPaintEvent *) {
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double gap = theme::unit(*this) / (segments > 10 ? 4 : 2);
-    const double width = (this->width() + gap) / segments - gap;
-    const double radius = qMin(width, double(height())) / 3;
-    constexpr double outlineWidth = 1.5;
-    constexpr double inset = outlineWidth / 2;
+    painter.setPen(Qt::NoPen);
+    // In whole pixels of the device, so that every edge is sharp at every scale.
+    const QTransform toDevice = painter.deviceTransform();
+    const QRect area = toDevice.mapRect(QRectF(rect())).toRect();
+    const double unit = theme::unit(*this) * toDevice.m11();
+    const int gap = qMax(1, qRound(unit * theme::segmentGap));
+    const int line = qMax(1, qRound(unit * theme::emptySegmentHeight));
+    const int length = area.width() - gap * (segments - 1);
+    painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
     for (int segment = 0; segment < segments; ++segment) {
-        const double x = segment * (width + gap);
-        const QRectF box = QRectF(x, 0, width, height()).adjusted(inset, inset, -inset, -inset);
-        const bool filled = segment < value_;
-        painter.setPen(
-            QPen(filled ? theme::accent(palette()) : theme::outline(palette()), outlineWidth));
-        painter.setBrush(filled ? QBrush(theme::accent(palette())) : Qt::NoBrush);
-        painter.drawRoundedRect(box, radius, radius);
+        const int left = segment * length / segments;
+        const int right = (segment + 1) * length / segments;
+        QRect box(area.left() + segment * gap + left, area.top(), right - left, area.height());
+        if (segment < value_) {
+            const double radius = unit * theme::segmentRadius;
+            painter.setBrush(theme::accent(palette()));
+            painter.drawRoundedRect(box, radius, radius);
+        } else {
+            box.setTop(box.top() + (box.height() - line) / 2);
+            box.setHeight(line);
+            painter.fillRect(box, theme::outline(palette()));
+        }
     }
 }
 

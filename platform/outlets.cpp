@@ -127,6 +127,18 @@ void ImageView::setImage(const QIcon &image) const {
     }
 }
 
+void Row::setStanding(Standing standing) const {
+    if (ButtonRow *row = get()) {
+        row->setStanding(standing);
+    }
+}
+
+void StageOutlet::setMood(Stage::Mood mood) const {
+    if (Stage *stage = get()) {
+        stage->setMood(mood);
+    }
+}
+
 QIcon imageNamed(const QString &fileName) {
     const QString path = u"images:"_s + fileName;
     return QFile::exists(path) ? QIcon(path) : QIcon();

@@ -7,8 +7,10 @@
 #include <QRadioButton>
 #include <QString>
 
+#include "platform/buttonrow.h"
 #include "platform/imagelabel.h"
 #include "platform/levelindicator.h"
+#include "platform/stage.h"
 #include "platform/textlabel.h"
 #include "platform/windowcontroller.h"
 
@@ -105,6 +107,18 @@ class ImageView final : public Outlet<ImageLabel> {
     using Outlet::Outlet;
     /// A null image empties the view.
     void setImage(const QIcon &image) const;
+};
+
+class Row final : public Outlet<ButtonRow> {
+ public:
+    using Outlet::Outlet;
+    void setStanding(Standing standing) const;
+};
+
+class StageOutlet final : public Outlet<Stage> {
+ public:
+    using Outlet::Outlet;
+    void setMood(Stage::Mood mood) const;
 };
 
 /// The program's image of that file name, or a null one where there is none.

@@ -2,17 +2,16 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QtMath>
 
+#include "platform/buttonrow.h"
 #include "platform/theme.h"
 
 namespace platform {
 
 QSize RowButton::sizeHint() const {
     const int side = qRound(theme::unit(*this) * theme::smallestTarget);
-    if (badge_) {
-        return {side, side};
-    }
-    return {fontMetrics().horizontalAdvance(text()) + side / 4, side};
+    return {badge_ ? side : qCeil(QFontMetricsF(font()).horizontalAdvance(text())), side};
 }
 
 QSize RowButton::minimumSizeHint() const {
@@ -25,21 +24,25 @@ void RowButton::mouseDoubleClickEvent(QMouseEvent *event) {
 
 void RowButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(isEnabled() ? 1.0 : 0.5);
+    const ButtonRow &row = ButtonRow::around(*this);
+    const bool right = row.standing() == Standing::Right;
+    if (!isEnabled() && !right) {
+        painter.setOpacity(theme::disabledOpacity);
+    }
     const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
     if (!badge_) {
         painter.setPen(text);
         painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, this->text());
         return;
     }
-    const bool lit = isEnabled() && (isDown() || hasFocus() || parentWidget()->underMouse());
-    const double radius = theme::unit(*this);
-    const QColor accent = theme::accent(palette());
-    painter.setPen(QPen(lit ? accent : theme::outline(palette()), 1.5));
-    painter.setBrush(lit ? QBrush(accent) : Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), radius, radius);
-    painter.setPen(lit ? theme::onAccent(palette()) : text);
+    const bool filled = right || isDown() || row.isLit();
+    theme::paintPanel(painter, palette(),
+                      {.rect = rect(),
+                       .unit = theme::unit(*this),
+                       .radius = theme::controlRadius,
+                       .ground = filled ? theme::Ground::Accent : theme::Ground::None,
+                       .edge = filled ? theme::Edge::None : theme::Edge::Outline});
+    painter.setPen(filled ? theme::onAccent(palette()) : text);
     painter.drawText(rect(), Qt::AlignCenter, this->text());
 }
 

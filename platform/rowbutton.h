@@ -5,7 +5,7 @@
 namespace platform {
 
 /// The button of a ButtonRow. The row draws its ground and focus; the button draws only its
-/// text: as a heading, or, with the property "badge", as a lettered key.
+/// text: on the row, or, with the property "badge", as a lettered key.
 class RowButton final : public QPushButton {
     Q_OBJECT
     Q_PROPERTY(bool badge MEMBER badge_)

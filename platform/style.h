@@ -4,8 +4,9 @@
 
 namespace platform {
 
-/// The desktop's own style, with a focus that nobody can overlook and options that can be pressed
-/// anywhere on their row.
+/// The desktop's own style, with buttons, options and scroll bars that belong to our panels: the
+/// same edges and corners, a focus that nobody can overlook, options that can be pressed anywhere
+/// on their row. A default button is drawn as the one that goes on.
 class Style final : public QProxyStyle {
     Q_OBJECT
 
@@ -16,8 +17,22 @@ class Style final : public QProxyStyle {
                      const QWidget *widget) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                            QPainter *painter, const QWidget *widget) const override;
     QRect subElementRect(SubElement element, const QStyleOption *option,
                          const QWidget *widget) const override;
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                         SubControl subControl, const QWidget *widget) const override;
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                    const QWidget *widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returned) const override;
+
+ private:
+    void drawRadioButton(const QStyleOption &option, QPainter &painter,
+                         const QWidget *widget) const;
 };
 
 }  // namespace platform

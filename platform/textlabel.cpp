@@ -1,12 +1,45 @@
 #include "platform/textlabel.h"
 
-#include <QStylePainter>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QPainter>
+#include <QTextLayout>
 
 #include "platform/theme.h"
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
+
+/// The text as it is set in lines.
+struct TextLabel::Setting {
+    std::vector<std::unique_ptr<QTextLayout>> paragraphs;
+    /// The panel around the lines of code; empty where there are none.
+    QRectF code;
+    double width = 0;
+    double height = 0;
+
+    void add(const QString &text, const QFont &font, const QTextOption &option, double leading,
+             QRectF place) {
+        auto paragraph = std::make_unique<QTextLayout>(text, font);
+        paragraph->setTextOption(option);
+        paragraph->beginLayout();
+        for (QTextLine line = paragraph->createLine(); line.isValid();
+             line = paragraph->createLine()) {
+            line.setLineWidth(place.width());
+            // Whole pixels: every line is as sharp as the first.
+            line.setPosition({place.x(), height});
+            height += std::round(line.height() * leading);
+            width = qMax(width, place.x() + std::ceil(line.naturalTextWidth()));
+        }
+        paragraph->endLayout();
+        paragraphs.push_back(std::move(paragraph));
+    }
+};
 
 TextLabel::TextLabel(QWidget *parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
@@ -54,29 +87,75 @@ void TextLabel::setAlphaValue(double alpha) {
     update();
 }
 
+double TextLabel::baseUnit() const {
+    return theme::unit(*window());
+}
+
 QMargins TextLabel::padding() const {
-    const int unit = qRound(theme::unit(*this));
-    return band_ ? QMargins(unit * 2, unit / 2, unit * 2, unit / 2) : QMargins();
+    const int side = qRound(2 * baseUnit());
+    return band_ ? QMargins(side, 0, side, 0) : QMargins();
 }
 
-int TextLabel::textFlags() const {
-    return static_cast<int>(alignment()) | (wordWrap() ? Qt::TextWordWrap : 0);
+QFont TextLabel::codeFont() const {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(QFontInfo(window()->font()).pointSizeF());
+    return font;
 }
 
-QSize TextLabel::textSize(int width) const {
-    return fontMetrics()
-        .boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), textFlags(), text())
-        .size();
+TextLabel::Setting TextLabel::set(double width) const {
+    QTextOption option(alignment() & Qt::AlignHorizontal_Mask);
+    option.setWrapMode(wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap);
+    const QStringList lines = text().split(u'\n');
+    const qsizetype firstOfCode = codeBelow_ ? 1 : lines.size();
+
+    Setting setting;
+    for (const QString &line : lines.first(firstOfCode)) {
+        setting.add(line, font(), option, leading_, QRectF(0, 0, width, 0));
+    }
+    if (firstOfCode < lines.size()) {
+        const double unit = baseUnit();
+        setting.height += std::round(unit);
+        const double top = setting.height;
+        setting.height += std::round(unit);
+        for (const QString &line : lines.sliced(firstOfCode)) {
+            setting.add(line, codeFont(), option, leading_,
+                        QRectF(1.5 * unit, 0, width - 3 * unit, 0));
+        }
+        setting.height += std::round(unit);
+        setting.code = QRectF(0, top, width, setting.height - top);
+    }
+    return setting;
+}
+
+QSize TextLabel::textSize(double width) const {
+    const Setting setting = set(width);
+    return QSizeF(std::ceil(setting.width), setting.height).toSize();
+}
+
+int TextLabel::keptWidth() const {
+    const QFontMetricsF metrics(font());
+    double digit = 0;
+    for (const QChar each : u"0123456789"_s) {
+        digit = qMax(digit, metrics.horizontalAdvance(each));
+    }
+    double width = characters_ * metrics.averageCharWidth();
+    for (const QChar each : widestText_) {
+        width += each.isDigit() ? digit : metrics.horizontalAdvance(each);
+    }
+    return int(std::ceil(width));
 }
 
 QSize TextLabel::sizeHint() const {
-    const int widest = characters_ * fontMetrics().averageCharWidth();
-    QSize size = textSize(characters_ > 0 ? widest : QWIDGETSIZE_MAX);
-    if (characters_ > 0) {
-        size.setWidth(widest);
+    const int kept = keptWidth();
+    QSize size = textSize(kept > 0 ? kept : QWIDGETSIZE_MAX);
+    if (kept > 0) {
+        size.setWidth(kept);
     }
-    size.setHeight(lines_ > 0 ? lines_ * fontMetrics().lineSpacing() : size.height());
-    return size.grownBy(padding());
+    if (lines_ > 0) {
+        size.setHeight(lines_ * fontMetrics().lineSpacing());
+    }
+    size = size.grownBy(padding());
+    return band_ ? size.expandedTo({0, qRound(theme::smallestTarget * baseUnit())}) : size;
 }
 
 QSize TextLabel::minimumSizeHint() const {
@@ -92,21 +171,33 @@ int TextLabel::heightForWidth(int width) const {
 }
 
 void TextLabel::paintEvent(QPaintEvent *) {
-    QStylePainter painter(this);
-    QPalette colors = palette();
+    QPainter painter(this);
     if (band_) {
-        const double radius = theme::unit(*this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(theme::band(colors));
-        painter.drawRoundedRect(rect(), radius, radius);
+        theme::paintPanel(painter, palette(),
+                          {.rect = rect(),
+                           .unit = baseUnit(),
+                           .radius = theme::controlRadius,
+                           .ground = theme::Ground::Band,
+                           .edge = theme::Edge::None});
     }
-    if (textColor_.isValid()) {
-        colors.setColor(foregroundRole(), textColor_);
+    const QRectF place = contentsRect().marginsRemoved(padding());
+    const Setting setting = set(place.width());
+    double top = place.top();
+    if (alignment().testFlag(Qt::AlignVCenter)) {
+        top += std::round((place.height() - setting.height) / 2);
     }
+    painter.translate(place.left(), top);
     painter.setOpacity(alphaValue_);
-    painter.drawItemText(contentsRect().marginsRemoved(padding()), textFlags(), colors, isEnabled(),
-                         text(), foregroundRole());
+    if (!setting.code.isEmpty()) {
+        theme::paintPanel(painter, palette(), {.rect = setting.code, .unit = baseUnit()});
+    }
+    const QColor ink = textColor_.isValid() ? textColor_
+                       : secondary_         ? theme::secondaryText(palette())
+                                            : palette().color(foregroundRole());
+    painter.setPen(ink);
+    for (const auto &paragraph : setting.paragraphs) {
+        paragraph->draw(&painter, {});
+    }
 }
 
 }  // namespace platform

@@ -11,10 +11,18 @@ class TextLabel final : public QLabel {
     Q_OBJECT
     /// How wide a line is meant to be, in average characters; 0 leaves it to the text.
     Q_PROPERTY(int characters READ characters WRITE setCharacters)
+    /// The widest text there always is room for, with any digits for its own.
+    Q_PROPERTY(QString widestText MEMBER widestText_)
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
+    /// How far apart lines are, as a multiple of the font's own distance.
+    Q_PROPERTY(double leading MEMBER leading_)
     /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
+    /// Sets the text back behind the others.
+    Q_PROPERTY(bool secondary MEMBER secondary_)
+    /// Sets every line below the first as code, in the body text's size.
+    Q_PROPERTY(bool codeBelow MEMBER codeBelow_)
     /// Draws the dark band that white text stands on.
     Q_PROPERTY(bool band READ band WRITE setBand)
 
@@ -30,7 +38,6 @@ class TextLabel final : public QLabel {
     bool band() const { return band_; }
     void setBand(bool band);
 
-    void setStringValue(const QString &text);
     /// A colour that stays whatever the palette; an invalid one follows the palette.
     void setTextColor(const QColor &color);
     /// 1.0 is opaque, 0.0 invisible.
@@ -42,6 +49,9 @@ class TextLabel final : public QLabel {
     QSize minimumSizeHint() const override;
     int heightForWidth(int width) const override;
 
+ public Q_SLOTS:
+    void setStringValue(const QString &text);
+
  Q_SIGNALS:
     void stringValueChanged(const QString &text);
 
@@ -49,14 +59,24 @@ class TextLabel final : public QLabel {
     void paintEvent(QPaintEvent *event) override;
 
  private:
+    struct Setting;
+
     void describe();
+    /// Of the text around, whatever the size of this one.
+    double baseUnit() const;
     QMargins padding() const;
-    int textFlags() const;
-    QSize textSize(int width) const;
+    int keptWidth() const;
+    QFont codeFont() const;
+    Setting set(double width) const;
+    QSize textSize(double width) const;
 
     int characters_ = 0;
     int lines_ = 0;
+    double leading_ = 1;
+    bool secondary_ = false;
+    bool codeBelow_ = false;
     bool band_ = false;
+    QString widestText_;
     QString caption_;
     QColor textColor_;
     double alphaValue_ = 1.0;

@@ -2,16 +2,18 @@
 
 #include <array>
 
+#include <QBoxLayout>
 #include <QFontInfo>
 #include <QFontMetricsF>
-#include <QLayout>
+#include <QGridLayout>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QWidget>
 
 #include "platform/rowbutton.h"
+
+using namespace Qt::StringLiterals;
 
 namespace platform::theme {
 
@@ -23,11 +25,30 @@ struct TextStyle {
     QFont::Weight weight;
 };
 
+// Each step is about 1.17 of the one below.
 constexpr std::array textStyles{
     TextStyle{u"title", 1.6, QFont::DemiBold},
-    TextStyle{u"heading", 1.15, QFont::DemiBold},
-    TextStyle{u"question", 1.3, QFont::Normal},
-    TextStyle{u"caption", 0.9, QFont::Normal},
+    TextStyle{u"question", 1.37, QFont::Normal},
+    TextStyle{u"heading", 1.17, QFont::DemiBold},
+    TextStyle{u"caption", 0.88, QFont::Normal},
+};
+
+/// In units.
+struct Spacing {
+    const char16_t *name;
+    double sideMargin;
+    double endMargin;
+    double gapAcross;
+    double gapDown;
+};
+
+constexpr std::array spacings{
+    Spacing{u"window", 3, 2.25, 1, 1.8}, Spacing{u"flush", 0, 0, 0, 0},
+    Spacing{u"section", 0, 0, 2, 2},     Spacing{u"panel", 2, 2, 2, 1},
+    Spacing{u"row", 1.5, 1, 1.5, 0},     Spacing{u"step", 1.5, 0.5, 1.5, 0},
+    Spacing{u"list", 0, 0, 1, 0.6},      Spacing{u"page", 2, 2, 0, 0.5},
+    Spacing{u"text", 1, 1, 2, 0.8},      Spacing{u"foot", 3, 2, 1, 1},
+    Spacing{u"edge", 0, 0, 3, 1},        Spacing{u"", 0, 0, 1, 1},
 };
 
 bool isDark(const QPalette &palette) {
@@ -48,16 +69,77 @@ QColor tint(const QPalette &palette, float share) {
                 palette.color(QPalette::Active, QPalette::WindowText), share);
 }
 
-void scaleText(QWidget &widget) {
-    const QString name = widget.property("textStyle").toString();
-    for (const TextStyle &style : textStyles) {
-        if (name == QStringView(style.name)) {
-            QFont font = widget.font();
-            // The desktop may have set the font in pixels.
-            font.setPointSizeF(QFontInfo(font).pointSizeF() * style.size);
-            font.setWeight(style.weight);
-            widget.setFont(font);
+QPen edgePen(const QPalette &palette, Edge edge, double unit) {
+    switch (edge) {
+        case Edge::None:
+            break;
+        case Edge::Hairline:
+            return {tint(palette, 0.16F), 1};
+        case Edge::Outline:
+            return {outline(palette), edgeWidth * unit};
+        case Edge::Accent:
+            return {accent(palette), edgeWidth * unit};
+        case Edge::Focus:
+            return {accent(palette), focusWidth * unit};
+    }
+    return Qt::NoPen;
+}
+
+template <class Entry, std::size_t size>
+const Entry *named(const std::array<Entry, size> &entries, const QVariant &name) {
+    for (const Entry &entry : entries) {
+        if (name.toString() == QStringView(entry.name)) {
+            return &entry;
         }
+    }
+    return nullptr;
+}
+
+void scaleText(QWidget &widget) {
+    if (const TextStyle *style = named(textStyles, widget.property("textStyle"))) {
+        QFont font = widget.font();
+        // The desktop may have set the font in pixels.
+        font.setPointSizeF(QFontInfo(font).pointSizeF() * style->size);
+        font.setWeight(style->weight);
+        widget.setFont(font);
+    }
+}
+
+void setGaps(QLayout &layout, const Spacing &spacing, double unit) {
+    const int across = qRound(spacing.gapAcross * unit);
+    const int down = qRound(spacing.gapDown * unit);
+    if (auto *grid = qobject_cast<QGridLayout *>(&layout)) {
+        grid->setHorizontalSpacing(across);
+        grid->setVerticalSpacing(down);
+    } else if (const auto *box = qobject_cast<QBoxLayout *>(&layout)) {
+        const bool isRow = box->direction() == QBoxLayout::LeftToRight;
+        layout.setSpacing(isRow ? across : down);
+    }
+}
+
+void space(const QWidget &widget, double unit) {
+    QLayout *layout = widget.layout();
+    const bool isDialog = widget.isWindow() && widget.inherits("QDialog");
+    const Spacing *spacing =
+        named(spacings, isDialog ? QVariant(u"window"_s) : widget.property("spacing"));
+    if (spacing == nullptr || (qobject_cast<QBoxLayout *>(layout) == nullptr &&
+                               qobject_cast<QGridLayout *>(layout) == nullptr)) {
+        return;
+    }
+    const int side = qRound(spacing->sideMargin * unit);
+    const int end = qRound(spacing->endMargin * unit);
+    layout->setContentsMargins(side, end, side, end);
+    setGaps(*layout, *spacing, unit);
+    for (QLayout *within : layout->findChildren<QLayout *>()) {
+        setGaps(*within, *spacing, unit);
+    }
+}
+
+void enlargeButton(QAbstractButton &button, double unit) {
+    button.setMinimumHeight(qMax(qRound(smallestTarget * unit), button.sizeHint().height()));
+    if (qobject_cast<QPushButton *>(&button) != nullptr &&
+        qobject_cast<RowButton *>(&button) == nullptr) {
+        button.setMinimumWidth(button.sizeHint().width() + qRound(3 * unit));
     }
 }
 
@@ -71,60 +153,93 @@ QColor onAccent(const QPalette &palette) {
     return isDark(palette) ? QColor(0x12, 0x18, 0x33) : QColor(Qt::white);
 }
 
-QColor surface(const QPalette &palette) {
-    return isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
-}
-
-QColor prominentSurface(const QPalette &palette) {
-    return tint(surface(palette), accent(palette), 0.12F);
-}
-
-QColor hairline(const QPalette &palette) {
-    return tint(palette, 0.18F);
+QColor secondaryText(const QPalette &palette) {
+    return tint(palette, 0.76F);
 }
 
 QColor outline(const QPalette &palette) {
-    return tint(palette, 0.55F);
+    return tint(palette, 0.6F);
 }
 
-QColor band(const QPalette &palette) {
-    return isDark(palette) ? QColor(0x41, 0x50, 0x96) : QColor(0x2b, 0x35, 0x63);
+QColor groundColor(const QPalette &palette, Ground ground) {
+    const QColor surface = isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
+    switch (ground) {
+        case Ground::None:
+            break;
+        case Ground::Surface:
+            return surface;
+        case Ground::Lit:
+            return tint(surface, accent(palette), 0.09F);
+        case Ground::Prominent:
+            return tint(surface, accent(palette), 0.12F);
+        case Ground::Pressed:
+            return tint(surface, accent(palette), 0.16F);
+        case Ground::Accent:
+            return accent(palette);
+        case Ground::LitAccent:
+            return tint(accent(palette), onAccent(palette), 0.12F);
+        case Ground::Outline:
+            return outline(palette);
+        case Ground::Band:
+            return isDark(palette) ? QColor(0x41, 0x50, 0x96) : QColor(0x2b, 0x35, 0x63);
+    }
+    return Qt::transparent;
 }
 
 double unit(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
 }
 
-QPen focusPen(const QPalette &palette) {
-    return {accent(palette), 2.5};
+QRectF snapped(const QPainter &painter, const QRectF &rect) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF there = toDevice.mapRect(rect);
+    const QPointF topLeft(qRound(there.left()), qRound(there.top()));
+    const QPointF bottomRight(qRound(there.right()), qRound(there.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
 }
 
-void paintPanel(QWidget &widget, const QColor &ground, Edge edge) {
-    const QPalette &palette = widget.palette();
-    QPen pen(hairline(palette), 1);
-    if (edge == Edge::Focused) {
-        pen = focusPen(palette);
-    } else if (edge == Edge::Lit) {
-        pen = QPen(accent(palette), 1.5);
+void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {
+    QPen pen = edgePen(palette, panel.edge, panel.unit);
+    double inset = 0;
+    if (pen.style() != Qt::NoPen) {
+        const double pixel = 1 / painter.deviceTransform().m11();
+        pen.setWidthF(qMax(1, qRound(pen.widthF() / pixel)) * pixel);
+        inset = pen.widthF() / 2;
     }
-    QPainter painter(&widget);
+    const double radius = panel.radius * panel.unit - inset;
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(pen);
-    painter.setBrush(ground);
-    const double inset = pen.widthF() / 2;
-    const double radius = unit(widget) * 1.25;
-    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(inset, inset, -inset, -inset), radius,
-                            radius);
+    painter.setBrush(groundColor(palette, panel.ground));
+    painter.drawRoundedRect(snapped(painter, panel.rect).adjusted(inset, inset, -inset, -inset),
+                            radius, radius);
+    painter.restore();
+}
+
+void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
+               const QColor &color) {
+    const auto at = [&](double x, double y) {
+        return QPointF(square.x() + x * square.width(), square.y() + y * square.height());
+    };
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, signWidth * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (sign == Sign::Tick) {
+        const std::array points{at(0.27, 0.53), at(0.43, 0.69), at(0.73, 0.34)};
+        painter.drawPolyline(points.data(), int(points.size()));
+    } else {
+        painter.drawLine(at(0.32, 0.32), at(0.68, 0.68));
+        painter.drawLine(at(0.68, 0.32), at(0.32, 0.68));
+    }
+    painter.restore();
 }
 
 void dress(QWidget &window) {
-    const double scale = unit(window) / 8;
-    for (QLayout *layout : window.findChildren<QLayout *>()) {
-        layout->setContentsMargins((QMarginsF(layout->contentsMargins()) * scale).toMargins());
-        layout->setSpacing(qRound(layout->spacing() * scale));
-    }
+    const double unit = theme::unit(window);
+    space(window, unit);
     for (QWidget *widget : window.findChildren<QWidget *>()) {
         scaleText(*widget);
+        space(*widget, unit);
         if (widget->property("keepsRoom").toBool()) {
             QSizePolicy policy = widget->sizePolicy();
             policy.setRetainSizeWhenHidden(true);
@@ -133,13 +248,8 @@ void dress(QWidget &window) {
         if (const int characters = widget->property("widest").toInt(); characters > 0) {
             widget->setMaximumWidth(characters * widget->fontMetrics().averageCharWidth());
         }
-        if (qobject_cast<QAbstractButton *>(widget) != nullptr) {
-            widget->setMinimumHeight(
-                qMax(qRound(smallestTarget * unit(window)), widget->sizeHint().height()));
-        }
-        if (auto *button = qobject_cast<QPushButton *>(widget);
-            button != nullptr && qobject_cast<RowButton *>(widget) == nullptr) {
-            button->setMinimumWidth(button->sizeHint().width() + qRound(2 * unit(window)));
+        if (auto *button = qobject_cast<QAbstractButton *>(widget)) {
+            enlargeButton(*button, unit);
         }
     }
     for (QScrollArea *area : window.findChildren<QScrollArea *>()) {

@@ -2,47 +2,88 @@
 
 #include <QColor>
 #include <QPalette>
-#include <QPen>
 
+class QPainter;
 class QWidget;
 
 /// The look that all windows share: every colour is derived from the live palette, every size
-/// from the font.
+/// from the font. docs/design-language.md gives the reasons.
 namespace platform::theme {
 
-/// The one colour of our own: level segments, the focus, what is under the pointer.
+/// The one colour of our own: what is earned, what is meant, where the focus is.
 QColor accent(const QPalette &palette);
-/// Text on the accent.
+/// Text and signs on the accent.
 QColor onAccent(const QPalette &palette);
-/// What rows and panels are made of.
-QColor surface(const QPalette &palette);
-/// The same, with a breath of the accent.
-QColor prominentSurface(const QPalette &palette);
-/// The quiet edge of a surface.
-QColor hairline(const QPalette &palette);
-/// The edge of something that carries meaning, at least 3 to 1 on a surface.
+/// Text that explains other text.
+QColor secondaryText(const QPalette &palette);
+/// The edge of something that carries meaning, at least 3 to 1 on every ground.
 QColor outline(const QPalette &palette);
-/// The dark band behind white text.
-QColor band(const QPalette &palette);
 
-/// The least height of anything that can be pressed, in units.
+/// How opaque a thing is that cannot be used.
+inline constexpr double disabledOpacity = 0.5;
+
+// Sizes in units.
+
+/// The least height of anything that can be pressed.
 inline constexpr double smallestTarget = 4.5;
+/// The round sign of a row.
+inline constexpr double signSize = 3.5;
+/// A key in a text that names keys.
+inline constexpr double keyHeight = 2.8;
+inline constexpr double keyPadding = 0.7;
+inline constexpr double keyRadius = 0.5;
+/// The circle of an option, and a scroll bar.
+inline constexpr double optionSize = 2.2;
+inline constexpr double scrollBarWidth = 2;
+/// Strokes: the edge of a control, and a tick or a cross.
+inline constexpr double edgeWidth = 0.14;
+inline constexpr double signWidth = 0.3;
+inline constexpr double focusWidth = 0.35;
+/// Between the focus and a ground that it would not be seen upon.
+inline constexpr double focusGap = 0.3;
+/// The segments of a level: a filled one is a block, an empty one a line.
+inline constexpr double segmentHeight = 1;
+inline constexpr double emptySegmentHeight = 0.3;
+inline constexpr double segmentGap = 0.5;
+inline constexpr double segmentRadius = 0.25;
+/// How round the corners of panels and of the controls in them are.
+inline constexpr double panelRadius = 1.25;
+inline constexpr double controlRadius = 0.8;
 
-/// The eight-unit of the rhythm in pixels, for text of `widget`'s font.
+/// The unit of the rhythm in pixels, for text of `widget`'s font: half a line, eight pixels where
+/// a line has sixteen.
 double unit(const QWidget &widget);
 
-/// What draws the focus around a control.
-QPen focusPen(const QPalette &palette);
+/// `rect` with its edges on whole pixels of the device.
+QRectF snapped(const QPainter &painter, const QRectF &rect);
 
-/// How the edge of a panel is drawn.
-enum class Edge { Resting, Lit, Focused };
-/// Draws the rounded panel that fills `widget`. To be called from its paint event.
-void paintPanel(QWidget &widget, const QColor &ground, Edge edge);
+/// What a panel is made of; Band is dark, for white text.
+enum class Ground { None, Surface, Lit, Pressed, Prominent, Accent, LitAccent, Outline, Band };
+/// How its edge is drawn.
+enum class Edge { None, Hairline, Outline, Accent, Focus };
 
-/// Gives a window that was just built from its layout its type scale, scales the layout's
-/// distances, which are written for a unit of eight pixels, to the font, and makes every button
-/// large enough to hit. Layouts say by property what else a control needs:
-///   textStyle  title, heading, question or caption
+/// A rounded rectangle in the colours of `palette`, its lengths in pixels.
+struct Panel {
+    QRectF rect;
+    double unit = 8;
+    double radius = panelRadius;
+    Ground ground = Ground::Surface;
+    Edge edge = Edge::Hairline;
+};
+void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
+/// The colour of that ground, for shapes that are no panels.
+QColor groundColor(const QPalette &palette, Ground ground);
+
+/// Signs that are told apart by their shape, within a square.
+enum class Sign { Tick, Cross };
+void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
+               const QColor &color);
+
+/// Gives a window that was just built from its layout its type scale and its distances, and makes
+/// every button large enough to hit. Layouts say by property what a control needs:
+///   textStyle  title, heading, question, caption, or nothing for body text
+///   spacing    window, section, panel, row, list, or nothing: margins of the control and gaps
+///              between what stands in it
 ///   keepsRoom  keeps its room while it is hidden
 ///   widest     is never wider than so many average characters
 void dress(QWidget &window);

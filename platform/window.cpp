@@ -3,8 +3,12 @@
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "platform/eventloop.h"
+#include "platform/theme.h"
 
 namespace platform {
 
@@ -20,6 +24,24 @@ bool Window::mayClose() {
     bool mayClose = false;
     callFromEventLoop([&] { mayClose = delegate_.windowShouldClose(); });
     return mayClose;
+}
+
+void Window::fitToScreen() {
+    const QSize frame = (theme::unit(*this) * QSizeF(2, 4)).toSize();
+    const QSize room = screen()->availableSize() - frame;
+    const QSize needed = sizeHint();
+    if (needed.width() <= room.width() && needed.height() <= room.height()) {
+        return;
+    }
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(takeCentralWidget());
+    setCentralWidget(area);
+    const QSize bars(area->verticalScrollBar()->sizeHint().width(),
+                     area->horizontalScrollBar()->sizeHint().height());
+    resize((needed + bars).boundedTo(room));
 }
 
 void Window::showEvent(QShowEvent *event) {

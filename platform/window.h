@@ -26,6 +26,9 @@ class Window final : public QMainWindow {
     void closeUnasked();
     /// Asks the delegate.
     bool mayClose();
+    /// Lets the content scroll where the screen is too small for it. To be called before the window
+    /// is shown.
+    void fitToScreen();
 
  protected:
     void showEvent(QShowEvent *event) override;

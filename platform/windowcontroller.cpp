@@ -44,6 +44,7 @@ void WindowController::load() {
 void WindowController::putOnScreen() {
     onScreen_ = shared_from_this();
     Application::shared().willShow(*window_);
+    window_->fitToScreen();
     window_->show();
 }
 

@@ -65,6 +65,9 @@ void QuizComplete::SetCheckMarks(int passCount) {
             (earned ? u"Pass mark %1: earned"_s : u"Pass mark %1: missing"_s).arg(mark));
     }
 
+    using Mood = platform::Stage::Mood;
+    stage.setMood(!passed ? Mood::Quiet : passCount < 3 ? Mood::Glad : Mood::Festive);
+
     static const std::array passedSentences{
         u"Congratulations you have passed this quiz."_s,
         u"Congratulations you have passed this quiz. Only two more passes needed to have this "

@@ -15,6 +15,7 @@ class QuizComplete final : public platform::WindowController {
     platform::ImageView theImage1{*this, "theImage1"};
     platform::ImageView theImage2{*this, "theImage2"};
     platform::ImageView theImage3{*this, "theImage3"};
+    platform::StageOutlet stage{*this, "stage"};
 
     Q_INVOKABLE void goHome();
 

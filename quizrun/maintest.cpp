@@ -146,10 +146,22 @@ void MainTest::answerSelected(int answer) {
     lblAnswer1.setAlphaValue(right == 1 ? 1.0 : 0.5);
     lblAnswer2.setAlphaValue(right == 2 ? 1.0 : 0.5);
     lblAnswer3.setAlphaValue(right == 3 ? 1.0 : 0.5);
+    markAnswers(right, answer);
     if (right == answer) {
         CorrectAnswer();
     } else {
         WrongAnswer();
+    }
+}
+
+void MainTest::markAnswers(int right, int chosen) {
+    using platform::Standing;
+    int answer = 1;
+    for (const platform::Row *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
+        row->setStanding(answer == right    ? Standing::Right
+                         : answer == chosen ? Standing::Wrong
+                                            : Standing::Other);
+        ++answer;
     }
 }
 
@@ -195,6 +207,9 @@ void MainTest::goNextQuestion() {
     btnAnswer1.setEnabled(true);
     btnAnswer2.setEnabled(true);
     btnAnswer3.setEnabled(true);
+    for (const platform::Row *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
+        row->setStanding(platform::Standing::Open);
+    }
     imgQuestion.setHidden(true);
     lblProgressPercent.setStringValue(
         stringWithFormat("%i/%i", run.questionIndex + 1, run.questionCount));

@@ -30,6 +30,9 @@ class MainTest final : public platform::WindowController {
     platform::Button btnAnswer1{*this, "btnAnswer1"};
     platform::Button btnAnswer2{*this, "btnAnswer2"};
     platform::Button btnAnswer3{*this, "btnAnswer3"};
+    platform::Row rowAnswer1{*this, "rowAnswer1"};
+    platform::Row rowAnswer2{*this, "rowAnswer2"};
+    platform::Row rowAnswer3{*this, "rowAnswer3"};
     platform::Button btnNextQuestion{*this, "btnNextQuestion"};
     platform::LevelOutlet progressbarMain{*this, "progressbarMain"};
     platform::ImageView imgQuestion{*this, "imgQuestion"};
@@ -63,6 +66,7 @@ class MainTest final : public platform::WindowController {
  private:
     void putOnScreen(int questionNumber);
     void answerSelected(int answer);
+    void markAnswers(int right, int chosen);
     void showVerdict(const QString &verdict);
     void countAnswer(const char *scoreFormat);
 

@@ -74,7 +74,7 @@ def test_a_quiz_is_taken_by_ear(learner, orca):
     orca.expect(f"alert {GREETING}", "OK push button.")
     learner.store = dict(SEEDS)
     program.press("Return")
-    orca.expect("Zorvan frame.", "Terminology: 14 questions push button.", "0 of 3 passes.")
+    orca.expect("Zorvan frame.", "Terminology: 14 questions push button.", "0 of 3 passes, next.")
     program.press("Tab")
     orca.expect("Variables: 19 questions push button.", "0 of 3 passes.")
 

@@ -1,3 +1,6 @@
+#include <array>
+#include <cmath>
+
 #include <QAccessible>
 #include <QTest>
 
@@ -6,12 +9,110 @@
 #include "platform/windowcontroller.h"
 #include "shell/mainmenu.h"
 #include "support/desk.h"
+#include "support/drawing.h"
 #include "support/store.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
 
 using platform::LevelIndicator;
+
+namespace {
+
+/// An indicator somewhere in a window.
+class Shown final {
+ public:
+    Shown(int segments, const QPoint &place, int moreWidth) {
+        indicator_.setMaxValue(segments);
+        const QSize least = indicator_.minimumSizeHint();
+        indicator_.setGeometry(QRect(place, QSize(least.width() + moreWidth, least.height())));
+        window_.resize(indicator_.geometry().bottomRight().x() + 9, least.height() + 30);
+        window_.show();
+    }
+
+    double ratio() const { return window_.devicePixelRatioF(); }
+    int segments() const { return indicator_.maximum(); }
+
+    /// The window as it is on the screen.
+    QImage picture(double value) {
+        indicator_.setDoubleValue(value);
+        return window_.grab().toImage();
+    }
+    /// The same, so large that thin strokes have a core.
+    QImage largePicture(double value) {
+        indicator_.setDoubleValue(value);
+        QImage picture(window_.size() * 8, QImage::Format_RGB32);
+        picture.setDevicePixelRatio(8);
+        window_.render(&picture);
+        return picture;
+    }
+    /// The pixels of a picture's row that goes through the middle of the segments.
+    QList<QRgb> middleRow(const QImage &picture) const {
+        const double middle = indicator_.y() + indicator_.height() / 2.0;
+        const int y = int(middle * picture.devicePixelRatioF());
+        QList<QRgb> row;
+        for (int x = 0; x < picture.width(); ++x) {
+            row << picture.pixel(x, y);
+        }
+        return row;
+    }
+    /// The pixels' rows that the indicator takes.
+    std::pair<int, int> rows() const {
+        return {int(std::ceil(indicator_.y() * ratio())),
+                int((indicator_.y() + indicator_.height()) * ratio())};
+    }
+    QString name() const {
+        return u"%1 segments, %2 wide at %3, %4, for a screen of ratio %5"_s.arg(segments())
+            .arg(indicator_.width())
+            .arg(indicator_.x())
+            .arg(indicator_.y())
+            .arg(ratio());
+    }
+
+ private:
+    QWidget window_;
+    LevelIndicator indicator_{&window_};
+};
+
+bool alike(QRgb one, QRgb other) {
+    constexpr int shade = 16;
+    return qAbs(qRed(one) - qRed(other)) <= shade && qAbs(qGreen(one) - qGreen(other)) <= shade &&
+           qAbs(qBlue(one) - qBlue(other)) <= shade;
+}
+
+/// A stretch of pixels of a row.
+struct Stretch {
+    qsizetype first;
+    qsizetype size;
+};
+
+/// Where the row is not its first pixel's colour.
+QList<Stretch> segmentsIn(const QList<QRgb> &row) {
+    QList<Stretch> segments;
+    for (qsizetype x = 1; x < row.size(); ++x) {
+        if (row[x] == row[0]) {
+            continue;
+        }
+        if (row[x - 1] == row[0]) {
+            segments << Stretch{x, 0};
+        }
+        ++segments.last().size;
+    }
+    return segments;
+}
+
+/// The colours of a large picture's row, without those of antialiased edges.
+QList<QRgb> colorsOf(const QList<QRgb> &row) {
+    QList<QRgb> colors;
+    for (qsizetype x = 2; x < row.size(); ++x) {
+        if (row[x] == row[x - 1] && row[x] == row[x - 2] && !colors.contains(row[x])) {
+            colors << row[x];
+        }
+    }
+    return colors;
+}
+
+}  // namespace
 
 class tst_levelindicator final : public QObject {
     Q_OBJECT
@@ -25,10 +126,22 @@ class tst_levelindicator final : public QObject {
     void mainMenuSaysEveryLevelInWords();
     void filledSegmentsAreToldApart_data();
     void filledSegmentsAreToldApart();
+    void segmentsAreSharp_data();
+    void segmentsAreSharp();
+    void filledIsToldFromEmptyWithoutColour_data();
+    void filledIsToldFromEmptyWithoutColour();
+
+ private:
+    static void addPlaces();
+    static QString blurIn(const Shown &shown, const QList<QRgb> &row, const QList<QRgb> &colors);
+    static QString unevennessOf(const Shown &shown, const QList<Stretch> &segments);
+
+    QPalette light_ = QApplication::palette();
 };
 
 void tst_levelindicator::cleanup() {
     desk::clear();
+    QApplication::setPalette(light_);
 }
 
 void tst_levelindicator::nameSaysTheValueInWords() {
@@ -88,9 +201,9 @@ void tst_levelindicator::mainMenuSaysEveryLevelInWords() {
     const auto description = [&](const QString &button) {
         return desk::control(menu->window(), button).accessibleDescription();
     };
-    QCOMPARE(description(u"btnQuiz1"_s), u"0 of 3 passes"_s);
+    QCOMPARE(description(u"btnQuiz1"_s), u"0 of 3 passes, next"_s);
     QCOMPARE(description(u"btnQuiz2"_s), u"2 of 3 passes"_s);
-    QCOMPARE(description(u"btnQuiz7"_s), u"3 of 3 passes"_s);
+    QCOMPARE(description(u"btnQuiz7"_s), u"3 of 3 passes, mastered"_s);
 }
 
 void tst_levelindicator::filledSegmentsAreToldApart_data() {
@@ -118,6 +231,129 @@ void tst_levelindicator::filledSegmentsAreToldApart() {
     QList<QRgb> expected(3, missing);
     std::fill_n(expected.begin(), value, filled);
     QCOMPARE(segments(), expected);
+}
+
+void tst_levelindicator::addPlaces() {
+    QTest::addColumn<int>("segments");
+    QTest::addColumn<QPoint>("place");
+    QTest::addColumn<int>("moreWidth");
+    for (const int segments : {3, 21, 30}) {
+        for (const int x : {0, 7, 10, 13}) {
+            for (const int moreWidth : {0, 1, 2, 7, 50, 101}) {
+                QTest::addRow("%d segments at %d, %d wider", segments, x, moreWidth)
+                    << segments << QPoint(x + 1, x + 2) << moreWidth;
+            }
+        }
+    }
+}
+
+void tst_levelindicator::segmentsAreSharp_data() {
+    addPlaces();
+}
+
+void tst_levelindicator::segmentsAreSharp() {
+    QFETCH(const int, segments);
+    QFETCH(const QPoint, place);
+    QFETCH(const int, moreWidth);
+    Shown shown(segments, place, moreWidth);
+    QCOMPARE(shown.ratio(), qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s).toDouble());
+    QStringList flaws;
+    for (const int value : {segments, segments / 2, 0}) {
+        const QList<QRgb> colors = colorsOf(shown.middleRow(shown.largePicture(value)));
+        flaws << blurIn(shown, shown.middleRow(shown.picture(value)), colors);
+    }
+    flaws << unevennessOf(shown, segmentsIn(shown.middleRow(shown.picture(segments))));
+    flaws.removeAll(QString());
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws.join(u'\n')));
+}
+
+QString tst_levelindicator::blurIn(const Shown &shown, const QList<QRgb> &row,
+                                   const QList<QRgb> &colors) {
+    QStringList columns;
+    for (qsizetype x = 0; x < row.size(); ++x) {
+        const auto isLikeThis = [&](QRgb color) { return alike(color, row[x]); };
+        if (std::none_of(colors.begin(), colors.end(), isLikeThis)) {
+            columns << QString::number(x);
+        }
+    }
+    return columns.isEmpty()
+               ? QString()
+               : u"%1: partly covered columns %2"_s.arg(shown.name(), columns.join(u' '));
+}
+
+QString tst_levelindicator::unevennessOf(const Shown &shown, const QList<Stretch> &segments) {
+    if (segments.size() != shown.segments()) {
+        return u"%1: %2 segments are told apart"_s.arg(shown.name()).arg(segments.size());
+    }
+    QStringList widths;
+    QStringList gaps;
+    for (qsizetype segment = 0; segment < segments.size(); ++segment) {
+        widths << QString::number(segments[segment].size);
+        if (segment > 0) {
+            const Stretch &before = segments[segment - 1];
+            gaps << QString::number(segments[segment].first - before.first - before.size);
+        }
+    }
+    const auto [narrowest, widest] = std::minmax_element(
+        segments.begin(), segments.end(),
+        [](const auto &one, const auto &other) { return one.size < other.size; });
+    QString unevenness;
+    if (widest->size - narrowest->size > 1) {
+        unevenness = u"%1: segments of %2 pixels"_s.arg(shown.name(), widths.join(u' '));
+    }
+    if (gaps.count(gaps.first()) != gaps.size()) {
+        unevenness += u"%1: gaps of %2 pixels"_s.arg(shown.name(), gaps.join(u' '));
+    }
+    return unevenness;
+}
+
+void tst_levelindicator::filledIsToldFromEmptyWithoutColour_data() {
+    addPlaces();
+}
+
+void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
+    QFETCH(const int, segments);
+    QFETCH(const QPoint, place);
+    QFETCH(const int, moreWidth);
+    for (const QPalette &palette : {light_, drawing::darkPalette()}) {
+        QApplication::setPalette(palette);
+        Shown shown(segments, place, moreWidth);
+        QCOMPARE(shown.ratio(), qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s).toDouble());
+        const auto strength = [&](QRgb color, QRgb ground) {
+            return qAbs(qGray(color) - qGray(ground));
+        };
+        // The threshold leaves both kinds of segments black, not the one white as its ground.
+        int threshold = 255;
+        for (const int value : {segments, 0}) {
+            const QList<QRgb> row = shown.middleRow(shown.largePicture(value));
+            int strongest = 0;
+            for (const QRgb color : colorsOf(row)) {
+                strongest = qMax(strongest, strength(color, row[0]));
+            }
+            threshold = qMin(threshold, strongest / 2);
+        }
+        const QList<Stretch> places = segmentsIn(shown.middleRow(shown.picture(segments)));
+        QVERIFY2(
+            places.size() == segments,
+            qPrintable(u"%1: %2 segments are told apart"_s.arg(shown.name()).arg(places.size())));
+        const QImage picture = shown.picture(1);
+        const auto isBlack = [&](qsizetype x, int y) {
+            return strength(picture.pixel(int(x), y), picture.pixel(0, 0)) > threshold;
+        };
+        const qsizetype width = qMin(places.first().size, places.last().size);
+        const auto [top, bottom] = shown.rows();
+        int different = 0;
+        for (int y = top; y < bottom; ++y) {
+            for (qsizetype x = 0; x < width; ++x) {
+                different +=
+                    isBlack(places.first().first + x, y) != isBlack(places.last().first + x, y);
+            }
+        }
+        const double share = double(different) / double(width * (bottom - top));
+        QVERIFY2(share > 0.1, qPrintable(u"%1: in black and white, a filled segment differs from "
+                                         "an empty one in only %2 %"_s.arg(shown.name())
+                                             .arg(100 * share)));
+    }
 }
 
 ZORVAN_TEST_MAIN(tst_levelindicator)

@@ -248,7 +248,9 @@ void tst_layouts::everyTextIsPlain() {
         QVERIFY2(!Qt::mightBeRichText(widget->toolTip()), qUtf8Printable(widget->objectName()));
         const auto *label = qobject_cast<const QLabel *>(widget);
         if (label != nullptr && !label->inherits("platform::ImageLabel")) {
-            QVERIFY2(label->inherits("platform::TextLabel"), qUtf8Printable(label->objectName()));
+            QVERIFY2(
+                label->inherits("platform::TextLabel") || label->inherits("platform::KeyLabel"),
+                qUtf8Printable(label->objectName()));
             QVERIFY2(label->textFormat() == Qt::PlainText, qUtf8Printable(label->objectName()));
             ++labels;
         }

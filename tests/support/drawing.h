@@ -16,6 +16,7 @@ inline QPalette darkPalette() {
         dark.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8b, 0x90));
     }
     dark.setColor(QPalette::Base, QColor(0x22, 0x23, 0x26));
+    dark.setColor(QPalette::ToolTipBase, QColor(0x22, 0x23, 0x26));
     return dark;
 }
 

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+
+namespace platform {
+
+/// The round sign of a ButtonRow: shows how the row stands. Told apart by shape: a tick, a cross,
+/// or the label, such as the row's number, in a ring or on a disc.
+class RowSign final : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString label MEMBER label_)
+
+ public:
+    explicit RowSign(QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+
+ protected:
+    void paintEvent(QPaintEvent *event) override;
+
+ private:
+    QString label_;
+};
+
+}  // namespace platform

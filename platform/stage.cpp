@@ -1,0 +1,68 @@
+#include "platform/stage.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include "platform/theme.h"
+
+namespace platform {
+
+Stage::Stage(QWidget *parent) : QWidget(parent) {}
+
+void Stage::setMood(Mood mood) {
+    mood_ = mood;
+    update();
+    for (QWidget *part : findChildren<QWidget *>()) {
+        part->update();
+    }
+}
+
+QColor Stage::inkAt(const QWidget &part) {
+    const auto *stage = qobject_cast<const Stage *>(part.parentWidget());
+    if (stage == nullptr || stage->mood_ == Mood::Glad) {
+        return theme::accent(part.palette());
+    }
+    return stage->mood_ == Mood::Festive ? theme::onAccent(part.palette())
+                                         : theme::secondaryText(part.palette());
+}
+
+void Stage::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    theme::Panel panel{.rect = rect(), .unit = theme::unit(*this)};
+    switch (mood_) {
+        case Mood::Quiet:
+            break;
+        case Mood::Glad:
+            panel.ground = theme::Ground::Prominent;
+            break;
+        case Mood::Festive:
+            panel.ground = theme::Ground::Accent;
+            panel.edge = theme::Edge::None;
+            break;
+    }
+    theme::paintPanel(painter, palette(), panel);
+    if (mood_ == Mood::Festive) {
+        paintRays(painter);
+    }
+}
+
+void Stage::paintRays(QPainter &painter) const {
+    constexpr int rays = 16;
+    constexpr double turn = 360.0 / rays;
+    const double radius = theme::panelRadius * theme::unit(*this);
+    const double reach = width() + height();
+    QPainterPath shape;
+    shape.addRoundedRect(rect(), radius, radius);
+    QPainterPath light;
+    for (int ray = 0; ray < rays; ++ray) {
+        const QPointF middle = QRectF(rect()).center();
+        light.moveTo(middle);
+        light.arcTo(QRectF(middle.x() - reach, middle.y() - reach, 2 * reach, 2 * reach),
+                    ray * turn, turn / 2);
+        light.closeSubpath();
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(shape & light, theme::groundColor(palette(), theme::Ground::LitAccent));
+}
+
+}  // namespace platform
