@@ -1,0 +1,503 @@
+#include <algorithm>
+
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyleOptionSlider>
+
+#include "look/states.h"
+#include "platform/imagelabel.h"
+#include "platform/levelindicator.h"
+#include "platform/rowbutton.h"
+#include "platform/rowsign.h"
+#include "platform/textlabel.h"
+#include "shell/appdelegate.h"
+#include "support/drawing.h"
+#include "support/optics.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What is measured, and how much contrast it needs.
+struct Kind {
+    const char *name;
+    double wanted;
+};
+
+constexpr Kind text{"text", 4.5};
+constexpr Kind largeText{"large text", 3};
+constexpr Kind halfOpacityText{"half-opacity text", 3};
+constexpr Kind control{"control", 3};
+constexpr Kind levelSegment{"level segment", 3};
+constexpr Kind mark{"mark", 3};
+constexpr Kind focusRing{"focus ring", 3};
+
+/// The least contrast of each kind, and what has too little.
+class Findings final {
+ public:
+    void add(const Kind &kind, const QString &place, std::optional<double> contrast) {
+        const QString where = u"%1, %2"_s.arg(palette_, place);
+        if (!contrast) {
+            flaws_ << u"%1: no %2 is drawn"_s.arg(where, QLatin1StringView(kind.name));
+            return;
+        }
+        if (*contrast < kind.wanted) {
+            flaws_ << u"%1: %2 with a contrast of %3, wanted is %4"_s
+                          .arg(where, QLatin1StringView(kind.name))
+                          .arg(*contrast, 0, 'f', 2)
+                          .arg(kind.wanted);
+        }
+        Least &least = least_[palette_ + u": "_s + QLatin1StringView(kind.name)];
+        if (least.place.isEmpty() || *contrast < least.contrast) {
+            least = {*contrast, place};
+        }
+    }
+
+    /// What is added from now on is drawn with that palette.
+    void setPalette(const QString &palette) { palette_ = palette; }
+
+    QString takeFlaws() { return std::exchange(flaws_, {}).join(u'\n'); }
+
+    void print() const {
+        for (auto least = least_.begin(); least != least_.end(); ++least) {
+            qInfo("%s %.2f (%s)", qUtf8Printable(least.key()), least->contrast,
+                  qUtf8Printable(least->place));
+        }
+    }
+
+ private:
+    struct Least {
+        double contrast = 0;
+        QString place;
+    };
+
+    QString palette_;
+    QMap<QString, Least> least_;
+    QStringList flaws_;
+};
+
+QString nameOf(const QWidget &widget) {
+    const auto *button = qobject_cast<const QAbstractButton *>(&widget);
+    if (button != nullptr && widget.objectName().isEmpty()) {
+        return u"\"%1\""_s.arg(button->text());
+    }
+    return widget.objectName().isEmpty() ? QString::fromLatin1(widget.metaObject()->className())
+                                         : widget.objectName();
+}
+
+/// The controls of that class that are shown and not scrolled out of sight.
+template <class Control>
+QList<Control *> shown(const QWidget &window) {
+    QList<Control *> controls = window.findChildren<Control *>();
+    controls.removeIf(
+        [](const Control *one) { return !one->isVisible() || one->visibleRegion().isEmpty(); });
+    return controls;
+}
+
+QRect placeIn(const QWidget &window, const QWidget &widget) {
+    return {widget.mapTo(&window, QPoint()), widget.size()};
+}
+
+/// With a little of what is beside the control.
+QRect roomIn(const QWidget &window, const QWidget &widget) {
+    constexpr int margin = 2;
+    return placeIn(window, widget).adjusted(-margin, -margin, margin, margin) & window.rect();
+}
+
+const QWidget &innermostAt(const QWidget &window, const QPoint &spot) {
+    const QWidget *innermost = &window;
+    for (const QWidget *widget : shown<QWidget>(window)) {
+        if (innermost->isAncestorOf(widget) && placeIn(window, *widget).contains(spot)) {
+            innermost = widget;
+        }
+    }
+    return *innermost;
+}
+
+const Kind &kindOf(const optics::Text &drawn, const QWidget &widget) {
+    const auto *label = qobject_cast<const platform::TextLabel *>(&widget);
+    const bool disabledAnswer =
+        qobject_cast<const platform::RowButton *>(&widget) != nullptr && !widget.isEnabled();
+    if (disabledAnswer || (label != nullptr && label->alphaValue() < 1)) {
+        return halfOpacityText;
+    }
+    const double size = QFontInfo(drawn.font).pixelSize();
+    const bool large = size >= 24 || (size >= 18.66 && drawn.font.weight() >= QFont::Bold);
+    return large ? largeText : text;
+}
+
+/// Takes the focus from whatever control of the window has it.
+void leaveFocus(const QWidget &window) {
+    if (QWidget *focused = window.focusWidget()) {
+        focused->clearFocus();
+    }
+}
+
+}  // namespace
+
+/// Everything can be told from what it is drawn upon, in light and in dark colours that come while
+/// the windows are open.
+class tst_contrast final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+    void cleanupTestCase();
+
+    void pictureIsWhatTheWindowDraws();
+    void measureKnowsContrastsOfKnownColours();
+    void everyTextIsReadable_data();
+    void everyTextIsReadable();
+    void everyControlIsSeen_data();
+    void everyControlIsSeen();
+    void focusIsSeen_data();
+    void focusIsSeen();
+    void markAtAnAnswerIsSeen_data();
+    void markAtAnAnswerIsSeen();
+
+ private:
+    void addStates();
+    void inEveryPalette(QWidget &window, const states::Look &look);
+    void measureEveryState(void (tst_contrast::*measure)(QWidget &));
+    QString in(const QWidget &window, const QString &name) const;
+
+    template <class Control>
+    void requireText(const QWidget &window, const optics::Picture &picture);
+    void measureTexts(QWidget &window);
+    void measureControls(QWidget &window);
+    void measureFocus(QWidget &window);
+    void measureShape(QWidget &window, QWidget &widget);
+    void measureOption(QWidget &window, QRadioButton &option);
+    void measureSlider(QWidget &window, QScrollBar &bar);
+    void measureLevel(QWidget &window, platform::LevelIndicator &level);
+    void measureMark(QWidget &window, QWidget &widget, const QString &name);
+    void measureMarks(QWidget &window, int right);
+
+    QPalette light_;
+    QMap<QString, states::State> states_;
+    Findings findings_;
+    AppDelegate delegate_;
+};
+
+void tst_contrast::initTestCase() {
+    light_ = QApplication::palette();
+    platform::Application::shared().loadMainLayout(delegate_);
+    states_ = states::all();
+}
+
+void tst_contrast::cleanup() {
+    QApplication::setPalette(light_);
+    desk::clear();
+}
+
+void tst_contrast::cleanupTestCase() {
+    findings_.print();
+}
+
+void tst_contrast::pictureIsWhatTheWindowDraws() {
+    states_[u"main menu, mixed"_s]([](QWidget &window) {
+        QImage drawn(window.size() * optics::ratio, QImage::Format_RGB32);
+        drawn.setDevicePixelRatio(optics::ratio);
+        window.render(&drawn);
+        const QImage measured = optics::picture(window).pixels;
+        int different = 0;
+        for (int y = 0; y < drawn.height(); ++y) {
+            for (int x = 0; x < drawn.width(); ++x) {
+                different +=
+                    optics::contrast(drawn.pixel(x, y), measured.pixel(x, y)) > 1.1 ? 1 : 0;
+            }
+        }
+        // How antialiased lines are rounded may differ.
+        const int few = drawn.width() * drawn.height() / 500;
+        QVERIFY2(different < few, qPrintable(u"%1 pixels differ"_s.arg(different)));
+    });
+}
+
+void tst_contrast::measureKnowsContrastsOfKnownColours() {
+    // 4.54 to 1 on white.
+    const QColor grey(0x76, 0x76, 0x76);
+    const auto isGrey = [](std::optional<double> contrast) {
+        return contrast && qAbs(*contrast - 4.54) < 0.05;
+    };
+
+    QLabel label(u"Terminology"_s);
+    label.setPalette(QPalette(grey, Qt::white, Qt::white, Qt::white, Qt::white, grey, Qt::white));
+    label.adjustSize();
+    const optics::Picture with = optics::picture(label);
+    const QImage without = optics::picture(label, {.texts = true}).pixels;
+    QCOMPARE(with.texts.size(), 1);
+    QCOMPARE(with.texts.first().text, label.text());
+    QVERIFY(with.texts.first().whole);
+    QVERIFY(isGrey(optics::inkContrast(with.pixels, without, with.texts.first().place)));
+    QVERIFY(!optics::inkContrast(without, without, without.rect()));
+
+    QImage ground(120, 120, QImage::Format_RGB32);
+    ground.fill(Qt::white);
+    const auto drawnOn = [](QImage picture, const QPen &pen, const QBrush &brush,
+                            const QRectF &box) {
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(pen);
+        painter.setBrush(brush);
+        painter.drawEllipse(box);
+        return picture;
+    };
+    const QImage ring = drawnOn(ground, QPen(grey, 6), Qt::NoBrush, QRectF(10.3, 10.3, 99, 99));
+    QVERIFY(isGrey(optics::ringContrast(ring, ground)));
+    QVERIFY(isGrey(optics::shapeContrast(ring, ground)));
+    QVERIFY(isGrey(optics::piecesContrast(ring, ground)));
+    const QImage filled = drawnOn(ground, Qt::NoPen, QColor(0x60, 0x60, 0x60), ground.rect());
+    const QImage ringOnDark = drawnOn(filled, QPen(grey, 6), Qt::NoBrush, QRectF(3, 3, 114, 114));
+    QVERIFY(*optics::ringContrast(ringOnDark, filled) < 1.5);
+    const QImage disc = drawnOn(ground, Qt::NoPen, grey, ground.rect());
+    QVERIFY(isGrey(optics::markContrast(disc, ground)));
+    const QImage spot = drawnOn(disc, Qt::NoPen, QColor(0x60, 0x60, 0x60), QRectF(40, 40, 50, 50));
+    QVERIFY(*optics::markContrast(spot, ground) < 1.5);
+    QVERIFY(!optics::markContrast(ground, ground));
+}
+
+void tst_contrast::addStates() {
+    QTest::addColumn<QString>("state");
+    for (const QString &state : states_.keys()) {
+        QTest::addRow("%s", qUtf8Printable(state)) << state;
+    }
+}
+
+void tst_contrast::everyTextIsReadable_data() {
+    addStates();
+}
+
+void tst_contrast::everyTextIsReadable() {
+    measureEveryState(&tst_contrast::measureTexts);
+}
+
+void tst_contrast::everyControlIsSeen_data() {
+    addStates();
+}
+
+void tst_contrast::everyControlIsSeen() {
+    measureEveryState(&tst_contrast::measureControls);
+}
+
+void tst_contrast::focusIsSeen_data() {
+    addStates();
+}
+
+void tst_contrast::focusIsSeen() {
+    measureEveryState(&tst_contrast::measureFocus);
+}
+
+void tst_contrast::measureEveryState(void (tst_contrast::*measure)(QWidget &)) {
+    QFETCH(const QString, state);
+    states_[state]([&](QWidget &window) {
+        inEveryPalette(window, [&](QWidget &look) { (this->*measure)(look); });
+    });
+    const QString flaws = findings_.takeFlaws();
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void tst_contrast::inEveryPalette(QWidget &window, const states::Look &look) {
+    for (const auto &[name, palette] :
+         {std::pair{u"light"_s, light_}, std::pair{u"dark"_s, drawing::darkPalette()}}) {
+        QApplication::setPalette(palette);
+        QCoreApplication::processEvents();
+        findings_.setPalette(name);
+        look(window);
+    }
+    QApplication::setPalette(light_);
+}
+
+QString tst_contrast::in(const QWidget &window, const QString &name) const {
+    return u"%1, %2, %3"_s.arg(QString::fromUtf8(QTest::currentDataTag()), nameOf(window), name);
+}
+
+template <class Control>
+void tst_contrast::requireText(const QWidget &window, const optics::Picture &picture) {
+    for (const Control *one : shown<Control>(window)) {
+        const QRect place = placeIn(window, *one);
+        const bool wanted = !one->text().trimmed().isEmpty() && one->visibleRegion() == one->rect();
+        const auto isThere = [&](const optics::Text &drawn) {
+            return place.contains(drawn.place.center() / optics::ratio);
+        };
+        if (wanted && std::ranges::none_of(picture.texts, isThere)) {
+            findings_.add(text, in(window, nameOf(*one)), std::nullopt);
+        }
+    }
+}
+
+void tst_contrast::measureTexts(QWidget &window) {
+    const optics::Picture with = optics::picture(window);
+    const QImage without = optics::picture(window, {.texts = true}).pixels;
+    requireText<QLabel>(window, with);
+    requireText<QAbstractButton>(window, with);
+    for (const optics::Text &drawn : with.texts) {
+        const auto contrast = optics::inkContrast(with.pixels, without, drawn.place);
+        if (!contrast && !drawn.whole) {
+            continue;
+        }
+        const QWidget &widget = innermostAt(window, drawn.place.center() / optics::ratio);
+        findings_.add(kindOf(drawn, widget),
+                      in(window, u"%1 \"%2\""_s.arg(nameOf(widget), drawn.text)), contrast);
+    }
+}
+
+void tst_contrast::measureControls(QWidget &window) {
+    // The focus must not stand in for a shape.
+    leaveFocus(window);
+    for (QPushButton *button : shown<QPushButton>(window)) {
+        const bool answer = button->objectName().startsWith(u"btnAnswer");
+        // A button that is a whole row is seen by its text, one that is disabled by its letter.
+        if (button->isEnabled() &&
+            (answer || qobject_cast<platform::RowButton *>(button) == nullptr)) {
+            measureShape(window, *button);
+        }
+    }
+    for (QRadioButton *option : shown<QRadioButton>(window)) {
+        measureShape(window, *option);
+        measureOption(window, *option);
+    }
+    for (QScrollBar *bar : shown<QScrollBar>(window)) {
+        measureSlider(window, *bar);
+    }
+    for (platform::LevelIndicator *level : shown<platform::LevelIndicator>(window)) {
+        measureLevel(window, *level);
+    }
+    for (platform::ImageLabel *image : shown<platform::ImageLabel>(window)) {
+        if (!image->image().isNull()) {
+            measureMark(window, *image, nameOf(*image));
+        }
+    }
+    for (platform::RowSign *sign : shown<platform::RowSign>(window)) {
+        if (!sign->property("label").toString().isEmpty()) {
+            measureShape(window, *sign);
+        }
+    }
+}
+
+void tst_contrast::measureShape(QWidget &window, QWidget &widget) {
+    const QRect room = roomIn(window, widget);
+    const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+    const QImage without =
+        optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
+    findings_.add(control, in(window, nameOf(widget)), optics::shapeContrast(with, without));
+}
+
+void tst_contrast::measureOption(QWidget &window, QRadioButton &option) {
+    const QRect room = roomIn(window, option);
+    const bool checked = option.isChecked();
+    const QSignalBlocker blocker(option);
+    option.setAutoExclusive(false);
+    const auto pictureWhile = [&](bool on) {
+        option.setChecked(on);
+        return optics::picture(window, room, {.texts = true}).pixels;
+    };
+    const QImage on = pictureWhile(true);
+    const QImage off = pictureWhile(false);
+    option.setChecked(checked);
+    option.setAutoExclusive(true);
+    findings_.add(control, in(window, nameOf(option) + u", on to off"_s),
+                  optics::inkContrast(on, off, on.rect()));
+}
+
+void tst_contrast::measureSlider(QWidget &window, QScrollBar &bar) {
+    const int value = bar.value();
+    const int maximum = bar.maximum();
+    const QSignalBlocker blocker(bar);
+    // Of more to scroll the slider is small: at one end it leaves the other half free.
+    bar.setMaximum(10 * bar.pageStep());
+    QRect half = placeIn(window, bar);
+    half.setHeight(half.height() / 2);
+    const auto pictureAt = [&](int position) {
+        bar.setValue(position);
+        return optics::picture(window, half).pixels;
+    };
+    const QImage there = pictureAt(bar.minimum());
+    const QImage gone = pictureAt(bar.maximum());
+    bar.setMaximum(maximum);
+    bar.setValue(value);
+    findings_.add(control, in(window, u"scroll bar"_s), optics::shapeContrast(there, gone));
+}
+
+void tst_contrast::measureLevel(QWidget &window, platform::LevelIndicator &level) {
+    const QRect room = placeIn(window, level);
+    const double value = level.doubleValue();
+    const QSignalBlocker blocker(level);
+    const auto pictureWith = [&](double shownValue) {
+        level.setDoubleValue(shownValue);
+        return optics::picture(window, room).pixels;
+    };
+    const QImage filled = pictureWith(level.maxValue());
+    const QImage empty = pictureWith(0);
+    level.setDoubleValue(value);
+    const QImage ground = optics::picture(window, room, {.control = &level}).pixels;
+    const QString name = in(window, nameOf(level));
+    findings_.add(levelSegment, name + u", filled"_s, optics::piecesContrast(filled, ground));
+    findings_.add(levelSegment, name + u", empty"_s, optics::piecesContrast(empty, ground));
+    findings_.add(levelSegment, name + u", filled to empty"_s,
+                  optics::inkContrast(filled, empty, filled.rect()));
+}
+
+void tst_contrast::measureMark(QWidget &window, QWidget &widget, const QString &name) {
+    const QRect room = placeIn(window, widget);
+    const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+    const QImage without =
+        optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
+    findings_.add(mark, in(window, name), optics::markContrast(with, without));
+}
+
+void tst_contrast::measureFocus(QWidget &window) {
+    QWidget *focused = window.focusWidget();
+    for (QWidget *widget : shown<QWidget>(window)) {
+        if (!widget->isEnabled() || (widget->focusPolicy() & Qt::TabFocus) == 0) {
+            continue;
+        }
+        widget->setFocus(Qt::TabFocusReason);
+        QVERIFY2(widget->hasFocus(), qPrintable(in(window, nameOf(*widget))));
+        QCoreApplication::processEvents();
+        // The focus of a row's button is drawn by the row.
+        const bool inRow = qobject_cast<platform::RowButton *>(widget) != nullptr;
+        const QRect room = roomIn(window, inRow ? *widget->parentWidget() : *widget);
+        const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+        widget->clearFocus();
+        QCoreApplication::processEvents();
+        const QImage without = optics::picture(window, room, {.texts = true}).pixels;
+        findings_.add(focusRing, in(window, nameOf(*widget)), optics::ringContrast(with, without));
+    }
+    if (focused != nullptr) {
+        focused->setFocus();
+    }
+}
+
+void tst_contrast::markAtAnAnswerIsSeen_data() {
+    QTest::addColumn<int>("right");
+    QTest::newRow("right") << 1;
+    QTest::newRow("wrong") << 2;
+}
+
+void tst_contrast::markAtAnAnswerIsSeen() {
+    QFETCH(const int, right);
+    states::quiz(u"56"_s)([&](QWidget &window) {
+        inEveryPalette(window, [&](QWidget &) { measureMarks(window, right); });
+    });
+    const QString flaws = findings_.takeFlaws();
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void tst_contrast::measureMarks(QWidget &window, int right) {
+    states::answered(right)(window);
+    // The one that was chosen is the first.
+    for (const int answer : {1, right}) {
+        const QWidget &button = desk::control(&window, u"btnAnswer%1"_s.arg(answer));
+        auto *sign = button.parentWidget()->findChild<platform::RowSign *>();
+        QVERIFY(sign != nullptr);
+        measureMark(window, *sign, u"answer %1"_s.arg(answer));
+    }
+    desk::click(&window, u"btnNextQuestion"_s);
+}
+
+ZORVAN_TEST_MAIN(tst_contrast)
+#include "tst_contrast.moc"

@@ -1,0 +1,187 @@
+#include <QImage>
+
+#include "look/states.h"
+#include "shell/appdelegate.h"
+#include "support/drawing.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Windows = QList<QWidget *>;
+using Pictures = QMap<QString, QImage>;
+using LookAtAll = std::function<void(const Windows &)>;
+
+platform::Window &wayBack() {
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        auto *window = qobject_cast<platform::Window *>(widget);
+        if (window != nullptr && window->objectName() == u"MainLayout") {
+            return *window;
+        }
+    }
+    qFatal("The main layout is not loaded");
+}
+
+/// Opens everything there is, an alert at last.
+void everyWindowAtOnce(const LookAtAll &look) {
+    store::Contents contents = store::seeded();
+    contents[u"currentTest"_s] = u"2"_s;
+    contents[u"currentStatus"_s] = u"pass"_s;
+    contents[u"quiz2"_s] = u"2"_s;
+    store::fill(contents);
+    quizRun().random = [] { return 0U; };
+    // The results open the main menu.
+    const QList<std::shared_ptr<platform::WindowController>> controllers{
+        platform::makeController<QuizComplete>(u"QuizComplete"_s),
+        platform::makeController<MainTest>(u"MainTest"_s),
+        platform::makeController<progress>(u"progress"_s),
+        platform::makeController<SettingsController>(u"Settings"_s),
+        platform::makeController<Help>(u"Help"_s)};
+    for (const auto &controller : controllers) {
+        controller->showWindow();
+    }
+    Windows windows{desk::window(u"MainMenu"_s), &wayBack()};
+    for (const auto &controller : controllers) {
+        windows << controller->window();
+    }
+    wayBack().show();
+    states::settle(*controllers.last()->window());
+    platform::Application::shared().about();
+    windows << &states::shownBox();
+
+    Alerts alerts;
+    alerts.answer(u"No"_s, [&] {
+        windows << QApplication::activeModalWidget();
+        states::settle(*windows.last());
+        look(windows);
+    });
+    platform::Alert(u"Are you sure?"_s, {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
+        .runModal();
+    states::shownBox().close();
+    wayBack().hide();
+    desk::clear();
+}
+
+}  // namespace
+
+/// Windows that are open when the desktop's colours change look as if they had been opened after
+/// that: none keeps a colour or a picture from before.
+class tst_livepalette final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
+    void openWindowsFollowThePalette_data();
+    void openWindowsFollowThePalette();
+
+ private:
+    static void wear(const QPalette &palette);
+    static void take(Pictures &pictures, const Windows &windows);
+    static QString differences(const Pictures &pictures, const Pictures &wanted);
+
+    QPalette light_;
+    QMap<QString, std::function<void(const LookAtAll &)>> states_;
+    AppDelegate delegate_;
+};
+
+void tst_livepalette::initTestCase() {
+    light_ = QApplication::palette();
+    platform::Application::shared().loadMainLayout(delegate_);
+    const QMap<QString, states::State> single = states::all();
+    for (auto state = single.begin(); state != single.end(); ++state) {
+        states_[state.key()] = [show = *state](const LookAtAll &look) {
+            show([&look](QWidget &window) { look({&window}); });
+        };
+    }
+    states_[u"every window at once"_s] = everyWindowAtOnce;
+}
+
+void tst_livepalette::cleanup() {
+    desk::clear();
+    QApplication::setPalette(light_);
+}
+
+void tst_livepalette::wear(const QPalette &palette) {
+    QApplication::setPalette(palette);
+    QCoreApplication::processEvents();
+}
+
+void tst_livepalette::take(Pictures &pictures, const Windows &windows) {
+    for (QWidget *window : windows) {
+        const QString name = window->objectName().isEmpty()
+                                 ? QString::fromLatin1(window->metaObject()->className())
+                                 : window->objectName();
+        pictures[u"window %1, %2"_s.arg(pictures.size() + 1).arg(name)] = window->grab().toImage();
+    }
+}
+
+QString tst_livepalette::differences(const Pictures &pictures, const Pictures &wanted) {
+    QStringList differences;
+    for (auto picture = pictures.begin(); picture != pictures.end(); ++picture) {
+        const QImage &other = wanted[picture.key()];
+        if (other.size() != picture->size()) {
+            differences << u"%1 has another size"_s.arg(picture.key());
+            continue;
+        }
+        QRect box;
+        for (int y = 0; y < other.height(); ++y) {
+            for (int x = 0; x < other.width(); ++x) {
+                if (picture->pixel(x, y) != other.pixel(x, y)) {
+                    box |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        if (!box.isEmpty()) {
+            differences << u"%1 differs within %2 x %3 pixels at %4, %5"_s.arg(picture.key())
+                               .arg(box.width())
+                               .arg(box.height())
+                               .arg(box.x())
+                               .arg(box.y());
+        }
+    }
+    return differences.join(u'\n');
+}
+
+void tst_livepalette::openWindowsFollowThePalette_data() {
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QPalette>("first");
+    QTest::addColumn<QPalette>("second");
+    for (const QString &state : states_.keys()) {
+        const QPalette dark = drawing::darkPalette();
+        QTest::addRow("%s, opened light", qUtf8Printable(state)) << state << light_ << dark;
+        QTest::addRow("%s, opened dark", qUtf8Printable(state)) << state << dark << light_;
+    }
+}
+
+void tst_livepalette::openWindowsFollowThePalette() {
+    QFETCH(const QString, state);
+    QFETCH(const QPalette, first);
+    QFETCH(const QPalette, second);
+    Pictures before;
+    Pictures switched;
+    Pictures back;
+    wear(first);
+    states_[state]([&](const Windows &windows) {
+        take(before, windows);
+        wear(second);
+        take(switched, windows);
+        wear(first);
+        take(back, windows);
+    });
+    Pictures opened;
+    wear(second);
+    states_[state]([&](const Windows &windows) { take(opened, windows); });
+
+    QVERIFY(!before.isEmpty());
+    QVERIFY2(!differences(switched, before).isEmpty(), "The palette changes nothing");
+    QString found = differences(switched, opened);
+    QVERIFY2(found.isEmpty(), qPrintable(u"Switched, compared with opened so: "_s + found));
+    found = differences(back, before);
+    QVERIFY2(found.isEmpty(), qPrintable(u"Switched back, compared with before: "_s + found));
+}
+
+ZORVAN_TEST_MAIN(tst_livepalette)
+#include "tst_livepalette.moc"
