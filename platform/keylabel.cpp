@@ -28,6 +28,7 @@ QList<KeyLabel::Piece> KeyLabel::pieces() const {
     static const QRegularExpression pattern(u", | or | to |\\+|[^,+ ]+"_s);
     const double padding = theme::unit(*this) * theme::keyPadding;
     const double narrowest = theme::unit(*this) * theme::keyHeight;
+    const double gap = theme::unit(*this) * theme::keyGap;
     QList<Piece> pieces;
     double left = 0;
     for (const auto &match : pattern.globalMatch(text())) {
@@ -35,9 +36,8 @@ QList<KeyLabel::Piece> KeyLabel::pieces() const {
         piece.isKey = !piece.text.contains(u' ') && piece.text != u"+";
         piece.left = left;
         piece.width = QFontMetricsF(font()).horizontalAdvance(piece.text);
-        if (piece.isKey) {
-            piece.width = qMax(std::ceil(piece.width + 2 * padding), narrowest);
-        }
+        piece.width = piece.isKey ? qMax(std::ceil(piece.width + 2 * padding), narrowest)
+                                  : std::ceil(piece.width + gap);
         left += piece.width;
         pieces << piece;
     }

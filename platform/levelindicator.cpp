@@ -50,15 +50,15 @@ void LevelIndicator::describe() {
 }
 
 QSize LevelIndicator::sizeHint() const {
-    // Few segments are read one by one, many as a whole.
-    const double segment = maximum() > 3 ? 2 : 3;
+    const double segment = maximum() > 3 ? theme::narrowSegment : theme::wideSegment;
     const double unit = theme::unit(*this);
     return QSizeF(unit * segment * qMax(3, maximum()), unit * theme::segmentHeight).toSize();
 }
 
 QSize LevelIndicator::minimumSizeHint() const {
     const double unit = theme::unit(*this);
-    return QSizeF(unit * qMax(3, maximum()), unit * theme::segmentHeight).toSize();
+    return QSizeF(unit * theme::leastSegment * qMax(3, maximum()), unit * theme::segmentHeight)
+        .toSize();
 }
 
 void LevelIndicator::paintEvent(QPaintEvent *) {

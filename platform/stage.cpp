@@ -47,17 +47,18 @@ void Stage::paintEvent(QPaintEvent *) {
 }
 
 void Stage::paintRays(QPainter &painter) const {
-    constexpr int rays = 16;
+    constexpr int rays = 36;
     constexpr double turn = 360.0 / rays;
     const double radius = theme::panelRadius * theme::unit(*this);
-    const double reach = width() + height();
+    // From far below, so that they do not meet behind a picture.
+    const QPointF source(rect().center().x(), 2.5 * height());
+    const double reach = 3 * (width() + height());
     QPainterPath shape;
     shape.addRoundedRect(rect(), radius, radius);
     QPainterPath light;
     for (int ray = 0; ray < rays; ++ray) {
-        const QPointF middle = QRectF(rect()).center();
-        light.moveTo(middle);
-        light.arcTo(QRectF(middle.x() - reach, middle.y() - reach, 2 * reach, 2 * reach),
+        light.moveTo(source);
+        light.arcTo(QRectF(source.x() - reach, source.y() - reach, 2 * reach, 2 * reach),
                     ray * turn, turn / 2);
         light.closeSubpath();
     }

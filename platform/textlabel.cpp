@@ -92,7 +92,7 @@ double TextLabel::baseUnit() const {
 }
 
 QMargins TextLabel::padding() const {
-    const int side = qRound(2 * baseUnit());
+    const int side = qRound(theme::bandSideMargin * baseUnit());
     return band_ ? QMargins(side, 0, side, 0) : QMargins();
 }
 
@@ -102,7 +102,7 @@ QFont TextLabel::codeFont() const {
     return font;
 }
 
-TextLabel::Setting TextLabel::set(double width) const {
+TextLabel::Setting TextLabel::typeset(double width) const {
     QTextOption option(alignment() & Qt::AlignHorizontal_Mask);
     option.setWrapMode(wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap);
     const QStringList lines = text().split(u'\n');
@@ -113,22 +113,22 @@ TextLabel::Setting TextLabel::set(double width) const {
         setting.add(line, font(), option, leading_, QRectF(0, 0, width, 0));
     }
     if (firstOfCode < lines.size()) {
-        const double unit = baseUnit();
-        setting.height += std::round(unit);
+        const double side = theme::codeSideMargin * baseUnit();
+        const double end = std::round(theme::codeEndMargin * baseUnit());
+        setting.height += end;
         const double top = setting.height;
-        setting.height += std::round(unit);
+        setting.height += end;
         for (const QString &line : lines.sliced(firstOfCode)) {
-            setting.add(line, codeFont(), option, leading_,
-                        QRectF(1.5 * unit, 0, width - 3 * unit, 0));
+            setting.add(line, codeFont(), option, leading_, QRectF(side, 0, width - 2 * side, 0));
         }
-        setting.height += std::round(unit);
+        setting.height += end;
         setting.code = QRectF(0, top, width, setting.height - top);
     }
     return setting;
 }
 
 QSize TextLabel::textSize(double width) const {
-    const Setting setting = set(width);
+    const Setting setting = typeset(width);
     return QSizeF(std::ceil(setting.width), setting.height).toSize();
 }
 
@@ -181,7 +181,7 @@ void TextLabel::paintEvent(QPaintEvent *) {
                            .edge = theme::Edge::None});
     }
     const QRectF place = contentsRect().marginsRemoved(padding());
-    const Setting setting = set(place.width());
+    const Setting setting = typeset(place.width());
     double top = place.top();
     if (alignment().testFlag(Qt::AlignVCenter)) {
         top += std::round((place.height() - setting.height) / 2);

@@ -67,7 +67,7 @@ class TextLabel final : public QLabel {
     QMargins padding() const;
     int keptWidth() const;
     QFont codeFont() const;
-    Setting set(double width) const;
+    Setting typeset(double width) const;
     QSize textSize(double width) const;
 
     int characters_ = 0;

@@ -135,6 +135,15 @@ void space(const QWidget &widget, double unit) {
     }
 }
 
+/// `rect` with its edges on whole pixels of the device.
+QRectF snapped(const QPainter &painter, const QRectF &rect) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF there = toDevice.mapRect(rect);
+    const QPointF topLeft(qRound(there.left()), qRound(there.top()));
+    const QPointF bottomRight(qRound(there.right()), qRound(there.bottom()));
+    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
+}
+
 void enlargeButton(QAbstractButton &button, double unit) {
     button.setMinimumHeight(qMax(qRound(smallestTarget * unit), button.sizeHint().height()));
     if (qobject_cast<QPushButton *>(&button) != nullptr &&
@@ -177,7 +186,7 @@ QColor groundColor(const QPalette &palette, Ground ground) {
         case Ground::Accent:
             return accent(palette);
         case Ground::LitAccent:
-            return tint(accent(palette), onAccent(palette), 0.12F);
+            return tint(accent(palette), onAccent(palette), 0.09F);
         case Ground::Outline:
             return outline(palette);
         case Ground::Band:
@@ -188,14 +197,6 @@ QColor groundColor(const QPalette &palette, Ground ground) {
 
 double unit(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
-}
-
-QRectF snapped(const QPainter &painter, const QRectF &rect) {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF there = toDevice.mapRect(rect);
-    const QPointF topLeft(qRound(there.left()), qRound(there.top()));
-    const QPointF bottomRight(qRound(there.right()), qRound(there.bottom()));
-    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
 }
 
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {

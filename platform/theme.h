@@ -32,6 +32,7 @@ inline constexpr double signSize = 3.5;
 inline constexpr double keyHeight = 2.8;
 inline constexpr double keyPadding = 0.7;
 inline constexpr double keyRadius = 0.5;
+inline constexpr double keyGap = 0.4;
 /// The circle of an option, and a scroll bar.
 inline constexpr double optionSize = 2.2;
 inline constexpr double scrollBarWidth = 2;
@@ -41,7 +42,15 @@ inline constexpr double signWidth = 0.3;
 inline constexpr double focusWidth = 0.35;
 /// Between the focus and a ground that it would not be seen upon.
 inline constexpr double focusGap = 0.3;
-/// The segments of a level: a filled one is a block, an empty one a line.
+/// Around the lines of code in a text, and beside the text on a band.
+inline constexpr double codeSideMargin = 1.5;
+inline constexpr double codeEndMargin = 1;
+inline constexpr double bandSideMargin = 2;
+/// The segments of a level: a filled one is a block, an empty one a line. Few are read one by one
+/// and are wide, many as a whole.
+inline constexpr double wideSegment = 3;
+inline constexpr double narrowSegment = 2;
+inline constexpr double leastSegment = 1;
 inline constexpr double segmentHeight = 1;
 inline constexpr double emptySegmentHeight = 0.3;
 inline constexpr double segmentGap = 0.5;
@@ -54,18 +63,17 @@ inline constexpr double controlRadius = 0.8;
 /// a line has sixteen.
 double unit(const QWidget &widget);
 
-/// `rect` with its edges on whole pixels of the device.
-QRectF snapped(const QPainter &painter, const QRectF &rect);
-
 /// What a panel is made of; Band is dark, for white text.
 enum class Ground { None, Surface, Lit, Pressed, Prominent, Accent, LitAccent, Outline, Band };
 /// How its edge is drawn.
 enum class Edge { None, Hairline, Outline, Accent, Focus };
 
-/// A rounded rectangle in the colours of `palette`, its lengths in pixels.
+/// A rounded rectangle whose edges lie on whole pixels of the device.
 struct Panel {
+    /// In pixels.
     QRectF rect;
     double unit = 8;
+    /// In units.
     double radius = panelRadius;
     Ground ground = Ground::Surface;
     Edge edge = Edge::Hairline;
@@ -82,8 +90,8 @@ void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
 /// Gives a window that was just built from its layout its type scale and its distances, and makes
 /// every button large enough to hit. Layouts say by property what a control needs:
 ///   textStyle  title, heading, question, caption, or nothing for body text
-///   spacing    window, section, panel, row, list, or nothing: margins of the control and gaps
-///              between what stands in it
+///   spacing    margins around and gaps between what stands in it: window, flush, section, panel,
+///              row, step, list, edge, page, text, foot, or nothing for plain gaps
 ///   keepsRoom  keeps its room while it is hidden
 ///   widest     is never wider than so many average characters
 void dress(QWidget &window);

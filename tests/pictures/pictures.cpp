@@ -5,6 +5,8 @@
 #include <QFontInfo>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -108,6 +110,17 @@ void takeQuiz(Album &album) {
     desk::clear();
 }
 
+void takeHelp(Album &album) {
+    auto help = platform::makeController<Help>(u"Help"_s);
+    help->showWindow();
+    album.take(*help->window(), u"help"_s);
+    QScrollBar &bar =
+        *desk::control<QScrollArea>(help->window(), u"scrollArea"_s).verticalScrollBar();
+    bar.setValue(bar.maximum());
+    album.take(*help->window(), u"help-keys"_s);
+    desk::clear();
+}
+
 void takeAll(Album &album) {
     takeMainMenu(album);
     takeQuiz(album);
@@ -119,7 +132,7 @@ void takeAll(Album &album) {
     }
     takeOne<progress>(album, u"progress"_s, u"progress"_s);
     takeOne<SettingsController>(album, u"Settings"_s, u"settings"_s);
-    takeOne<Help>(album, u"Help"_s, u"help"_s);
+    takeHelp(album);
 
     platform::openWindow(u"MainMenu"_s);
     desk::clear();
