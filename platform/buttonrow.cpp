@@ -32,7 +32,7 @@ void ButtonRow::setStanding(Standing standing, const QString &words) {
         words_->setStringValue(words);
         describe();
     }
-    repaintParts();
+    update();
 }
 
 bool ButtonRow::isLit() const {
@@ -46,7 +46,7 @@ bool ButtonRow::event(QEvent *event) {
             break;
         case QEvent::HoverEnter:
         case QEvent::HoverLeave:
-            repaintParts();
+            update();
             break;
         default:
             break;
@@ -60,8 +60,8 @@ void ButtonRow::adoptParts() {
         qFatal("The row \"%s\" has no button to press", qUtf8Printable(objectName()));
     }
     button_->installEventFilter(this);
-    connect(button_, &QAbstractButton::pressed, this, &ButtonRow::repaintParts);
-    connect(button_, &QAbstractButton::released, this, &ButtonRow::repaintParts);
+    connect(button_, &QAbstractButton::pressed, this, qOverload<>(&ButtonRow::update));
+    connect(button_, &QAbstractButton::released, this, qOverload<>(&ButtonRow::update));
 
     const QList<TextLabel *> labels = findChildren<TextLabel *>();
     if (!labels.isEmpty()) {
@@ -91,19 +91,12 @@ void ButtonRow::describe() {
     button_->setAccessibleDescription(parts.join(u", "_s));
 }
 
-void ButtonRow::repaintParts() {
-    update();
-    for (QWidget *part : findChildren<QWidget *>()) {
-        part->update();
-    }
-}
-
 bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
     switch (event->type()) {
         case QEvent::FocusIn:
         case QEvent::FocusOut:
         case QEvent::EnabledChange:
-            repaintParts();
+            update();
             break;
         default:
             break;
@@ -113,7 +106,7 @@ bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
 
 void ButtonRow::mousePressEvent(QMouseEvent *event) {
     button_->setDown(button_->isEnabled() && event->button() == Qt::LeftButton);
-    repaintParts();
+    update();
 }
 
 void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
@@ -124,7 +117,7 @@ void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
 void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
     const bool pressed = button_->isDown();
     button_->setDown(false);
-    repaintParts();
+    update();
     if (pressed && rect().contains(event->position().toPoint())) {
         button_->click();
     }

@@ -46,7 +46,6 @@ class ButtonRow final : public QWidget {
  private:
     void adoptParts();
     void describe();
-    void repaintParts();
 
     QAbstractButton *button_ = nullptr;
     const LevelIndicator *level_ = nullptr;

@@ -84,6 +84,9 @@ void Group::scrollIntoView() {
     for (QWidget *parent = parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
         if (auto *area = qobject_cast<QScrollArea *>(parent)) {
             area->ensureWidgetVisible(this);
+            // Where it is too high for that, it begins at its heading.
+            const QPoint top = mapTo(area->widget(), QPoint(0, 0));
+            area->ensureVisible(top.x(), top.y(), 0, 0);
         }
     }
 }

@@ -12,9 +12,6 @@ Stage::Stage(QWidget *parent) : QWidget(parent) {}
 void Stage::setMood(Mood mood) {
     mood_ = mood;
     update();
-    for (QWidget *part : findChildren<QWidget *>()) {
-        part->update();
-    }
 }
 
 QColor Stage::inkAt(const QWidget &part) {

@@ -61,11 +61,16 @@ void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
     theme::paintPanel(painter, button.palette, panel);
 }
 
+void drawLitRow(const QStyleOption &option, QPainter &painter) {
+    theme::Panel row = controlPanel(option, option.rect);
+    row.ground = theme::Ground::Lit;
+    theme::paintPanel(painter, option.palette, row);
+}
+
 void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
     theme::Panel circle = controlPanel(option, option.rect);
     circle.radius = option.rect.width() / circle.unit / 2;
-    const bool lit = option.state.testFlag(QStyle::State_MouseOver);
-    circle.edge = lit ? theme::Edge::Accent : theme::Edge::Outline;
+    circle.edge = theme::Edge::Outline;
     circle.ground = theme::Ground::Surface;
     if (option.state.testFlag(QStyle::State_On)) {
         circle.ground = theme::Ground::Accent;
@@ -143,6 +148,9 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     }
     // The style below would ask itself where the parts are.
     QStyleOptionButton part(*button);
+    if (button->state.testFlag(State_MouseOver)) {
+        drawLitRow(*button, painter);
+    }
     part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
     part.rect = subElementRect(SE_RadioButtonContents, button, widget);
@@ -212,8 +220,8 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex *o
     const bool upright = bar->orientation == Qt::Vertical;
     const int length = upright ? bar->rect.height() : bar->rect.width();
     const int steps = bar->maximum - bar->minimum;
-    const int handle =
-        qMax(3 * padding(*option), int(qint64(length) * bar->pageStep / (steps + bar->pageStep)));
+    const int handle = qMax(3 * padding(*option),
+                            int(qint64(length) * bar->pageStep / qMax(1, steps + bar->pageStep)));
     const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
                                               length - handle, bar->upsideDown);
     const auto stretch = [&](int from, int to) {

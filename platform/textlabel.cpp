@@ -98,6 +98,10 @@ QMargins TextLabel::padding() const {
 
 QFont TextLabel::codeFont() const {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        // A desktop that names none.
+        font.setFamily(u"monospace"_s);
+    }
     font.setPointSizeF(QFontInfo(window()->font()).pointSizeF());
     return font;
 }

@@ -204,7 +204,10 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     double inset = 0;
     if (pen.style() != Qt::NoPen) {
         const double pixel = 1 / painter.deviceTransform().m11();
-        pen.setWidthF(qMax(1, qRound(pen.widthF() / pixel)) * pixel);
+        const double width = pen.widthF() / pixel;
+        // Never wider than an edge that means something.
+        const int pixels = panel.edge == Edge::Hairline ? int(width) : qRound(width);
+        pen.setWidthF(qMax(1, pixels) * pixel);
         inset = pen.widthF() / 2;
     }
     const double radius = panel.radius * panel.unit - inset;

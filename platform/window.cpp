@@ -1,6 +1,7 @@
 #include "platform/window.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScreen>
@@ -8,9 +9,31 @@
 #include <QScrollBar>
 
 #include "platform/eventloop.h"
+#include "platform/group.h"
 #include "platform/theme.h"
 
 namespace platform {
+
+namespace {
+
+/// Scrolls to what has the focus, and as far as there is room to the top of the group that it
+/// stands in, where it is said what it is about.
+void scrollTo(QScrollArea &area, QWidget *focus) {
+    QWidget *content = area.widget();
+    // Whoever presses it with the mouse sees it; it must not move away before it is let go.
+    if (!content->isAncestorOf(focus) || QApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    for (const QWidget *parent = focus; parent != content; parent = parent->parentWidget()) {
+        if (qobject_cast<const Group *>(parent) != nullptr) {
+            const QPoint top = parent->mapTo(content, QPoint(0, 0));
+            area.ensureVisible(top.x(), top.y());
+        }
+    }
+    area.ensureWidgetVisible(focus);
+}
+
+}  // namespace
 
 Window::Window(WindowDelegate &delegate) : delegate_(delegate) {}
 
@@ -27,6 +50,10 @@ bool Window::mayClose() {
 }
 
 void Window::fitToScreen() {
+    if (qobject_cast<const QScrollArea *>(centralWidget()) != nullptr) {
+        // It scrolls since it was shown before.
+        return;
+    }
     const QSize frame = (theme::unit(*this) * QSizeF(2, 4)).toSize();
     const QSize room = screen()->availableSize() - frame;
     const QSize needed = sizeHint();
@@ -39,6 +66,12 @@ void Window::fitToScreen() {
     area->setWidgetResizable(true);
     area->setWidget(takeCentralWidget());
     setCentralWidget(area);
+    for (QScrollBar *bar : {area->verticalScrollBar(), area->horizontalScrollBar()}) {
+        bar->setAccessibleName(windowTitle());
+    }
+    // The area does so by itself only for a focus that Tab moves.
+    connect(qApp, &QApplication::focusChanged, area,
+            [area](QWidget *, QWidget *focus) { scrollTo(*area, focus); });
     const QSize bars(area->verticalScrollBar()->sizeHint().width(),
                      area->horizontalScrollBar()->sizeHint().height());
     resize((needed + bars).boundedTo(room));

@@ -1,10 +1,14 @@
 #include <QAccessible>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QMainWindow>
 #include <QTest>
 
 #include "platform/layouts.h"
 #include "platform/textlabel.h"
 #include "support/desk.h"
+#include "support/drawing.h"
+#include "support/optics.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -22,6 +26,18 @@ class tst_textlabel final : public QObject {
     void verdictIsReadable_data();
     void verdictIsReadable();
     void roomForLinesIsKeptWhateverTheText();
+    void roomForTheWidestTextIsKeptWhateverTheDigits_data();
+    void roomForTheWidestTextIsKeptWhateverTheDigits();
+    void roomForCharactersAddsToTheWidestText();
+    void linesStandApartAsTheLeadingSays();
+    void codeIsOfOneWidthAndKeepsItsBlanks();
+    void codeStandsOnAPanelOfItsOwn();
+    void codeHasTheSizeOfTheTextAround();
+    void secondaryTextIsFainter_data();
+    void secondaryTextIsFainter();
+    void textStandsWhereItIsAligned_data();
+    void textStandsWhereItIsAligned();
+    void textStandsOffTheEndsOfItsBand();
 
  private:
     /// The share of the picture that differs from its corner.
@@ -139,6 +155,201 @@ void tst_textlabel::roomForLinesIsKeptWhateverTheText() {
         QCOMPARE(label.sizeHint(), room);
         QCOMPARE(label.heightForWidth(room.width()), room.height());
     }
+}
+
+void tst_textlabel::roomForTheWidestTextIsKeptWhateverTheDigits_data() {
+    QTest::addColumn<QString>("family");
+    // In some of them every digit has a width of its own.
+    for (const QString &family : QFontDatabase::families(QFontDatabase::Latin)) {
+        QTest::newRow(qUtf8Printable(family)) << family;
+    }
+}
+
+void tst_textlabel::roomForTheWidestTextIsKeptWhateverTheDigits() {
+    QFETCH(const QString, family);
+    TextLabel label;
+    label.setFont(QFont(family));
+    label.setProperty("widestText", u"11 of 11 passes"_s);
+    const int room = label.sizeHint().width();
+    for (const QChar digit : u"0123456789"_s) {
+        const QString text = u"%1%1 of %1%1 passes"_s.arg(digit);
+        const double needed = QFontMetricsF(label.font()).horizontalAdvance(text);
+        QVERIFY2(room >= needed, qPrintable(u"room for %1 pixels, \"%2\" needs %3"_s.arg(room).arg(
+                                     text, QString::number(needed))));
+        label.setStringValue(text);
+        QCOMPARE(label.sizeHint().width(), room);
+    }
+    label.setStringValue(QString());
+    QCOMPARE(label.sizeHint().width(), room);
+}
+
+void tst_textlabel::roomForCharactersAddsToTheWidestText() {
+    TextLabel label;
+    label.setProperty("widestText", u"Mastered"_s);
+    const int room = label.sizeHint().width();
+    QVERIFY(room >= label.fontMetrics().horizontalAdvance(u"Mastered"_s));
+    label.setCharacters(10);
+    const double more = 10 * QFontMetricsF(label.font()).averageCharWidth();
+    QVERIFY2(
+        qAbs(label.sizeHint().width() - room - more) <= 1,
+        qPrintable(u"%1 pixels more, wanted %2"_s.arg(label.sizeHint().width() - room).arg(more)));
+}
+
+void tst_textlabel::linesStandApartAsTheLeadingSays() {
+    TextLabel label;
+    label.setStringValue(u"one\ntwo"_s);
+    const auto distance = [&] {
+        label.resize(label.sizeHint());
+        const QList<optics::Text> lines = optics::texts(label);
+        return lines.at(1).place.top() - lines.at(0).place.top();
+    };
+    const int usual = distance();
+    const int height = label.sizeHint().height();
+    label.setProperty("leading", 2.0);
+    QVERIFY2(qAbs(distance() - 2 * usual) <= 2 * optics::ratio,
+             qPrintable(u"lines stand %1 apart, usually %2"_s.arg(distance()).arg(usual)));
+    QCOMPARE(label.sizeHint().height(), 2 * height);
+    QCOMPARE(label.heightForWidth(400), 2 * height);
+}
+
+void tst_textlabel::codeIsOfOneWidthAndKeepsItsBlanks() {
+    TextLabel label;
+    label.setProperty("codeBelow", true);
+    label.setStringValue(u"What does this print?\nwhile ($i) {\n    iiii();\n    MMMM();\n}"_s);
+    label.resize(label.sizeHint());
+    const QList<optics::Text> lines = optics::texts(label);
+    QCOMPARE(lines.size(), 5);
+    const QString fixed = QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family();
+    QVERIFY(QFontInfo(lines.at(0).font).family() != fixed);
+    for (const int line : {1, 2, 3, 4}) {
+        QCOMPARE(QFontInfo(lines.at(line).font).family(), fixed);
+        QVERIFY2(lines.at(line).whole, qPrintable(lines.at(line).text + u" is clipped"_s));
+    }
+    QCOMPARE(lines.at(2).text, u"    iiii();"_s);
+    QCOMPARE(lines.at(3).place.width(), lines.at(2).place.width());
+    QCOMPARE(lines.at(2).place.left(), lines.at(1).place.left());
+}
+
+void tst_textlabel::codeStandsOnAPanelOfItsOwn() {
+    TextLabel label;
+    label.setProperty("codeBelow", true);
+    label.setStringValue(u"What does this print?\necho 1;"_s);
+    label.resize(label.sizeHint() + QSize(60, 0));
+    const auto ground = [&](const QRect &place) {
+        const QImage picture = optics::picture(label, {.texts = true}).pixels;
+        return picture.pixelColor(place.center());
+    };
+    const QList<optics::Text> lines = optics::texts(label);
+    const QColor window = label.palette().color(QPalette::Window);
+    QCOMPARE(ground(lines.at(0).place), window);
+    QVERIFY2(ground(lines.at(1).place) != window, "the code has no panel");
+    // The code stands off from the panel's edge, and the panel from the question.
+    QVERIFY(lines.at(1).place.left() > lines.at(0).place.left());
+    QVERIFY(lines.at(1).place.top() - lines.at(0).place.bottom() > lines.at(0).place.height() / 2);
+
+    label.setStringValue(u"What does this print?"_s);
+    QCOMPARE(optics::mainColor(optics::picture(label, {.texts = true}).pixels), window.rgb());
+    label.setProperty("codeBelow", false);
+    label.setStringValue(u"What does this print?\necho 1;"_s);
+    QCOMPARE(ground(lines.at(1).place), window);
+}
+
+void tst_textlabel::codeHasTheSizeOfTheTextAround() {
+    QWidget window;
+    auto *label = new TextLabel(&window);
+    // Neither size is the one that a font for code has by itself.
+    QFont font = window.font();
+    font.setPointSizeF(18);
+    window.setFont(font);
+    QFont large = font;
+    large.setPointSizeF(36);
+    label->setFont(large);
+    label->setProperty("codeBelow", true);
+    label->setStringValue(u"What does this print?\necho 1;"_s);
+    label->resize(label->sizeHint());
+    const QList<optics::Text> lines = optics::texts(*label);
+    QCOMPARE(lines.at(0).font.pointSizeF(), 36.0);
+    QCOMPARE(lines.at(1).font.pointSizeF(), 18.0);
+}
+
+void tst_textlabel::secondaryTextIsFainter_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << QApplication::palette();
+    QTest::newRow("dark") << drawing::darkPalette();
+}
+
+void tst_textlabel::secondaryTextIsFainter() {
+    QFETCH(const QPalette, palette);
+    TextLabel label;
+    label.setPalette(palette);
+    label.setStringValue(u"19 questions"_s);
+    label.resize(label.sizeHint());
+    const auto contrast = [&] {
+        return optics::inkContrast(optics::picture(label).pixels,
+                                   optics::picture(label, {.texts = true}).pixels,
+                                   QRect(QPoint(), label.size() * optics::ratio))
+            .value_or(0);
+    };
+    const double usual = contrast();
+    label.setProperty("secondary", true);
+    QVERIFY2(contrast() < 0.9 * usual,
+             qPrintable(u"%1 to 1, usual text %2 to 1"_s.arg(contrast()).arg(usual)));
+    // A colour of its own stays.
+    label.setTextColor(palette.color(QPalette::WindowText));
+    QCOMPARE(contrast(), usual);
+}
+
+void tst_textlabel::textStandsWhereItIsAligned_data() {
+    QTest::addColumn<Qt::Alignment>("alignment");
+    QTest::addColumn<double>("left");
+    QTest::addColumn<double>("top");
+    QTest::newRow("left") << Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter) << 0.0 << 0.5;
+    QTest::newRow("middle") << Qt::Alignment(Qt::AlignCenter) << 0.5 << 0.5;
+    QTest::newRow("right") << Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter) << 1.0 << 0.5;
+    QTest::newRow("top") << Qt::Alignment(Qt::AlignLeft | Qt::AlignTop) << 0.0 << 0.0;
+}
+
+void tst_textlabel::textStandsWhereItIsAligned() {
+    QFETCH(const Qt::Alignment, alignment);
+    QFETCH(const double, left);
+    QFETCH(const double, top);
+    TextLabel label;
+    label.setAlignment(alignment);
+    label.setStringValue(u"00:15"_s);
+    label.resize(300, 90);
+    const QList<optics::Text> texts = optics::texts(label);
+    QCOMPARE(texts.size(), 1);
+    const QSize room = label.size() * optics::ratio - texts.first().place.size();
+    constexpr double slack = 2 * optics::ratio;
+    QVERIFY2(qAbs(texts.first().place.left() - left * room.width()) <= slack &&
+                 qAbs(texts.first().place.top() - top * room.height()) <= slack,
+             qPrintable(u"at %1, %2 with %3, %4 to spare"_s.arg(texts.first().place.left())
+                            .arg(texts.first().place.top())
+                            .arg(room.width())
+                            .arg(room.height())));
+}
+
+void tst_textlabel::textStandsOffTheEndsOfItsBand() {
+    TextLabel label;
+    label.setStringValue(u"correct"_s);
+    const QSize plain = label.sizeHint();
+    label.setBand(true);
+    label.resize(label.sizeHint());
+    QVERIFY(label.width() > plain.width());
+    QVERIFY(label.height() > plain.height());
+    // Where its ends leave no room for the line, there are two.
+    label.setStringValue(u"the right answer"_s);
+    label.setWordWrap(true);
+    const int line = label.fontMetrics().horizontalAdvance(label.text());
+    QVERIFY(label.heightForWidth(line + 1) > label.heightForWidth(2 * line));
+    label.setStringValue(u"correct"_s);
+    label.setWordWrap(false);
+    const QRect place = optics::texts(label).first().place;
+    QVERIFY2(place.left() >= place.height() / 2 &&
+                 label.width() * optics::ratio - place.right() >= place.height() / 2,
+             qPrintable(u"from %1 to %2 of %3"_s.arg(place.left())
+                            .arg(place.right())
+                            .arg(label.width() * optics::ratio)));
 }
 
 ZORVAN_TEST_MAIN(tst_textlabel)

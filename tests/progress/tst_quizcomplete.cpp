@@ -8,6 +8,7 @@
 #include "platform/imagelabel.h"
 #include "platform/layouts.h"
 #include "platform/levelindicator.h"
+#include "platform/stage.h"
 #include "platform/windowcontroller.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/quizrun.h"
@@ -37,8 +38,8 @@ class tst_quizcomplete final : public QObject {
     void quiz4PassedTwiceShowsTwoMarksAndOneMorePass();
     void masteredMainTestThatFailedShowsThreeMarksAndTheFailure();
     void freshlyClearedStoreCountsAsNotPassed();
-    void marksAndSentenceFollowCountAndOutcome_data();
-    void marksAndSentenceFollowCountAndOutcome();
+    void marksSentenceAndMoodFollowCountAndOutcome_data();
+    void marksSentenceAndMoodFollowCountAndOutcome();
     void eachQuizShowsItsNameAndItsOwnCount_data();
     void eachQuizShowsItsNameAndItsOwnCount();
     void strangeCountLeavesMarksAndSentenceAsLaidOut_data();
@@ -153,11 +154,15 @@ void tst_quizcomplete::freshlyClearedStoreCountsAsNotPassed() {
     QCOMPARE(text(results, u"lblTheStatus"_s), failed);
 }
 
-void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome_data() {
+void tst_quizcomplete::marksSentenceAndMoodFollowCountAndOutcome_data() {
     QTest::addColumn<QString>("status");
     QTest::addColumn<QString>("count");
     QTest::addColumn<QStringList>("marks");
     QTest::addColumn<QString>("sentence");
+    QTest::addColumn<platform::Stage::Mood>("mood");
+    constexpr auto quiet = platform::Stage::Mood::Quiet;
+    constexpr auto glad = platform::Stage::Mood::Glad;
+    constexpr auto festive = platform::Stage::Mood::Festive;
     const QString check = u"check"_s;
     const QString blank = u"blank"_s;
     const QStringList none{blank, blank, blank};
@@ -166,24 +171,26 @@ void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome_data() {
     const QStringList three{check, check, check};
     const QString pass = u"pass"_s;
     QTest::newRow("passed, 0") << pass << u"0"_s << none
-                               << u"Congratulations you have passed this quiz."_s;
+                               << u"Congratulations you have passed this quiz."_s << glad;
     QTest::newRow("passed, 1") << pass << u"1"_s << one
                                << u"Congratulations you have passed this quiz. Only two more "
-                                  "passes needed to have this quiz mastered."_s;
+                                  "passes needed to have this quiz mastered."_s
+                               << glad;
     QTest::newRow("passed, 2") << pass << u"2"_s << two
                                << u"Congratulations you have passed this quiz. Only one more "
-                                  "pass needed to have this quiz mastered."_s;
+                                  "pass needed to have this quiz mastered."_s
+                               << glad;
     QTest::newRow("passed, 3") << pass << u"3"_s << three
-                               << u"Congratulations you MASTERED this quiz."_s;
-    QTest::newRow("failed, 0") << u"fail"_s << u"0"_s << none << failed;
-    QTest::newRow("failed, 1") << u"fail"_s << u"1"_s << one << failed;
-    QTest::newRow("failed, 2") << u"fail"_s << u"2"_s << two << failed;
-    QTest::newRow("failed, 3") << u"fail"_s << u"3"_s << three << failed;
-    QTest::newRow("another case, 2") << u"Pass"_s << u"2"_s << two << failed;
-    QTest::newRow("empty, 1") << QString() << u"1"_s << one << failed;
+                               << u"Congratulations you MASTERED this quiz."_s << festive;
+    QTest::newRow("failed, 0") << u"fail"_s << u"0"_s << none << failed << quiet;
+    QTest::newRow("failed, 1") << u"fail"_s << u"1"_s << one << failed << quiet;
+    QTest::newRow("failed, 2") << u"fail"_s << u"2"_s << two << failed << quiet;
+    QTest::newRow("failed, 3") << u"fail"_s << u"3"_s << three << failed << quiet;
+    QTest::newRow("another case, 2") << u"Pass"_s << u"2"_s << two << failed << quiet;
+    QTest::newRow("empty, 1") << QString() << u"1"_s << one << failed << quiet;
 }
 
-void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome() {
+void tst_quizcomplete::marksSentenceAndMoodFollowCountAndOutcome() {
     QFETCH(const QString, status);
     QFETCH(const QString, count);
     QFETCH(const QStringList, marks);
@@ -192,6 +199,7 @@ void tst_quizcomplete::marksAndSentenceFollowCountAndOutcome() {
         open({{u"currentTest"_s, u"2"_s}, {u"quiz2"_s, count}, {u"currentStatus"_s, status}});
     QCOMPARE(this->marks(results), marks);
     QCOMPARE(text(results, u"lblTheStatus"_s), sentence);
+    QTEST(desk::control<platform::Stage>(results->window(), u"stage"_s).mood(), "mood");
 }
 
 void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount_data() {

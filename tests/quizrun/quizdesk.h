@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 #include "content/golden.h"
+#include "platform/buttonrow.h"
 #include "platform/layouts.h"
 #include "platform/levelindicator.h"
 #include "platform/windowcontroller.h"
@@ -98,6 +99,17 @@ inline QList<double> alphaValues(const QWidget *window) {
                       .alphaValue();
     }
     return values;
+}
+
+/// How the rows of the three answers stand.
+inline QList<platform::Standing> standings(const QWidget *window) {
+    QList<platform::Standing> standings;
+    for (const int answer : {1, 2, 3}) {
+        standings << desk::control<platform::ButtonRow>(window,
+                                                        QStringLiteral("rowAnswer%1").arg(answer))
+                         .standing();
+    }
+    return standings;
 }
 
 /// What the layout itself puts on the label of that name.

@@ -6,6 +6,8 @@
 
 using namespace Qt::StringLiterals;
 
+using platform::Standing;
+
 class tst_questionflow final : public QObject {
     Q_OBJECT
 
@@ -21,6 +23,8 @@ class tst_questionflow final : public QObject {
     void anAnswerLocksTheButtonsAndShowsTheWayOn();
     void anAnswerSetsOffTheRightOne_data();
     void anAnswerSetsOffTheRightOne();
+    void anAnswerMarksEveryRow_data();
+    void anAnswerMarksEveryRow();
     void bothVerdictsAreWhite_data();
     void bothVerdictsAreWhite();
     void goingOnUndoesWhatTheAnswerDid();
@@ -155,6 +159,37 @@ void tst_questionflow::anAnswerSetsOffTheRightOne() {
     QCOMPARE(quizRun().correctCount, choice == right ? 1 : 0);
 }
 
+void tst_questionflow::anAnswerMarksEveryRow_data() {
+    QTest::addColumn<int>("rightAnswer");
+    QTest::addColumn<int>("chosen");
+    QTest::addColumn<QList<Standing>>("standings");
+    constexpr auto right = Standing::Right;
+    constexpr auto wrong = Standing::Wrong;
+    constexpr auto other = Standing::Other;
+    QTest::newRow("1 for 1") << 1 << 1 << QList{right, other, other};
+    QTest::newRow("2 for 1") << 1 << 2 << QList{right, wrong, other};
+    QTest::newRow("3 for 1") << 1 << 3 << QList{right, other, wrong};
+    QTest::newRow("1 for 2") << 2 << 1 << QList{wrong, right, other};
+    QTest::newRow("2 for 2") << 2 << 2 << QList{other, right, other};
+    QTest::newRow("3 for 2") << 2 << 3 << QList{other, right, wrong};
+    QTest::newRow("1 for 3") << 3 << 1 << QList{wrong, other, right};
+    QTest::newRow("2 for 3") << 3 << 2 << QList{other, wrong, right};
+    QTest::newRow("3 for 3") << 3 << 3 << QList{other, other, right};
+}
+
+void tst_questionflow::anAnswerMarksEveryRow() {
+    QFETCH(const int, rightAnswer);
+    QFETCH(const int, chosen);
+    const QList<Standing> open(3, Standing::Open);
+    const auto quiz = quizdesk::open(u"1"_s);
+    QCOMPARE(quizdesk::standings(quiz->window()), open);
+    quizRun().correctAnswerNumber = rightAnswer;
+    quizdesk::answer(quiz->window(), chosen);
+    QTEST(quizdesk::standings(quiz->window()), "standings");
+    quizdesk::goOn(quiz->window());
+    QCOMPARE(quizdesk::standings(quiz->window()), open);
+}
+
 void tst_questionflow::bothVerdictsAreWhite_data() {
     QTest::addColumn<int>("choice");
     QTest::newRow("right") << 2;
@@ -227,6 +262,7 @@ void tst_questionflow::anAnswerWithoutAQuestionOnlyLocksTheButtons() {
     quizdesk::answer(window, 3);
     QCOMPARE(quizdesk::answersEnabled(window), quizdesk::noAnswer);
     QCOMPARE(quizdesk::alphaValues(window), (QList<double>{1.0, 1.0, 1.0}));
+    QCOMPARE(quizdesk::standings(window), QList<Standing>(3, Standing::Open));
     QVERIFY(!desk::isShown(window, u"lblStatus"_s));
     QVERIFY(!desk::isShown(window, u"btnNextQuestion"_s));
     QCOMPARE(quizRun().questionIndex, 0);

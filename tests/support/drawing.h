@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEvent>
 #include <QPalette>
 #include <QWidget>
 
@@ -20,9 +21,8 @@ inline QPalette darkPalette() {
     return dark;
 }
 
-/// How many pixels of exactly that colour the widget draws.
-inline int pixels(QWidget &widget, const QColor &color) {
-    const QImage picture = widget.grab().toImage();
+/// How many pixels of exactly that colour the picture has.
+inline int pixels(const QImage &picture, const QColor &color) {
     int pixels = 0;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
@@ -31,5 +31,26 @@ inline int pixels(QWidget &widget, const QColor &color) {
     }
     return pixels;
 }
+
+/// How many of them the widget draws.
+inline int pixels(QWidget &widget, const QColor &color) {
+    return pixels(widget.grab().toImage(), color);
+}
+
+/// How often a control was drawn since this was made.
+class Paints final : public QObject {
+ public:
+    explicit Paints(QObject &control) { control.installEventFilter(this); }
+    int count() const { return count_; }
+
+ protected:
+    bool eventFilter(QObject *watched, QEvent *event) override {
+        count_ += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+
+ private:
+    int count_ = 0;
+};
 
 }  // namespace drawing

@@ -1,0 +1,61 @@
+#include <QTest>
+
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+class tst_application final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void windowIconHasEverySizeADesktopAsksFor();
+    void iconOfEachSizeIsDrawnForIt_data();
+    void iconOfEachSizeIsDrawnForIt();
+    void everyIconFillsItsSize();
+};
+
+void tst_application::windowIconHasEverySizeADesktopAsksFor() {
+    QList<int> sizes;
+    for (const QSize &size : QApplication::windowIcon().availableSizes()) {
+        QCOMPARE(size.width(), size.height());
+        sizes << size.width();
+    }
+    std::sort(sizes.begin(), sizes.end());
+    QCOMPARE(sizes, QList<int>({16, 24, 32, 48, 64, 128}));
+}
+
+void tst_application::iconOfEachSizeIsDrawnForIt_data() {
+    QTest::addColumn<int>("size");
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QTest::addRow("%d", size) << size;
+    }
+}
+
+void tst_application::iconOfEachSizeIsDrawnForIt() {
+    QFETCH(const int, size);
+    const QImage kept(u":/icons/zorvan-%1.png"_s.arg(size));
+    QCOMPARE(kept.size(), QSize(size, size));
+    const QImage shown = QApplication::windowIcon().pixmap(size).toImage();
+    QCOMPARE(shown, QPixmap::fromImage(kept).toImage());
+}
+
+void tst_application::everyIconFillsItsSize() {
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        const QImage icon(u":/icons/zorvan-%1.png"_s.arg(size));
+        QVERIFY2(icon.size() == QSize(size, size),
+                 qPrintable(u"zorvan-%1.png is %2 pixels wide"_s.arg(size).arg(icon.width())));
+        QCOMPARE(qAlpha(icon.pixel(0, 0)), 0);
+        int inked = 0;
+        for (int y = 0; y < size; ++y) {
+            for (int x = 0; x < size; ++x) {
+                inked += qAlpha(icon.pixel(x, y)) > 127 ? 1 : 0;
+            }
+        }
+        const double share = double(inked) / (size * size);
+        QVERIFY2(share > 0.5,
+                 qPrintable(u"zorvan-%1.png covers %2 of its square"_s.arg(size).arg(share)));
+    }
+}
+
+ZORVAN_TEST_MAIN(tst_application)
+#include "tst_application.moc"

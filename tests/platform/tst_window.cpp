@@ -1,0 +1,199 @@
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+
+#include "platform/windowcontroller.h"
+#include "quizrun/maintest.h"
+#include "quizrun/quizrun.h"
+#include "shell/mainmenu.h"
+#include "shell/settingscontroller.h"
+#include "support/desk.h"
+#include "support/store.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Window;
+
+/// Windows on a screen that is too small for most of them.
+class tst_window final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void screenIsSmall();
+    void largeWindowScrollsWithinTheScreen_data();
+    void largeWindowScrollsWithinTheScreen();
+    void everyControlOfALargeWindowIsReachedByTab_data();
+    void everyControlOfALargeWindowIsReachedByTab();
+    void focusThatMovesByItselfIsInView_data();
+    void focusThatMovesByItselfIsInView();
+    void windowThatFitsIsLeftAlone();
+    void windowShownAgainScrollsOnce();
+
+ private:
+    Window &open(const QString &layout);
+    static QScrollArea *area(const Window &window);
+    static bool isInView(const Window &window, const QWidget &control);
+
+    std::shared_ptr<platform::WindowController> controller_;
+};
+
+void tst_window::init() {
+    store::fill(store::seeded());
+    quizRun().random = [] { return 0U; };
+}
+
+void tst_window::cleanup() {
+    controller_.reset();
+    desk::clear();
+}
+
+Window &tst_window::open(const QString &layout) {
+    if (layout == u"MainMenu") {
+        controller_ = platform::makeController<MainMenu>(layout);
+    } else if (layout == u"MainTest") {
+        store::set(u"currentTest"_s, u"1"_s);
+        controller_ = platform::makeController<MainTest>(layout);
+    } else {
+        controller_ = platform::makeController<SettingsController>(layout);
+    }
+    controller_->showWindow();
+    controller_->window()->activateWindow();
+    if (!QTest::qWaitForWindowActive(controller_->window())) {
+        qFatal("The window does not become active");
+    }
+    QCoreApplication::processEvents();
+    return *controller_->window();
+}
+
+QScrollArea *tst_window::area(const Window &window) {
+    return qobject_cast<QScrollArea *>(window.centralWidget());
+}
+
+bool tst_window::isInView(const Window &window, const QWidget &control) {
+    const QWidget &view =
+        area(window) == nullptr ? *window.centralWidget() : *area(window)->viewport();
+    const QRect place(control.mapTo(&window, QPoint()), control.size());
+    const QRect seen(view.mapTo(&window, QPoint()), view.size());
+    return seen.contains(place);
+}
+
+void tst_window::screenIsSmall() {
+    // What follows means nothing elsewhere.
+    QCOMPARE(QGuiApplication::primaryScreen()->availableSize(), QSize(480, 360));
+}
+
+void tst_window::largeWindowScrollsWithinTheScreen_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::newRow("main menu") << u"MainMenu"_s;
+    QTest::newRow("quiz") << u"MainTest"_s;
+}
+
+void tst_window::largeWindowScrollsWithinTheScreen() {
+    QFETCH(const QString, layout);
+    Window &window = open(layout);
+    QVERIFY2(area(window) != nullptr, "the window does not scroll");
+    const QSize screen = window.screen()->availableSize();
+    QVERIFY2(window.width() < screen.width() && window.height() < screen.height(),
+             qPrintable(u"the window has %1 by %2 pixels, the screen %3 by %4"_s.arg(window.width())
+                            .arg(window.height())
+                            .arg(screen.width())
+                            .arg(screen.height())));
+    QVERIFY2(window.height() > screen.height() * 3 / 4,
+             qPrintable(u"the window has only %1 of the screen's %2 pixels"_s.arg(window.height())
+                            .arg(screen.height())));
+    const QWidget &content = *area(window)->widget();
+    QVERIFY2(content.width() >= content.minimumSizeHint().width() &&
+                 content.height() >= content.minimumSizeHint().height(),
+             "the content is squeezed");
+    QVERIFY(area(window)->verticalScrollBar()->maximum() > 0);
+    window.resize(1200, 1200);
+    QTRY_COMPARE(content.size(), area(window)->viewport()->size());
+    // Its edge would be a second frame, and Tab has nothing to do there.
+    QCOMPARE(area(window)->frameShape(), QFrame::NoFrame);
+    QCOMPARE(area(window)->focusPolicy(), Qt::NoFocus);
+}
+
+void tst_window::everyControlOfALargeWindowIsReachedByTab_data() {
+    largeWindowScrollsWithinTheScreen_data();
+}
+
+void tst_window::everyControlOfALargeWindowIsReachedByTab() {
+    QFETCH(const QString, layout);
+    Window &window = open(layout);
+    QSet<const QWidget *> missing;
+    for (const auto *button : window.findChildren<QAbstractButton *>()) {
+        if (button->isVisibleTo(&window) && button->isEnabled()) {
+            missing << button;
+        }
+    }
+    QVERIFY(missing.size() >= 3);
+    const qsizetype turns = 3 * missing.size();
+    for (qsizetype turn = 0; turn < turns; ++turn) {
+        QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+        const QWidget *focused = window.focusWidget();
+        QVERIFY(focused != nullptr);
+        if (const auto *button = qobject_cast<const QAbstractButton *>(focused)) {
+            QVERIFY2(isInView(window, *button),
+                     qPrintable(u"%1 has the focus out of view"_s.arg(button->objectName())));
+            missing.remove(button);
+        }
+    }
+    QStringList names;
+    for (const QWidget *control : missing) {
+        names << control->objectName();
+    }
+    QVERIFY2(names.isEmpty(), qPrintable(u"not reached: %1"_s.arg(names.join(u' '))));
+}
+
+void tst_window::focusThatMovesByItselfIsInView_data() {
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<QString>("focused");
+    QTest::newRow("first answer") << u"MainTest"_s << u"btnAnswer1"_s;
+    QTest::newRow("way on") << u"MainTest"_s << u"btnNextQuestion"_s;
+    QTest::newRow("quiz that comes next") << u"MainMenu"_s << u"btnQuiz7"_s;
+}
+
+void tst_window::focusThatMovesByItselfIsInView() {
+    QFETCH(const QString, layout);
+    QFETCH(const QString, focused);
+    for (int quiz = 1; quiz <= 6; ++quiz) {
+        store::set(u"quiz%1"_s.arg(quiz), u"3"_s);
+    }
+    Window &window = open(layout);
+    if (focused == u"btnNextQuestion") {
+        QTest::keyClick(window.windowHandle(), Qt::Key_A);
+    }
+    const QWidget &control = desk::control(&window, focused);
+    QTRY_COMPARE(window.focusWidget(), &control);
+    QCoreApplication::processEvents();
+    QVERIFY2(isInView(window, control),
+             qPrintable(u"%1 of %2 has the focus out of view: %3 down in a window of %4"_s
+                            .arg(focused, layout)
+                            .arg(control.mapTo(&window, QPoint()).y())
+                            .arg(window.height())));
+}
+
+void tst_window::windowThatFitsIsLeftAlone() {
+    QFont small = QApplication::font();
+    const QFont usual = small;
+    small.setPointSizeF(5);
+    QApplication::setFont(small);
+    Window &window = open(u"Settings"_s);
+    QApplication::setFont(usual);
+    QCOMPARE(area(window), nullptr);
+}
+
+void tst_window::windowShownAgainScrollsOnce() {
+    Window &window = open(u"MainMenu"_s);
+    const QWidget *content = area(window)->widget();
+    controller_->showWindow();
+    QCOMPARE(area(window)->widget(), content);
+}
+
+ZORVAN_TEST_MAIN(tst_window)
+#include "tst_window.moc"
