@@ -16,7 +16,7 @@ packages_tour=(
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 if [ "$(uname -s)" = Linux ]; then
-    packages_test+=("${packages_tour[@]}" python3-pytest weston qt6-wayland orca)
+    packages_test+=("${packages_tour[@]}" python3-pytest weston qt6-wayland orca qt6ct)
 fi
 
 # Installs those of the packages that are missing. Where that cannot be done it says what is

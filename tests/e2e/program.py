@@ -228,6 +228,31 @@ def extents(item):
     return (box.x, box.y, box.width, box.height) if box else None
 
 
+def view_of(item):
+    """The place in which `item` can be seen: what it stands in may scroll."""
+    around = ask(item.get_parent)
+    view = extents(around)
+    while around and ask(around.get_role) != Role.APPLICATION:
+        view = common(view, extents(around))
+        around = ask(around.get_parent)
+    return view
+
+
+def in_view(item):
+    return lies_within(extents(item), view_of(item))
+
+
+def lies_within(place, area):
+    return common(place, area) == place
+
+
+def common(a, b):
+    """What two rectangles have in common."""
+    left, top = max(a[0], b[0]), max(a[1], b[1])
+    right, bottom = min(a[0] + a[2], b[0] + b[2]), min(a[1] + a[3], b[1] + b[3])
+    return left, top, right - left, bottom - top
+
+
 def has(item, state):
     states = ask(item.get_state_set)
     return states is not None and states.contains(state)

@@ -185,6 +185,11 @@ class Display:
         self.run("xdotool", "mousemove", x, y, "click", 1)
         self._pause()
 
+    def turn_wheel(self, x, y, up=False):
+        """Turns the wheel of the mouse by one notch."""
+        self.run("xdotool", "mousemove", x, y, "click", 4 if up else 5)
+        self._pause()
+
     def press(self, *keys):
         """Types keys, such as "Tab" or "ctrl+q", into the window with the focus."""
         self.run("xdotool", "key", *keys)

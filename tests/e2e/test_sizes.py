@@ -7,7 +7,18 @@ from math import floor
 import pytest
 
 from learner import CLEAR, GREETING, QUIZZES
-from program import Role, State, ask, children, describe, extents, has, name_of
+from program import (
+    Role,
+    State,
+    ask,
+    children,
+    common,
+    describe,
+    extents,
+    has,
+    lies_within,
+    name_of,
+)
 from session import Display
 
 # Without the second variable the toolkit takes so many dots for a finer screen, and enlarges
@@ -157,17 +168,6 @@ def flaws(item, scrolls=False):
             yield f"{describe(one)} lies on {describe(other)}"
 
 
-def lies_within(place, area):
-    return common(place, area) == place
-
-
 def overlap(a, b):
     _, _, width, height = common(a, b)
     return width > 0 and height > 0
-
-
-def common(a, b):
-    """What two rectangles have in common."""
-    left, top = max(a[0], b[0]), max(a[1], b[1])
-    right, bottom = min(a[0] + a[2], b[0] + b[2]), min(a[1] + a[3], b[1] + b[3])
-    return left, top, right - left, bottom - top
