@@ -59,6 +59,12 @@ void Stage::paintRays(QPainter &painter) const {
                     ray * turn, turn / 2);
         light.closeSubpath();
     }
+    // Pictures have holes: nothing shines through.
+    for (const QWidget *part : findChildren<QWidget *>()) {
+        QPainterPath halo;
+        halo.addEllipse(part->geometry());
+        shape -= halo;
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(shape & light, theme::groundColor(palette(), theme::Ground::LitAccent));
 }
