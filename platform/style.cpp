@@ -61,10 +61,10 @@ void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
     theme::paintPanel(painter, button.palette, panel);
 }
 
-void drawLitRow(const QStyleOption &option, QPainter &painter) {
-    theme::Panel row = controlPanel(option, option.rect);
-    row.ground = theme::Ground::Lit;
-    theme::paintPanel(painter, option.palette, row);
+void drawGround(const QStyleOption &option, theme::Ground ground, QPainter &painter) {
+    theme::Panel panel = controlPanel(option, option.rect);
+    panel.ground = ground;
+    theme::paintPanel(painter, option.palette, panel);
 }
 
 void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
@@ -90,10 +90,8 @@ void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
 
 void drawMenuBarItem(const QStyleOptionMenuItem &item, QPainter &painter) {
     if (item.state.testFlag(QStyle::State_Selected)) {
-        theme::Panel panel = controlPanel(item, item.rect);
-        panel.ground = item.state.testFlag(QStyle::State_Sunken) ? theme::Ground::Pressed
-                                                                 : theme::Ground::Prominent;
-        theme::paintPanel(painter, item.palette, panel);
+        const bool open = item.state.testFlag(QStyle::State_Sunken);
+        drawGround(item, open ? theme::Ground::Pressed : theme::Ground::Prominent, painter);
     }
     painter.setPen(item.palette.color(QPalette::WindowText));
     painter.drawText(item.rect,
@@ -149,7 +147,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     // The style below would ask itself where the parts are.
     QStyleOptionButton part(*button);
     if (button->state.testFlag(State_MouseOver)) {
-        drawLitRow(*button, painter);
+        drawGround(*button, theme::Ground::Lit, painter);
     }
     part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
@@ -194,7 +192,6 @@ QRect Style::subElementRect(SubElement element, const QStyleOption *option,
                             const QWidget *widget) const {
     switch (element) {
         case SE_RadioButtonClickRect:
-        case SE_RadioButtonFocusRect:
             return option->rect;
         case SE_RadioButtonIndicator:
         case SE_RadioButtonContents:
@@ -250,7 +247,10 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, con
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
                        const QWidget *widget) const {
-    const double unit = widget == nullptr ? 0 : theme::unit(*widget);
+    if (widget == nullptr) {
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    const double unit = theme::unit(*widget);
     switch (metric) {
         case PM_ExclusiveIndicatorWidth:
         case PM_ExclusiveIndicatorHeight:

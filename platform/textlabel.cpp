@@ -24,17 +24,17 @@ struct TextLabel::Setting {
     double height = 0;
 
     void add(const QString &text, const QFont &font, const QTextOption &option, double leading,
-             QRectF place) {
+             double left, double room) {
         auto paragraph = std::make_unique<QTextLayout>(text, font);
         paragraph->setTextOption(option);
         paragraph->beginLayout();
         for (QTextLine line = paragraph->createLine(); line.isValid();
              line = paragraph->createLine()) {
-            line.setLineWidth(place.width());
+            line.setLineWidth(room);
             // Whole pixels: every line is as sharp as the first.
-            line.setPosition({place.x(), height});
+            line.setPosition({left, height});
             height += std::round(line.height() * leading);
-            width = qMax(width, place.x() + std::ceil(line.naturalTextWidth()));
+            width = qMax(width, left + std::ceil(line.naturalTextWidth()));
         }
         paragraph->endLayout();
         paragraphs.push_back(std::move(paragraph));
@@ -114,7 +114,7 @@ TextLabel::Setting TextLabel::typeset(double width) const {
 
     Setting setting;
     for (const QString &line : lines.first(firstOfCode)) {
-        setting.add(line, font(), option, leading_, QRectF(0, 0, width, 0));
+        setting.add(line, font(), option, leading_, 0, width);
     }
     if (firstOfCode < lines.size()) {
         const double side = theme::codeSideMargin * baseUnit();
@@ -122,8 +122,9 @@ TextLabel::Setting TextLabel::typeset(double width) const {
         setting.height += end;
         const double top = setting.height;
         setting.height += end;
+        const QFont code = codeFont();
         for (const QString &line : lines.sliced(firstOfCode)) {
-            setting.add(line, codeFont(), option, leading_, QRectF(side, 0, width - 2 * side, 0));
+            setting.add(line, code, option, leading_, side, width - 2 * side);
         }
         setting.height += end;
         setting.code = QRectF(0, top, width, setting.height - top);

@@ -3,6 +3,7 @@
 #include <array>
 
 #include <QBoxLayout>
+#include <QDialog>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGridLayout>
@@ -119,7 +120,7 @@ void setGaps(QLayout &layout, const Spacing &spacing, double unit) {
 
 void space(const QWidget &widget, double unit) {
     QLayout *layout = widget.layout();
-    const bool isDialog = widget.isWindow() && widget.inherits("QDialog");
+    const bool isDialog = qobject_cast<const QDialog *>(&widget) != nullptr;
     const Spacing *spacing =
         named(spacings, isDialog ? QVariant(u"window"_s) : widget.property("spacing"));
     if (spacing == nullptr || (qobject_cast<QBoxLayout *>(layout) == nullptr &&

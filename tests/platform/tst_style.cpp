@@ -90,6 +90,7 @@ class tst_style final : public QObject {
 
     void focusIsDrawnInTheAccentColour_data();
     void focusIsDrawnInTheAccentColour();
+    void sizesAreKnownWithoutAControl();
     void optionIsPressedAnywhereOnItsRow_data();
     void optionIsPressedAnywhereOnItsRow();
     void onlyTheOptionThatIsOnIsFilled();
@@ -170,6 +171,12 @@ void tst_style::focusIsDrawnInTheAccentColour() {
     other->setFocus();
     QCOMPARE(drawing::pixels(*focused, accent), 0);
     QVERIFY(drawing::pixels(*other, accent) > 0);
+}
+
+void tst_style::sizesAreKnownWithoutAControl() {
+    const QStyle &style = *QApplication::style();
+    QVERIFY(style.pixelMetric(QStyle::PM_ScrollBarExtent) > 0);
+    QVERIFY(style.pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) > 0);
 }
 
 void tst_style::optionIsPressedAnywhereOnItsRow_data() {
