@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 
+#include <QMap>
 #include <QSettings>
 #include <QString>
 
@@ -11,9 +11,9 @@ namespace platform {
 /// The user's preferences store: text under text keys, kept between runs. Nothing is cached:
 /// a read sees what another process wrote, a write is on the disk when it returns.
 ///
-/// A file that cannot be parsed is read as far as it goes and copied aside before it is written
-/// over; a store that cannot be written is kept in memory. Either is reported once, as a line on
-/// standard error.
+/// A file that cannot be parsed is read as far as it goes and kept aside before it is written
+/// over. What cannot be written is kept in memory, and tried again with every later write. Either
+/// is reported once, as a line on standard error.
 class Preferences final {
  public:
     Preferences();
@@ -27,12 +27,12 @@ class Preferences final {
     std::optional<QString> objectForKey(const QString &key);
 
  private:
-    void open();
-    /// Whether the file can be parsed; reports it once where it cannot.
-    bool checkParsable();
-    void keepAside() const;
+    /// Raises Exception with the reason where that cannot be done.
+    void writeToDisk();
 
-    std::unique_ptr<QSettings> settings_;
+    QSettings settings_;
+    /// What is not on the disk.
+    QMap<QString, QString> unwritten_;
     bool reportedUnparsable_ = false;
     bool reportedUnwritable_ = false;
 };

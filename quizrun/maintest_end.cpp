@@ -52,7 +52,10 @@ void MainTest::GameOver() {
     } else {
         defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
     }
-    defaults.setValueForKey(run.currentTestId, progressstore::currentTest);
+    // An id that was never there stays absent.
+    if (!run.currentTestId.isNull()) {
+        defaults.setValueForKey(run.currentTestId, progressstore::currentTest);
+    }
     showResults();
 }
 

@@ -33,6 +33,7 @@ class tst_quizend final : public QObject {
     void aFailLeavesThePassCountAlone();
     void withoutQuestionsARightAnswerPasses();
     void withoutQuestionsAWrongAnswerFails();
+    void anAbsentIdStaysAbsent();
     void theResultsAreHeldByTheQuiz();
     void endingAgainReplacesTheResults();
 
@@ -231,6 +232,18 @@ void tst_quizend::withoutQuestionsAWrongAnswerFails() {
     const QList<store::Write> expected{{u"currentStatus"_s, u"fail"_s}, {u"currentTest"_s, u"0"_s}};
     QCOMPARE(writesOfAnAttempt(u"0"_s, 1, 0), expected);
     QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 1);
+}
+
+void tst_quizend::anAbsentIdStaysAbsent() {
+    quizRun().questionOrder = QStringList{u"55"_s};
+    store::Contents wiped = store::seeded();
+    wiped.remove(u"currentTest"_s);
+    store::fill(wiped);
+    const auto quiz = platform::makeController<MainTest>(u"MainTest"_s);
+    quiz->showWindow();
+    quizdesk::answerQuestions(quiz->window(), 1, 1);
+    QCOMPARE(store::value(u"currentStatus"_s), u"pass");
+    QCOMPARE(store::value(u"currentTest"_s), std::nullopt);
 }
 
 void tst_quizend::theResultsAreHeldByTheQuiz() {

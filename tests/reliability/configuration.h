@@ -1,0 +1,133 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include <QByteArray>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+#include <QTemporaryDir>
+
+/// The store's file as a test sees it, in bytes: read without the program's code and without the
+/// toolkit's.
+using Contents = QMap<QByteArray, QByteArray>;
+using Entry = std::pair<QByteArray, QByteArray>;
+
+/// What the file holds after the first start.
+inline constexpr const char *seeded =
+    "[General]\ncurrentStatus=0\ncurrentTest=0\nfirstRun=false\nquiz1=0\nquiz2=0\nquiz3=0\nquiz4="
+    "0\n"
+    "quiz5=0\nquiz6=0\nquiz7=0\n";
+
+inline QByteArray asText(const Contents &contents) {
+    QByteArray text;
+    for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
+        text += entry.key() + '=' + *entry + '\n';
+    }
+    return text;
+}
+
+/// The entries that the program never writes, or none.
+inline QString forbiddenValues(const Contents &contents) {
+    const QMap<QByteArray, QByteArrayList> allowed{
+        {"currentTest", {"0", "1", "2", "3", "4", "5", "6", "7"}},
+        {"currentStatus", {"0", "pass", "fail"}},
+        {"timedQuizzes", {"yes", "no"}},
+        {"firstRun", {"false"}},
+    };
+    QStringList forbidden;
+    for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
+        const bool passCount = entry.key().size() == 5 && entry.key().startsWith("quiz") &&
+                               entry.key() >= "quiz1" && entry.key() <= "quiz7";
+        const QByteArrayList values =
+            passCount ? QByteArrayList{"0", "1", "2", "3"} : allowed.value(entry.key());
+        if (!values.contains(*entry)) {
+            forbidden << QString::fromUtf8(entry.key() + '=' + *entry);
+        }
+    }
+    return forbidden.join(u", ");
+}
+
+/// The entries of `expected` that the contents do not have, or none.
+inline QByteArray missing(const Contents &expected, const Contents &contents) {
+    Contents missing;
+    for (auto entry = expected.begin(); entry != expected.end(); ++entry) {
+        if (!contents.contains(entry.key()) || contents.value(entry.key()) != *entry) {
+            missing.insert(entry.key(), *entry);
+        }
+    }
+    return asText(missing);
+}
+
+/// A configuration home of its own; in memory where that can be, as nothing here turns the power
+/// off.
+class Configuration final {
+ public:
+    QString home() const { return home_.path(); }
+    /// A folder for the session, which may be missing.
+    QString runtime() const { return home_.filePath(QStringLiteral("runtime")); }
+    QString folder() const { return home_.filePath(QStringLiteral("Zorvan")); }
+    QString file() const { return home_.filePath(QStringLiteral("Zorvan/Zorvan.conf")); }
+
+    /// Writes a file of the program's folder, which is made where it is missing.
+    void write(const QByteArray &content, const QString &name) const {
+        QDir().mkpath(folder());
+        QFile target(folder() + u'/' + name);
+        if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size()) {
+            qFatal("%s cannot be written", qUtf8Printable(target.fileName()));
+        }
+    }
+    /// Writes the store.
+    void fill(const QByteArray &content) const { write(content, QStringLiteral("Zorvan.conf")); }
+
+    /// The store's bytes; none where it cannot be read.
+    QByteArray content() const {
+        QFile store(file());
+        return store.open(QIODevice::ReadOnly) ? store.readAll() : QByteArray();
+    }
+
+    /// The store's entries, or nothing where it is anything but one whole section of them.
+    std::optional<Contents> parsed() const {
+        QByteArrayList lines = content().split('\n');
+        if (lines.size() < 2 || lines.takeFirst() != "[General]" || lines.takeLast() != "") {
+            return std::nullopt;
+        }
+        Contents contents;
+        for (const QByteArray &line : lines) {
+            const qsizetype equals = line.indexOf('=');
+            if (equals < 1 || contents.contains(line.first(equals))) {
+                return std::nullopt;
+            }
+            contents.insert(line.first(equals), line.sliced(equals + 1));
+        }
+        return contents;
+    }
+    Contents contents() const { return parsed().value_or(Contents()); }
+
+    /// Every other file and folder below the configuration home, by its path from the program's.
+    QStringList filesBesideTheStore() const {
+        QStringList files;
+        QDirIterator all(home_.path(),
+                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            const QString path = QDir(folder()).relativeFilePath(all.next());
+            if (path != u"." && path != u"../runtime" && path != u"Zorvan.conf") {
+                files << path;
+            }
+        }
+        files.sort();
+        return files;
+    }
+
+ private:
+    static QString memory() {
+        const QString memory = QStringLiteral("/dev/shm");
+        return QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
+    }
+
+    QTemporaryDir home_{memory() + QStringLiteral("/zorvan-test-XXXXXX")};
+};

@@ -1,0 +1,41 @@
+#include <cstdio>
+
+#include "platform/application.h"
+#include "platform/levelindicator.h"
+#include "quizrun/quizrun.h"
+#include "resources/resources.h"
+#include "shell/appdelegate.h"
+#include "shell/controllertable.h"
+#include "shell/learner.h"
+#include "shell/mainmenu.h"
+#include "support/alerts.h"
+#include "support/desk.h"
+
+using namespace Qt::StringLiterals;
+
+/// Starts the program on whatever store there is, takes quiz 5 and passes it, and tells on standard
+/// output which alerts came and how often the main menu then says that it was passed.
+int main(int argc, char **argv) {
+    installResources();
+    fillControllerTable();
+    platform::Application application(argc, argv);
+    quizRun().random = [] { return 0U; };
+    AppDelegate delegate;
+    application.loadMainLayout(delegate);
+    // It dismisses those that come, whichever they are.
+    const Alerts alerts;
+
+    delegate.applicationDidFinishLaunching();
+    platform::Window *menu = desk::window(u"MainMenu"_s);
+    learner::press(menu, u"goTest5"_s);
+    learner::finishStructure(desk::window(u"MainTest"_s), true);
+    learner::press(menu, u"refreshProgress"_s);
+
+    for (const ShownAlert &alert : alerts.shown()) {
+        std::printf("alert: %s\n", qUtf8Printable(alert.message));
+    }
+    std::printf("passes of quiz 5: %.0f\n",
+                desk::control<platform::LevelIndicator>(menu, u"progressbarQuiz5"_s).doubleValue());
+    desk::clear();
+    return 0;
+}

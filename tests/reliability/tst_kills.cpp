@@ -1,0 +1,121 @@
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTest>
+#include <QThread>
+
+#include "reliability/configuration.h"
+#include "reliability/recording.h"
+
+using namespace Qt::StringLiterals;
+
+/// The store's writer is killed, over and over, while it records passes.
+class tst_kills final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void killsLoseNothing_data();
+    void killsLoseNothing();
+    void nextWriteClearsAwayWhatAKillLeft();
+    void killedNeighbourCostsTheOtherNothing();
+};
+
+void tst_kills::killsLoseNothing_data() {
+    QTest::addColumn<bool>("session");
+    QTest::newRow("in a session with a folder in memory") << true;
+    QTest::newRow("without one") << false;
+}
+
+void tst_kills::killsLoseNothing() {
+    QFETCH(const bool, session);
+    constexpr int kills = 500;
+    const quint32 seed = QRandomGenerator::global()->generate();
+    QRandomGenerator random(seed);
+    const Configuration configuration;
+    configuration.fill(seeded);
+    if (session) {
+        QVERIFY(QDir().mkdir(configuration.runtime()));
+    }
+    Contents announced = configuration.contents();
+
+    int inAWrite = 0;
+    int inAWriteThatLanded = 0;
+    int withLeftovers = 0;
+    int writes = 0;
+    qint64 slowest = 0;
+    for (int kill = 1; kill <= kills; ++kill) {
+        const QByteArray where =
+            "kill " + QByteArray::number(kill) + ", seed " + QByteArray::number(seed) + ": ";
+        Recording recording(configuration, 1000, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
+        // At any point of any write, also in the first one after the kill before.
+        recording.waitForLines(random.bounded(1, 12));
+        QThread::usleep(random.bounded(6000));
+        recording.kill();
+        slowest = qMax(slowest, recording.firstWrite().value_or(0));
+
+        QVERIFY2(recording.lost().isEmpty(), where + recording.lost().join(", "));
+        writes += static_cast<int>(recording.done().size());
+        for (const Entry &done : recording.done()) {
+            announced.insert(done.first, done.second);
+        }
+        const auto parsed = configuration.parsed();
+        QVERIFY2(parsed, where + configuration.content());
+        if (const auto due = recording.due()) {
+            ++inAWrite;
+            // It may have landed or not.
+            if (parsed->value(due->first) == due->second) {
+                inAWriteThatLanded += announced.value(due->first) == due->second ? 0 : 1;
+                announced.insert(due->first, due->second);
+            }
+        }
+        QVERIFY2(*parsed == announced,
+                 where + "\n" + configuration.content() + "but announced\n" + asText(announced));
+        QVERIFY2(forbiddenValues(*parsed).isEmpty(), where + forbiddenValues(*parsed).toUtf8());
+
+        const QStringList others = configuration.filesBesideTheStore();
+        withLeftovers += others.isEmpty() ? 0 : 1;
+        // One write's, whatever the number of kills.
+        QVERIFY2(others.size() <= 5, where + others.join(u", "_s).toUtf8());
+    }
+    qInfo(
+        "%d kills, %d of them within a write (%d landed), %d left something behind; %d writes were "
+        "announced, all are there; at most %lld ms from a start to its first write",
+        kills, inAWrite, inAWriteThatLanded, withLeftovers, writes, slowest);
+    QVERIFY(inAWrite > kills / 2);
+}
+
+void tst_kills::nextWriteClearsAwayWhatAKillLeft() {
+    const Configuration configuration;
+    configuration.fill(seeded);
+    QVERIFY(QDir(configuration.folder()).mkdir(u".writing"_s));
+    for (const char *file :
+         {".writing/1", ".writing/1.lock", ".writing/1.AbCdEf", ".Zorvan.conf.writing"}) {
+        configuration.write("[General]\nquiz1=3\n", QString::fromLatin1(file));
+    }
+    Recording recording(configuration, 1, {u"2"_s});
+    QVERIFY(recording.waitForEnd());
+    QCOMPARE(configuration.filesBesideTheStore(), QStringList());
+    QCOMPARE(configuration.contents().value("quiz1"), QByteArray("0"));
+    QCOMPARE(configuration.contents().value("quiz2"), QByteArray("1"));
+}
+
+void tst_kills::killedNeighbourCostsTheOtherNothing() {
+    const Configuration configuration;
+    configuration.fill(seeded);
+    Recording survivor(configuration, 200, {u"1"_s, u"2"_s, u"3"_s});
+    int kills = 0;
+    while (survivor.isRunning()) {
+        Recording neighbour(configuration, 1000, {u"4"_s, u"5"_s});
+        neighbour.waitForLines(1 + kills % 7);
+        QThread::usleep(static_cast<unsigned long>(kills % 10 * 500));
+        neighbour.kill();
+        ++kills;
+    }
+    QVERIFY(survivor.waitForEnd());
+    QCOMPARE(survivor.lost(), QByteArrayList());
+    QCOMPARE(survivor.done().size(), 600);
+    QCOMPARE(missing(survivor.lastOfEachQuiz(), configuration.contents()), QByteArray());
+    QVERIFY2(kills > 5, QByteArray::number(kills));
+}
+
+QTEST_GUILESS_MAIN(tst_kills)
+#include "tst_kills.moc"
