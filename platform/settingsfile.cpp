@@ -136,33 +136,40 @@ void writeNew(QFile &file, const QByteArray &content) {
     }
 }
 
-bool haveTheSameValues(const QSettings &one, const QSettings &other) {
-    const QStringList keys = one.allKeys();
-    const auto isTheSame = [&](const QString &key) {
+/// Whether the copy has the values, and whatever else the current settings have.
+bool isComplete(const QSettings &copy, const QSettings &current,
+                const QMap<QString, QString> &values) {
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (copy.value(value.key()) != *value) {
+            return false;
+        }
+    }
+    const QStringList keys = current.allKeys();
+    return std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
         // Junk can be read as a value without a key, which cannot be asked for.
-        return key.isEmpty() || one.value(key) == other.value(key);
-    };
-    return keys == other.allKeys() && std::all_of(keys.begin(), keys.end(), isTheSame);
+        return key.isEmpty() || values.contains(key) || copy.value(key) == current.value(key);
+    });
 }
 
-/// The content with the values in it.
-QByteArray edited(const QByteArray &content, const QMap<QString, QString> &values,
-                  const Workshop &workshop) {
+/// The content of that file with the values in it.
+QByteArray edited(const QByteArray &content, const QString &file,
+                  const QMap<QString, QString> &values, const Workshop &workshop) {
     const QString draft = workshop.newPath();
     QFile copy(draft);
     writeNew(copy, content);
     copy.close();
-    QSettings settings(draft, QSettings::IniFormat);
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        settings.setValue(value.key(), value.value());
+    {
+        QSettings settings(draft, QSettings::IniFormat);
+        for (auto value = values.begin(); value != values.end(); ++value) {
+            settings.setValue(value.key(), *value);
+        }
     }
-    settings.sync();
-
     // A QSettings that has met a broken line says nothing of what goes wrong after it, and on a
-    // full disk it takes half a file for a whole one.
+    // full disk it takes an empty file for a whole one.
     const QString finished = workshop.newPath();
     if (!QFile::rename(draft, finished) ||
-        !haveTheSameValues(settings, QSettings(finished, QSettings::IniFormat))) {
+        !isComplete(QSettings(finished, QSettings::IniFormat),
+                    QSettings(file, QSettings::IniFormat), values)) {
         throw Exception(u"A copy in %1 cannot be written"_s.arg(QFileInfo(draft).path()));
     }
     return read(finished);
@@ -279,7 +286,7 @@ std::optional<QString> write(const QString &path, const QMap<QString, QString> &
         fail(std::make_error_code(std::errc::permission_denied));
     }
     const QByteArray before = current.exists() ? read(file) : QByteArray();
-    const QByteArray after = edited(before, values, workshop);
+    const QByteArray after = edited(before, file, values, workshop);
     std::optional<QString> aside;
     if (losesLines(before, after, values)) {
         aside = keepAside(file, before);

@@ -36,6 +36,7 @@ class tst_preferences final : public QObject {
     void unparsableFileIsKeptAsideBeforeTheFirstWrite();
     void fileKeptAsideIsNeverReplaced();
     void fileThatBecomesUnparsableIsKeptAsideToo();
+    void fileThatIsBrokenAgainIsToldAgain();
     void unwritableStoreWarnsOnceAndGoesOnInMemory_data();
     void unwritableStoreWarnsOnceAndGoesOnInMemory();
     void standardUserDefaultsAreOneObject();
@@ -270,6 +271,20 @@ void tst_preferences::fileThatBecomesUnparsableIsKeptAsideToo() {
     QCOMPARE(otherFiles().size(), 1);
     QCOMPARE(content(u"Zorvan/"_s + otherFiles().first()), broken);
     QCOMPARE(standardError.lines().size(), 1);
+}
+
+void tst_preferences::fileThatIsBrokenAgainIsToldAgain() {
+    write("[General]\nquiz1=1\n[Broken\n");
+    StandardError standardError;
+    Preferences preferences;
+    preferences.setValueForKey(u"2"_s, u"quiz1"_s);
+    QCOMPARE(standardError.lines().size(), 1);
+    write("[General]\nquiz1=2\n[Broken again\n");
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+    QCOMPARE(standardError.lines().size(), 2);
+    QVERIFY2(standardError.lines().last().contains(u"Zorvan.conf.kept-2"),
+             qUtf8Printable(standardError.lines().last()));
+    QCOMPARE(otherFiles().size(), 2);
 }
 
 void tst_preferences::unwritableStoreWarnsOnceAndGoesOnInMemory_data() {

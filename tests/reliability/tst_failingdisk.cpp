@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The disk fails at that call, counted from one, of those that change something below `home`; with
-/// zero at none.
+/// The disk fails at that call, counted from one, of those that read or change something below
+/// `home`; with zero at none.
 struct Disk {
     std::string home;
     int failsAt = 0;
@@ -49,6 +49,13 @@ struct Disk {
     }
 } disk;
 
+/// What is neither the store nor kept on purpose, or nothing.
+QByteArray leftovers(const Configuration &configuration) {
+    QStringList files = configuration.filesBesideTheStore();
+    files.removeAll(QStringLiteral("Zorvan.conf.kept-1"));
+    return files.join(u' ').toUtf8();
+}
+
 template <class Function>
 Function *original(const char *name) {
     return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
@@ -63,6 +70,12 @@ ssize_t write(int descriptor, const void *bytes, size_t size) {
     return disk.fails("write", descriptor)
                ? -1
                : original<decltype(write)>("write")(descriptor, bytes, size);
+}
+
+ssize_t read(int descriptor, void *bytes, size_t size) {
+    return disk.fails("read", descriptor)
+               ? -1
+               : original<decltype(read)>("read")(descriptor, bytes, size);
 }
 
 int fdatasync(int descriptor) {
@@ -109,6 +122,7 @@ class tst_failingdisk final : public QObject {
 
     void failureAtAnyStepLosesNothing_data();
     void failureAtAnyStepLosesNothing();
+    void eachTimeOfTroubleIsToldOnce();
     void fileIsOnTheDiskBeforeItHasItsName();
 };
 
@@ -154,14 +168,13 @@ void tst_failingdisk::failureAtAnyStepLosesNothing() {
         if (written && before.contains("[Broken")) {
             QVERIFY2(configuration.filesBesideTheStore().contains(u"Zorvan.conf.kept-1"_s), where);
         }
+        QVERIFY2(leftovers(configuration).isEmpty(), where + leftovers(configuration));
 
         // The next write makes up for it.
         preferences.setValueForKey(u"3"_s, u"quiz2"_s);
         QVERIFY2(configuration.content().contains("quiz1=2\n"), where + configuration.content());
         QVERIFY2(configuration.content().contains("quiz2=3\n"), where + configuration.content());
-        QStringList others = configuration.filesBesideTheStore();
-        others.removeAll(u"Zorvan.conf.kept-1"_s);
-        QVERIFY2(others.isEmpty(), where + others.join(u' ').toUtf8());
+        QVERIFY2(leftovers(configuration).isEmpty(), where + leftovers(configuration));
         if (!failed) {
             break;
         }
@@ -169,6 +182,24 @@ void tst_failingdisk::failureAtAnyStepLosesNothing() {
     }
     // To make the new file, to fill it, to bring it to the disk, to name it.
     QVERIFY2(failures >= 4, QByteArray::number(failures));
+}
+
+void tst_failingdisk::eachTimeOfTroubleIsToldOnce() {
+    const Configuration configuration;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configuration.home());
+    StandardError standardError;
+    platform::Preferences preferences;
+    const auto write = [&](bool fails) {
+        // The folder for what is not finished yet cannot be made.
+        disk = {.home = configuration.home().toStdString(), .failsAt = fails ? 2 : 0, .error = EIO};
+        preferences.setValueForKey(u"2"_s, u"quiz1"_s);
+        disk = {};
+        return standardError.lines().size();
+    };
+    QCOMPARE(write(true), 1);
+    QCOMPARE(write(true), 1);
+    QCOMPARE(write(false), 1);
+    QCOMPARE(write(true), 2);
 }
 
 void tst_failingdisk::fileIsOnTheDiskBeforeItHasItsName() {
