@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
 
 #include "platform/accessibility.h"
 #include "platform/actions.h"
@@ -65,8 +66,13 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
 }
 
 Application::~Application() {
-    // Controllers let go of at the very end are still waiting to be freed.
-    sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // Controllers let go of at the very end are still waiting to be freed, and what they held after
+    // them.
+    for (qsizetype before = -1, left = topLevelWidgets().size(); left != before;) {
+        before = left;
+        sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        left = topLevelWidgets().size();
+    }
 }
 
 Application &Application::shared() {
@@ -205,14 +211,16 @@ bool Application::event(QEvent *event) {
 }
 
 bool Application::everyWindowAgreesToClose() {
-    QList<QPointer<Window>> windows;
-    for (QWidget *widget : topLevelWidgets()) {
-        if (auto *window = qobject_cast<Window *>(widget); window != nullptr) {
-            windows << window;
+    // In the order in which they were opened, which topLevelWidgets() does not keep. Some may go
+    // while others are asked.
+    const QWindowList opened = topLevelWindows();
+    const QList<QPointer<QWindow>> handles(opened.begin(), opened.end());
+    for (const QPointer<QWindow> &handle : handles) {
+        if (!handle || !handle->isVisible()) {
+            continue;
         }
-    }
-    for (const QPointer<Window> &window : windows) {
-        if (window && window->isVisible() && !window->mayClose()) {
+        auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()));
+        if (window != nullptr && !window->mayClose()) {
             return false;
         }
     }

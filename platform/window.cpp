@@ -70,8 +70,12 @@ void Window::fitToScreen() {
         bar->setAccessibleName(windowTitle());
     }
     // The area does so by itself only for a focus that Tab moves.
-    connect(qApp, &QApplication::focusChanged, area,
-            [area](QWidget *, QWidget *focus) { scrollTo(*area, focus); });
+    connect(qApp, &QApplication::focusChanged, area, [area](QWidget *, QWidget *focus) {
+        // A control that is freed gives the focus to none, when the area may have gone before it.
+        if (focus != nullptr) {
+            scrollTo(*area, focus);
+        }
+    });
     const QSize bars(area->verticalScrollBar()->sizeHint().width(),
                      area->horizontalScrollBar()->sizeHint().height());
     resize((needed + bars).boundedTo(room));

@@ -1,3 +1,6 @@
+#include <utility>
+
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -33,6 +36,7 @@ class tst_window final : public QObject {
     void focusThatMovesByItselfIsInView();
     void windowThatFitsIsLeftAlone();
     void windowShownAgainScrollsOnce();
+    void windowFreedWithTheFocusScrollsNoMore();
 
  private:
     Window &open(const QString &layout);
@@ -193,6 +197,22 @@ void tst_window::windowShownAgainScrollsOnce() {
     const QWidget *content = area(window)->widget();
     controller_->showWindow();
     QCOMPARE(area(window)->widget(), content);
+}
+
+void tst_window::windowFreedWithTheFocusScrollsNoMore() {
+    const QPointer<Window> older = &open(u"MainTest"_s);
+    const auto first = std::exchange(controller_, nullptr);
+    const QPointer<Window> newer = &open(u"MainMenu"_s);
+    QVERIFY(area(*newer)->isAncestorOf(QApplication::focusWidget()));
+    older->activateWindow();
+    controller_->close();
+    first->close();
+    controller_.reset();
+    // Before the event loop hears that no window has the focus. What went wrong here showed under
+    // the sanitizers only.
+    desk::freeUnused();
+    QVERIFY(!newer);
+    QVERIFY(QApplication::focusWidget() == nullptr);
 }
 
 ZORVAN_TEST_MAIN(tst_window)

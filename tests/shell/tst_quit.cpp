@@ -141,7 +141,9 @@ void tst_quit::oneNoOfTwoQuizzesCancelsQuit() {
     QCOMPARE(result, eventloop::StillRunning);
     QVERIFY(menu->isVisible());
     QVERIFY(program_->delegate->theHelp->window()->isVisible());
+    // The one that was opened first was asked first.
     QCOMPARE(desk::windows(u"MainTest"_s).size(), 1);
+    QCOMPARE(desk::window(u"MainTest"_s)->windowTitle(), u"Syntax"_s);
 }
 
 void tst_quit::closingTheWayBackEndsTheProgram() {
