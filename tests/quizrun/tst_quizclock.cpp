@@ -1,43 +1,20 @@
-#include <dlfcn.h>
-
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
-#include <QTimerEvent>
 
 #include "progress/quizcomplete.h"
 #include "quizrun/quizdesk.h"
 #include "support/alerts.h"
+#include "support/clocks.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QList<QPointer<QTimer>> startedTimers;
-
-/// The toolkit's timers that tick once a second, over and over.
-QList<QTimer *> runningClocks() {
-    QList<QTimer *> running;
-    for (const QPointer<QTimer> &timer : startedTimers) {
-        if (timer && timer->isActive() && !timer->isSingleShot() && timer->interval() == 1000) {
-            running << timer;
-        }
-    }
-    return running;
-}
-
-/// A second goes by: the event loop delivers what the running clocks have coming.
-void passSecond() {
-    for (QTimer *clock : runningClocks()) {
-        QTimerEvent tick(clock->timerId());
-        QCoreApplication::sendEvent(clock, &tick);
-    }
-}
-
 void passSeconds(int seconds) {
     for (int second = 0; second < seconds; ++second) {
-        passSecond();
+        clocks::passSecond();
     }
 }
 
@@ -46,14 +23,6 @@ QString timeShown(const MainTest &quiz) {
 }
 
 }  // namespace
-
-// Stands in front of the toolkit's own function, so that a second need not be waited for.
-void QTimer::start(int msec) {
-    using Start = void (*)(QTimer *, int);
-    static const auto original = reinterpret_cast<Start>(dlsym(RTLD_NEXT, "_ZN6QTimer5startEi"));
-    startedTimers << this;
-    original(this, msec);
-}
 
 class tst_quizclock final : public QObject {
     Q_OBJECT
@@ -95,8 +64,7 @@ void tst_quizclock::init() {
 
 void tst_quizclock::cleanup() {
     desk::clear();
-    QVERIFY(runningClocks().isEmpty());
-    startedTimers.clear();
+    QVERIFY(clocks::running().isEmpty());
     QVERIFY(alerts_->verify());
 }
 
@@ -122,7 +90,7 @@ void tst_quizclock::everyQuizStartsWithItsTime() {
     QVERIFY(desk::isShown(quiz->window(), u"lblTimeLeftLabel"_s));
     QCOMPARE(timeShown(*quiz), quizdesk::layoutText(u"lblTimeLeft"_s));
     QVERIFY(quizRun().quizTimer && quizRun().quizTimer->isValid());
-    QCOMPARE(runningClocks().size(), 1);
+    QCOMPARE(clocks::running().size(), 1);
 }
 
 void tst_quizclock::everyQuizCountsDownAndEndsTwoTicksAfterZero_data() {
@@ -165,7 +133,7 @@ void tst_quizclock::syntaxReadsFourMinutesAfterFourSeconds() {
     const auto quiz = quizdesk::openTimed(u"6"_s);
     passSeconds(4);
     QCOMPARE(timeShown(*quiz), u"4:00");
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"3:59");
 }
 
@@ -173,7 +141,7 @@ void tst_quizclock::minutesStandAsTheyAre() {
     const auto quiz = quizdesk::openTimed(u"1"_s);
     quizRun().minutesLeft = 12;
     quizRun().secondsLeft = 10;
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"12:09");
 }
 
@@ -198,7 +166,7 @@ void tst_quizclock::onlyYesMakesAQuizTimed() {
     QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeft"_s));
     QVERIFY(!desk::isShown(quiz->window(), u"lblTimeLeftLabel"_s));
     QVERIFY(!quizRun().quizTimer);
-    QVERIFY(runningClocks().isEmpty());
+    QVERIFY(clocks::running().isEmpty());
 }
 
 void tst_quizclock::anUntimedQuizEndsWithoutAClock() {
@@ -213,31 +181,31 @@ void tst_quizclock::anUntimedQuizEndsWithoutAClock() {
 
 void tst_quizclock::theClockRunsOnTheEventLoop() {
     const auto quiz = quizdesk::openTimed(u"1"_s);
-    QCOMPARE(runningClocks().size(), 1);
-    passSecond();
+    QCOMPARE(clocks::running().size(), 1);
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"3:32");
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"3:31");
 
     // What the learner does meanwhile makes no difference.
     quizdesk::answerRight(quiz->window());
-    passSecond();
+    clocks::passSecond();
     quizdesk::goOn(quiz->window());
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"3:29");
 }
 
 void tst_quizclock::noSecondPassesWhileAnAlertIsUp() {
     const auto quiz = quizdesk::openTimed(u"1"_s);
-    passSecond();
+    clocks::passSecond();
     alerts_->answer(u"No"_s, [&] {
         passSeconds(2);
         quizRun().quizTimer->fire();
     });
     quiz->window()->close();
     QCOMPARE(timeShown(*quiz), u"3:32");
-    QCOMPARE(runningClocks().size(), 1);
-    passSecond();
+    QCOMPARE(clocks::running().size(), 1);
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), u"3:31");
 }
 
@@ -300,7 +268,7 @@ void tst_quizclock::theClockHasGoneBeforeTimeIsUpIsSaid() {
     alerts_->answer(u"OK"_s, [&] {
         looked = true;
         QVERIFY(!quizRun().quizTimer);
-        QVERIFY(runningClocks().isEmpty());
+        QVERIFY(clocks::running().isEmpty());
         QVERIFY(quiz->window()->isVisible());
         QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
         QCOMPARE(store::value(u"currentStatus"_s), u"0");
@@ -319,14 +287,14 @@ void tst_quizclock::anUnknownQuizFailsAtTheSecondTick() {
     const auto quiz = quizdesk::openTimed(u"0"_s);
     QCOMPARE(quizRun().minutesLeft, 0);
     QCOMPARE(quizRun().secondsLeft, 0);
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*quiz), quizdesk::layoutText(u"lblTimeLeft"_s));
     QCOMPARE(quizRun().minutesLeft, -1);
     QVERIFY(quiz->window()->isVisible());
 
     alerts_->answer(u"OK"_s);
     store::forgetWrites();
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(alerts_->messages(), QStringList{u"The time is up for this test."_s});
     QCOMPARE(store::writes(), (QList<store::Write>{{u"currentStatus"_s, u"fail"_s}}));
     QVERIFY(!quiz->window()->isVisible());
@@ -335,11 +303,11 @@ void tst_quizclock::anUnknownQuizFailsAtTheSecondTick() {
 void tst_quizclock::theEndOfTheQuizStopsTheClock() {
     const auto quiz = quizdesk::openTimed(u"5"_s);
     quizdesk::answerQuestions(quiz->window(), 6, 6);
-    QCOMPARE(runningClocks().size(), 1);
+    QCOMPARE(clocks::running().size(), 1);
     quizdesk::goOn(quiz->window());
     quizdesk::answerRight(quiz->window());
     QVERIFY(!quizRun().quizTimer);
-    QVERIFY(runningClocks().isEmpty());
+    QVERIFY(clocks::running().isEmpty());
     QCOMPARE(store::value(u"currentStatus"_s), u"pass");
 }
 
@@ -349,7 +317,7 @@ void tst_quizclock::aNewTimedQuizStartsAfresh() {
     quizdesk::answerQuestions(first->window(), 7, 7);
     const auto second = quizdesk::openTimed(u"5"_s);
     QCOMPARE(timeShown(*second), quizdesk::layoutText(u"lblTimeLeft"_s));
-    passSecond();
+    clocks::passSecond();
     QCOMPARE(timeShown(*second), u"1:45");
     QCOMPARE(timeShown(*first), u"1:26");
 }

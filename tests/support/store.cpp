@@ -55,7 +55,8 @@ std::optional<QString> value(const QString &key) {
 
 void fill(const Contents &contents) {
     QDir().mkpath(QFileInfo(path()).path());
-    // A change of size or of time is what tells the program that the file is another one.
+    // A change of size or of time is what tells the program that the file is another one. Values
+    // that are shorter by a letter or two must not make up for the steps of this one.
     static int generation = 0;
     QSaveFile file(path());
     if (!file.open(QIODevice::WriteOnly)) {
@@ -65,7 +66,7 @@ void fill(const Contents &contents) {
     for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
         text += entry.key().toUtf8() + '=' + entry.value().toUtf8() + '\n';
     }
-    text += QByteArray(++generation, '\n');
+    text += QByteArray(generation += 8, '\n');
     file.write(text);
     if (!file.commit()) {
         qFatal("The store cannot be filled");

@@ -1,0 +1,212 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <mutex>
+#include <unordered_set>
+
+#include <QCoreApplication>
+#include <QMap>
+#include <QObject>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "content/shuffle.h"
+#include "platform/application.h"
+#include "platform/windowcontroller.h"
+#include "progress/progress.h"
+#include "progress/quizcomplete.h"
+#include "quizrun/maintest.h"
+#include "quizrun/quizrun.h"
+#include "resources/resources.h"
+#include "shell/appdelegate.h"
+#include "shell/controllertable.h"
+#include "shell/eventloop.h"
+#include "shell/help.h"
+#include "shell/mainmenu.h"
+#include "shell/settingscontroller.h"
+#include "support/desk.h"
+#include "support/store.h"
+
+/// The toolkit calls whoever stands in this table as objects come and go.
+extern quintptr Q_CORE_EXPORT qtHookData[];
+
+/// Every object of the toolkit that lives.
+class LiveObjects final {
+ public:
+    /// To be called before the first object is made.
+    static void watch() {
+        constexpr int addHook = 3;
+        constexpr int removeHook = 4;
+        qtHookData[addHook] = reinterpret_cast<quintptr>(&added);
+        qtHookData[removeHook] = reinterpret_cast<quintptr>(&removed);
+    }
+
+    template <class Class>
+    static QList<Class *> all() {
+        QList<Class *> found;
+        const std::lock_guard guard(mutex());
+        for (QObject *object : objects()) {
+            if (auto *wanted = qobject_cast<Class *>(object)) {
+                found << wanted;
+            }
+        }
+        return found;
+    }
+
+    /// How many there are of each class.
+    static QMap<QByteArray, int> byClass() {
+        QMap<QByteArray, int> counts;
+        const std::lock_guard guard(mutex());
+        for (const QObject *object : objects()) {
+            ++counts[object->metaObject()->className()];
+        }
+        return counts;
+    }
+
+ private:
+    static void added(QObject *object) {
+        const std::lock_guard guard(mutex());
+        objects().insert(object);
+    }
+    static void removed(QObject *object) {
+        const std::lock_guard guard(mutex());
+        objects().erase(object);
+    }
+
+    // Neither is ever freed: objects go until the very end of the process.
+    static std::unordered_set<QObject *> &objects() {
+        static auto &objects = *new std::unordered_set<QObject *>;
+        return objects;
+    }
+    static std::mutex &mutex() {
+        static auto &mutex = *new std::mutex;
+        return mutex;
+    }
+};
+
+/// What the process writes through the C library's `stderr`, held back from the terminal. What a
+/// sanitizer writes goes there all the same.
+class WrittenErrors final {
+ public:
+    WrittenErrors() : terminal_(stderr) { open(); }
+    ~WrittenErrors() {
+        close();
+        stderr = terminal_;
+    }
+    WrittenErrors(const WrittenErrors &) = delete;
+    WrittenErrors &operator=(const WrittenErrors &) = delete;
+
+    FILE *terminal() const { return terminal_; }
+
+    /// The lines since the last call.
+    QStringList take() {
+        std::fflush(stderr);
+        if (size_ == 0) {
+            return {};
+        }
+        const QString text = QString::fromUtf8(buffer_, qsizetype(size_));
+        close();
+        open();
+        return text.split(u'\n', Qt::SkipEmptyParts);
+    }
+
+ private:
+    void open() { stderr = open_memstream(&buffer_, &size_); }
+    void close() {
+        std::fclose(stderr);
+        std::free(buffer_);
+    }
+
+    FILE *terminal_;
+    char *buffer_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+/// The program as its main function makes it, before its first window. One after the other may
+/// live in a process.
+class LiveProgram final {
+ public:
+    explicit LiveProgram(content::RandomSource random) {
+        quizRun().random = std::move(random);
+        application_.loadMainLayout(*delegate_);
+    }
+    ~LiveProgram() {
+        delegate_.reset();
+        // With the process it would end here.
+        quizRun() = QuizRun();
+    }
+    LiveProgram(const LiveProgram &) = delete;
+    LiveProgram &operator=(const LiveProgram &) = delete;
+
+    AppDelegate &delegate() { return *delegate_; }
+
+    /// The controllers that somebody has a use for: those on screen and those that a property of
+    /// theirs holds.
+    QSet<platform::WindowController *> used(const QList<platform::WindowController *> &live) const {
+        QSet<platform::WindowController *> used;
+        add(used, delegate_->theMainMenu.get());
+        add(used, delegate_->theSettings.get());
+        add(used, delegate_->theMainTest.get());
+        add(used, delegate_->theHelp.get());
+        for (platform::WindowController *controller : live) {
+            if (controller->window() != nullptr && controller->window()->isVisible()) {
+                add(used, controller);
+            }
+        }
+        return used;
+    }
+
+ private:
+    static void add(QSet<platform::WindowController *> &used,
+                    platform::WindowController *controller) {
+        if (controller == nullptr || used.contains(controller)) {
+            return;
+        }
+        used << controller;
+        if (const auto *menu = qobject_cast<const MainMenu *>(controller)) {
+            add(used, menu->theTestScreen.get());
+            add(used, menu->settingsController.get());
+            add(used, menu->progressController.get());
+        } else if (const auto *quiz = qobject_cast<const MainTest *>(controller)) {
+            add(used, quiz->quizComplete.get());
+        }
+    }
+
+    int argc_ = 1;
+    char name_[7] = "zorvan";
+    char *argv_[2] = {name_, nullptr};
+    platform::Application application_{argc_, argv_};
+    std::unique_ptr<AppDelegate> delegate_ = std::make_unique<AppDelegate>();
+};
+
+namespace liveprogram {
+
+/// Offscreen, unless it is asked to be seen, and on a store of its own. The small screen is one
+/// that no window fits on.
+inline void chooseScreen(bool small) {
+    static const bool asked = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    if (!asked) {
+        qputenv("QT_QPA_PLATFORM", small ? "offscreen:configfile=" SCREENS "/smallscreen.json"
+                                         : "offscreen:configfile=" SCREENS "/screen.json");
+    }
+}
+
+/// A command line, before there is an application.
+inline QStringList arguments(int argc, char **argv) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments << QString::fromLocal8Bit(argv[i]);
+    }
+    return arguments;
+}
+
+/// Frees what nobody holds any more, and what that held.
+inline void settle() {
+    for (int depth = 0; depth < 4; ++depth) {
+        QCoreApplication::processEvents();
+        desk::freeUnused();
+    }
+}
+
+}  // namespace liveprogram

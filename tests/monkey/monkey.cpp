@@ -1,0 +1,58 @@
+#include <QCommandLineParser>
+#include <QRandomGenerator>
+
+#include "monkey/walk.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Nothing but what the offscreen screen always says may come from the toolkit.
+void toolkitSays(QtMsgType type, const QMessageLogContext &, const QString &message) {
+    if (type == QtFatalMsg) {
+        std::fprintf(stdout, "%s\n", qUtf8Printable(message));
+        std::fflush(stdout);
+    } else if (!message.startsWith(u"This plugin does not support ")) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+    }
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    const QCommandLineOption seedOption(u"seed"_s, u"Replays the walk of that number."_s, u"N"_s,
+                                        QString::number(QRandomGenerator::global()->generate()));
+    const QCommandLineOption stepsOption(u"steps"_s, u"How many steps to take."_s, u"N"_s,
+                                         u"20000"_s);
+    const QCommandLineOption verboseOption(u"verbose"_s, u"Says each step as it is taken."_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Uses the program at random and looks after what must hold."_s);
+    parser.addHelpOption();
+    parser.addOptions({seedOption, stepsOption, verboseOption});
+    parser.process(liveprogram::arguments(argc, argv));
+    const quint32 seed = parser.value(seedOption).toUInt();
+    const int steps = parser.value(stepsOption).toInt();
+
+    std::printf("monkey --seed %u --steps %d\n", seed, steps);
+    std::fflush(stdout);
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    platform::provideRuntimeFolder();
+    installResources();
+    fillControllerTable();
+    LiveObjects::watch();
+    qInstallMessageHandler(toolkitSays);
+
+    Walk walk(seed, steps, parser.isSet(verboseOption));
+    walk.run();
+    // A walk of that length comes by everything.
+    constexpr int longWalk = 20000;
+    const QStringList missing = steps < longWalk ? QStringList() : walk.account().missing();
+    std::printf("%s", qUtf8Printable(walk.summary()));
+    if (!missing.isEmpty()) {
+        std::printf("Never reached: %s\n", qUtf8Printable(missing.join(u"; "_s)));
+    }
+    std::printf("digest %s\n", qUtf8Printable(walk.digest()));
+    return missing.isEmpty() ? 0 : 1;
+}

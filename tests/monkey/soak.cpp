@@ -1,0 +1,277 @@
+#include <array>
+#include <malloc.h>
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QPointer>
+#include <QTest>
+
+#include "content/catalogue.h"
+#include "monkey/liveprogram.h"
+#include "shell/learner.h"
+#include "support/alerts.h"
+#include "support/clocks.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Window;
+
+namespace {
+
+enum class Ending { Pass, Fail, TimeOut, Abandon };
+
+struct Attempt {
+    bool timed;
+    bool fromMenuBar;
+    Ending ending;
+};
+
+/// One for each quiz.
+constexpr std::array<Attempt, content::quizzes.size()> attempts{{
+    {.timed = false, .fromMenuBar = false, .ending = Ending::Pass},
+    {.timed = false, .fromMenuBar = true, .ending = Ending::Fail},
+    {.timed = true, .fromMenuBar = false, .ending = Ending::Pass},
+    {.timed = true, .fromMenuBar = true, .ending = Ending::TimeOut},
+    {.timed = true, .fromMenuBar = false, .ending = Ending::Abandon},
+    {.timed = true, .fromMenuBar = true, .ending = Ending::Fail},
+    {.timed = false, .fromMenuBar = false, .ending = Ending::Pass},
+}};
+
+struct Memory {
+    /// With its share of what other processes use too, such as the toolkit's own code.
+    double proportionalKiB = 0;
+    /// Of this process alone.
+    double privateKiB = 0;
+    double allocatedKiB = double(mallinfo2().uordblks) / 1024;
+};
+
+Memory memory() {
+    Memory memory;
+    QFile rollup(u"/proc/self/smaps_rollup"_s);
+    if (rollup.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : rollup.readAll().split('\n')) {
+            const double amount = line.simplified().split(' ').value(1).toDouble();
+            if (line.startsWith("Pss:")) {
+                memory.proportionalKiB = amount;
+            } else if (line.startsWith("Private_Dirty:")) {
+                memory.privateKiB = amount;
+            }
+        }
+    }
+    return memory;
+}
+
+/// A learner who takes one quiz after the other.
+class Soak final {
+ public:
+    explicit Soak(LiveProgram &program) : program_(program) {
+        program_.delegate().applicationDidFinishLaunching();
+    }
+
+    /// Takes the next quiz. Its results and the menus stay open where that is asked for.
+    void takeQuiz(bool keepOpen);
+    static int openWindows();
+
+ private:
+    static Window *newest(const QString &layout);
+    void look(const Attempt &attempt);
+    static void answerAll(const Window *quiz, bool rightly);
+
+    LiveProgram &program_;
+    int taken_ = 0;
+};
+
+int Soak::openWindows() {
+    int open = 0;
+    for (const Window *window : LiveObjects::all<Window>()) {
+        open += window->isVisible() ? 1 : 0;
+    }
+    return open;
+}
+
+/// The one that was opened last.
+Window *Soak::newest(const QString &layout) {
+    Window *newest = nullptr;
+    for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
+        auto *window =
+            handle->isVisible() ? qobject_cast<Window *>(QWidget::find(handle->winId())) : nullptr;
+        if (window != nullptr && window->objectName() == layout) {
+            newest = window;
+        }
+    }
+    if (newest == nullptr) {
+        qFatal("No window \"%s\" is open", qUtf8Printable(layout));
+    }
+    return newest;
+}
+
+/// What a learner looks at between two quizzes.
+void Soak::look(const Attempt &attempt) {
+    const Window *menu = newest(u"MainMenu"_s);
+    learner::press(menu, u"showPreferences"_s);
+    Window *settings = newest(u"Settings"_s);
+    learner::press(settings, attempt.timed ? u"yesTimeSelected"_s : u"noTimeSelected"_s);
+    settings->close();
+    learner::press(menu, u"showProgress"_s);
+    newest(u"progress"_s)->close();
+    learner::pick(menu, u"ShowHelp"_s);
+    learner::press(newest(u"Help"_s), u"closeHelp"_s);
+}
+
+void Soak::answerAll(const Window *quiz, bool rightly) {
+    for (int left = quizRun().questionCount; left > 0; --left) {
+        const int right = quizRun().correctAnswerNumber;
+        const int answer = rightly ? right : right == 1 ? 2 : 1;
+        desk::click(quiz, u"btnAnswer%1"_s.arg(answer));
+        if (left > 1) {
+            desk::click(quiz, u"btnNextQuestion"_s);
+        }
+    }
+}
+
+void Soak::takeQuiz(bool keepOpen) {
+    const std::size_t turn = std::size_t(taken_++) % attempts.size();
+    const Attempt &attempt = attempts.at(turn);
+    const QString number = QString::number(turn + 1);
+    Window *menu = newest(u"MainMenu"_s);
+    look(attempt);
+
+    Alerts alerts;
+    if (attempt.fromMenuBar) {
+        learner::pick(menu, u"GoTest"_s + number);
+    } else {
+        learner::press(menu, u"goTest"_s + number);
+    }
+    Window *quiz = newest(u"MainTest"_s);
+    bool ends = true;
+    switch (attempt.ending) {
+        case Ending::Pass:
+        case Ending::Fail:
+            answerAll(quiz, attempt.ending == Ending::Pass);
+            break;
+        case Ending::TimeOut:
+            alerts.answer(u"OK"_s);
+            while (!clocks::running().isEmpty()) {
+                clocks::passSecond();
+            }
+            break;
+        case Ending::Abandon:
+            alerts.answer(u"Yes"_s);
+            quiz->close();
+            ends = false;
+            break;
+    }
+    if (!alerts.verify()) {
+        qFatal("An attempt did not go as it should");
+    }
+    if (ends && !keepOpen) {
+        newest(u"QuizComplete"_s)->close();
+        menu->close();
+    }
+    liveprogram::settle();
+    // Of these the test keeps a list.
+    store::forgetWrites();
+}
+
+/// The classes of which there are not as many as there were.
+QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArray, int> &now) {
+    QStringList differences;
+    QMap<QByteArray, int> both = before;
+    both.insert(now);
+    for (const QByteArray &name : both.keys()) {
+        if (before.value(name) != now.value(name)) {
+            differences << u"%1: %2, wanted %3"_s.arg(QString::fromLatin1(name))
+                               .arg(now.value(name))
+                               .arg(before.value(name));
+        }
+    }
+    return differences;
+}
+
+int total(const QMap<QByteArray, int> &counts) {
+    int total = 0;
+    for (const int count : counts) {
+        total += count;
+    }
+    return total;
+}
+
+int measureOpenWindows(Soak &soak, int keepOpen) {
+    const int windows = Soak::openWindows();
+    const Memory before = memory();
+    for (int attempt = 0; attempt < keepOpen; ++attempt) {
+        soak.takeQuiz(true);
+    }
+    const Memory after = memory();
+    const int opened = Soak::openWindows() - windows;
+    std::printf(
+        "%d windows stay open, each of %.0f KiB proportional, %.0f private, %.0f allocated\n",
+        opened, (after.proportionalKiB - before.proportionalKiB) / opened,
+        (after.privateKiB - before.privateKiB) / opened,
+        (after.allocatedKiB - before.allocatedKiB) / opened);
+    return opened > 0 ? 0 : 1;
+}
+
+int takeQuizzes(Soak &soak, int count) {
+    constexpr int round = int(attempts.size());
+    // At the end of a round, when the same windows are open.
+    static const QList<int> shown{7, 14, 49, 98, 196, 497, 994, 1498};
+    // By the attempt's place in the round, as they were in the round after the first.
+    QList<QMap<QByteArray, int>> wanted;
+    std::printf("attempts  proportional KiB  private KiB  allocated KiB  objects\n");
+    for (int attempt = 1; attempt <= count; ++attempt) {
+        soak.takeQuiz(false);
+        const QMap<QByteArray, int> counts = LiveObjects::byClass();
+        if (attempt > round && wanted.size() < round) {
+            wanted << counts;
+        }
+        if (attempt > 2 * round) {
+            const QStringList found = differences(wanted[(attempt - 1) % round], counts);
+            if (!found.isEmpty()) {
+                std::printf(
+                    "After attempt %d there are not as many objects as a round before: %s\n",
+                    attempt, qUtf8Printable(found.join(u"; "_s)));
+                return 1;
+            }
+        }
+        if (shown.contains(attempt) || attempt == count) {
+            const Memory now = memory();
+            std::printf("%8d  %16.0f  %11.0f  %13.0f  %7d\n", attempt, now.proportionalKiB,
+                        now.privateKiB, now.allocatedKiB, total(counts));
+            std::fflush(stdout);
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    const QCommandLineOption countOption(u"attempts"_s, u"How many quizzes to take."_s, u"N"_s,
+                                         u"2002"_s);
+    const QCommandLineOption openOption(
+        u"keep-open"_s, u"Takes N quizzes and leaves what they open on screen."_s, u"N"_s);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Takes quiz after quiz, counts what lives and measures the memory."_s);
+    parser.addHelpOption();
+    parser.addOptions({countOption, openOption});
+    parser.process(liveprogram::arguments(argc, argv));
+
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    platform::provideRuntimeFolder();
+    installResources();
+    fillControllerTable();
+    LiveObjects::watch();
+    store::fill(store::seeded());
+    liveprogram::chooseScreen(false);
+    LiveProgram program(content::systemRandom);
+    const WrittenErrors errors;
+    Soak soak(program);
+    const int result = parser.isSet(openOption)
+                           ? measureOpenWindows(soak, parser.value(openOption).toInt())
+                           : takeQuizzes(soak, parser.value(countOption).toInt());
+    desk::clear();
+    return result;
+}
