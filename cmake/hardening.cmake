@@ -1,0 +1,70 @@
+# What stops the program at a mistake in memory, before anyone can make use of it. Each flag is asked
+# of the compiler and the linker at hand; the sanitizers find more and do not go with it.
+include(CheckCXXCompilerFlag)
+include(CheckCXXSourceCompiles)
+include(CheckLinkerFlag)
+include(CheckPIESupported)
+include(CMakePushCheckState)
+
+if(ZORVAN_SANITIZE)
+    message(STATUS "Not hardened: the sanitizers are in its place")
+    return()
+endif()
+
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+if(CMAKE_CXX_LINK_PIE_SUPPORTED)
+    list(APPEND hardened_by PIE)
+endif()
+
+if(MSVC)
+    set(compiler_flags /guard:cf)
+    set(linker_flags /guard:cf /DYNAMICBASE /NXCOMPAT)
+else()
+    # Of those for the control flow, each is for a kind of processor of its own.
+    set(compiler_flags -fstack-protector-strong -fstack-clash-protection
+        -fcf-protection -mbranch-protection=standard)
+    set(linker_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+endif()
+foreach(flag ${compiler_flags})
+    string(MAKE_C_IDENTIFIER "COMPILES_WITH_${flag}" works)
+    check_cxx_compiler_flag(${flag} ${works})
+    if(${works})
+        target_compile_options(zorvan_strict INTERFACE ${flag})
+        list(APPEND hardened_by ${flag})
+    endif()
+endforeach()
+foreach(flag ${linker_flags})
+    string(MAKE_C_IDENTIFIER "LINKS_WITH_${flag}" works)
+    check_linker_flag(CXX ${flag} ${works})
+    if(${works})
+        target_link_options(zorvan_strict INTERFACE ${flag})
+        list(APPEND hardened_by ${flag})
+    endif()
+endforeach()
+
+if(NOT MSVC)
+    # The C library checks nothing in code that is not optimised, and a level that it does not know
+    # is a warning. Some compilers come with a level of their own.
+    cmake_push_check_state()
+    set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
+    check_cxx_source_compiles("
+        #include <cstdlib>
+        #if __USE_FORTIFY_LEVEL != 3
+        #error
+        #endif
+        int main() {}" FORTIFIES_AT_LEVEL_3)
+    cmake_pop_check_state()
+    set(level 2)
+    if(FORTIFIES_AT_LEVEL_3)
+        set(level 3)
+    endif()
+    set(optimised $<CONFIG:Release,RelWithDebInfo,MinSizeRel>)
+    target_compile_options(zorvan_strict INTERFACE
+        $<${optimised}:-U_FORTIFY_SOURCE> $<${optimised}:-D_FORTIFY_SOURCE=${level}>)
+    target_compile_definitions(zorvan_strict INTERFACE _GLIBCXX_ASSERTIONS)
+    list(APPEND hardened_by "_FORTIFY_SOURCE=${level} where optimised" _GLIBCXX_ASSERTIONS)
+endif()
+
+list(JOIN hardened_by ", " hardened_by)
+message(STATUS "Hardened by ${hardened_by}")
