@@ -14,10 +14,10 @@ struct Quiz {
     QStringView id;
     QStringView name;
     /// The questions that it draws from the bank, by number, both included.
-    int firstQuestion;
-    int lastQuestion;
+    int firstQuestion = 0;
+    int lastQuestion = 0;
     /// How many of them one attempt asks.
-    int questionCount;
+    int questionCount = 0;
 
     /// Its questions' numbers as text, ascending.
     QStringList questionNumbers() const;

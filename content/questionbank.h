@@ -12,13 +12,13 @@ inline constexpr int questionsInBank = 77;
 enum class ThirdButton { AsItIs, Off };
 
 struct Question {
-    int number;
+    int number = 0;
     QStringView text;
     /// The third is empty where the question offers two.
     std::array<QStringView, 3> answers;
     /// 1, 2 or 3.
-    int rightAnswer;
-    ThirdButton thirdButton;
+    int rightAnswer = 0;
+    ThirdButton thirdButton = ThirdButton::AsItIs;
 };
 
 /// The question of that number, 1 to 77; any other raises std::out_of_range.

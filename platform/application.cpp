@@ -1,5 +1,7 @@
 #include "platform/application.h"
 
+#include <algorithm>
+
 #ifdef Q_OS_LINUX
 #include <unistd.h>
 #endif
@@ -215,16 +217,13 @@ bool Application::everyWindowAgreesToClose() {
     // while others are asked.
     const QWindowList opened = topLevelWindows();
     const QList<QPointer<QWindow>> handles(opened.begin(), opened.end());
-    for (const QPointer<QWindow> &handle : handles) {
-        if (!handle || !handle->isVisible()) {
-            continue;
+    return std::ranges::all_of(handles, [](const QPointer<QWindow> &handle) {
+        if (handle.isNull() || !handle->isVisible()) {
+            return true;
         }
         auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()));
-        if (window != nullptr && !window->mayClose()) {
-            return false;
-        }
-    }
-    return true;
+        return window == nullptr || window->mayClose();
+    });
 }
 
 }  // namespace platform

@@ -10,6 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
+// NOLINTNEXTLINE(cert-dcl50-cpp): the compiler checks each call against its format
 QString stringWithFormat(const char *format, ...) {
     std::array<char, 64> text{};
     std::va_list arguments;

@@ -117,7 +117,7 @@ QByteArray read(const QString &path) {
     if (!file.open(QIODevice::ReadOnly)) {
         throw Exception(file.errorString());
     }
-    const QByteArray content = file.readAll();
+    QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         throw Exception(file.errorString());
     }
@@ -130,9 +130,9 @@ void writeNew(QFile &file, const QByteArray &content) {
         throw Exception(file.errorString());
     }
     if (file.write(content) != content.size() || !file.flush()) {
-        const Exception exception(file.errorString());
+        const QString reason = file.errorString();
         file.remove();
-        throw exception;
+        throw Exception(reason);
     }
 }
 
@@ -186,20 +186,16 @@ QSet<QByteArray> lines(const QByteArray &content) {
 /// Whether something but the values' own lines is in `before` and not in `after`, or not as it was.
 bool losesLines(const QByteArray &before, const QByteArray &after,
                 const QMap<QString, QString> &values) {
-    const QSet<QByteArray> lost = lines(before) - lines(after);
-    for (const QByteArray &line : lost) {
+    return std::ranges::any_of(lines(before) - lines(after), [&](const QByteArray &line) {
         const QByteArray key = line.first(qMax(line.indexOf('='), 0)).trimmed();
-        if (!line.isEmpty() && !values.contains(QString::fromUtf8(key))) {
-            return true;
-        }
-    }
-    return false;
+        return !line.isEmpty() && !values.contains(QString::fromUtf8(key));
+    });
 }
 
 /// Gives the file a second name, which it keeps when it is replaced.
 QString keepAside(const QString &path, const QByteArray &content) {
     for (int number = 1;; ++number) {
-        const QString aside = u"%1.kept-%2"_s.arg(path).arg(number);
+        QString aside = u"%1.kept-%2"_s.arg(path).arg(number);
         if (!QFile::exists(aside)) {
             std::error_code error;
             std::filesystem::create_hard_link(QFileInfo(path).filesystemFilePath(),

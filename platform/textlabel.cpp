@@ -140,7 +140,7 @@ QSize TextLabel::textSize(double width) const {
 int TextLabel::keptWidth() const {
     const QFontMetricsF metrics(font());
     double digit = 0;
-    for (const QChar each : u"0123456789"_s) {
+    for (const QChar each : QStringView(u"0123456789")) {
         digit = qMax(digit, metrics.horizontalAdvance(each));
     }
     double width = characters_ * metrics.averageCharWidth();

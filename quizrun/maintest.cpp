@@ -86,9 +86,9 @@ void MainTest::SetupQuestion() {
     try {
         const QString entry =
             platform::objectAtIndex(quizRun().questionOrder, quizRun().questionIndex);
-#define ASK_IF_ENTRY_IS(number)                             \
-    if (entry == QStringLiteral(#number) && number <= 74) { \
-        Question##number();                                 \
+#define ASK_IF_ENTRY_IS(number)                               \
+    if (entry == QStringLiteral(#number) && (number) <= 74) { \
+        Question##number();                                   \
     }
         FOR_EACH_QUESTION_NUMBER(ASK_IF_ENTRY_IS)
 #undef ASK_IF_ENTRY_IS

@@ -16,5 +16,5 @@ int main(int argc, char **argv) {
     QTimer::singleShot(0, &delegate, [&delegate] {
         platform::callFromEventLoop([&delegate] { delegate.applicationDidFinishLaunching(); });
     });
-    return application.exec();
+    return platform::Application::exec();
 }

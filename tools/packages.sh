@@ -19,6 +19,9 @@ if [ "$(uname -s)" = Linux ]; then
     packages_test+=("${packages_tour[@]}" python3-pytest weston qt6-wayland orca qt6ct)
 fi
 
+# To analyse the sources and the running program.
+packages_analyse=(binutils clang-tidy clazy cppcheck valgrind libc6-dbg shellcheck pyflakes3)
+
 # Installs those of the packages that are missing. Where that cannot be done it says what is
 # needed and goes on: the tools may be there by other names.
 provide_packages() {

@@ -25,9 +25,11 @@ inline QList<Question> readQuestions() {
         qFatal("No golden questions");
     }
     QList<Question> questions;
-    for (const QJsonValue &value : QJsonDocument::fromJson(file.readAll()).array()) {
+    const QJsonArray values = QJsonDocument::fromJson(file.readAll()).array();
+    for (const auto &value : values) {
+        const QJsonArray inOrder = value[u"answers"].toArray();
         QStringList answers;
-        for (const QJsonValue &answer : value[u"answers"].toArray()) {
+        for (const auto &answer : inOrder) {
             answers << answer.toString();
         }
         questions.append({value[u"number"].toInt(), value[u"text"].toString(), answers,

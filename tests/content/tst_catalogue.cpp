@@ -27,8 +27,8 @@ void tst_catalogue::everyQuizHasItsNameNumbersAndCount() {
     QFETCH(int, last);
     QFETCH(int, questionCount);
     const QString id = QString::fromLatin1(QTest::currentDataTag());
-    const auto quiz = std::find_if(content::quizzes.begin(), content::quizzes.end(),
-                                   [&](const content::Quiz &each) { return each.id == id; });
+    const auto *quiz = std::find_if(content::quizzes.begin(), content::quizzes.end(),
+                                    [&](const content::Quiz &each) { return each.id == id; });
     QVERIFY(quiz != content::quizzes.end());
     QCOMPARE(quiz->name, name);
     QCOMPARE(quiz->questionCount, questionCount);

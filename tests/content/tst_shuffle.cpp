@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList seven{u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s, u"g"_s};
+const QStringList seven = u"a b c d e f g"_s.split(u' ');  // clazy:exclude=non-pod-global-static
 
 /// Gives the draws one after the other and counts them; 0 once they are used up.
 class Draws {

@@ -67,9 +67,9 @@ class Memory final {
 
     /// What has moved in this look.
     QString moved(const QString &moment) {
-        const QString moved = moved_.isEmpty() ? QString()
-                                               : QStringLiteral("%1: %2").arg(
-                                                     moment, moved_.join(QStringLiteral("\n")));
+        QString moved = moved_.isEmpty() ? QString()
+                                         : QStringLiteral("%1: %2").arg(
+                                               moment, moved_.join(QStringLiteral("\n")));
         moved_.clear();
         return moved;
     }

@@ -149,10 +149,10 @@ void tst_livepalette::openWindowsFollowThePalette_data() {
     QTest::addColumn<QString>("state");
     QTest::addColumn<QPalette>("first");
     QTest::addColumn<QPalette>("second");
-    for (const QString &state : states_.keys()) {
+    for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
         const QPalette dark = drawing::darkPalette();
-        QTest::addRow("%s, opened light", qUtf8Printable(state)) << state << light_ << dark;
-        QTest::addRow("%s, opened dark", qUtf8Printable(state)) << state << dark << light_;
+        QTest::addRow("%s, opened light", qUtf8Printable(*state)) << *state << light_ << dark;
+        QTest::addRow("%s, opened dark", qUtf8Printable(*state)) << *state << dark << light_;
     }
 }
 

@@ -246,8 +246,9 @@ void tst_stillness::questionsDifferInNothingButTheirTexts() {
             }
         }
         // Where there are two answers, the third may look like none.
-        const QString answers = u"%1 %2"_s.arg(desk::control(&window, u"btnAnswer3"_s).isEnabled())
-                                    .arg(desk::text(&window, u"lblAnswer3"_s).isEmpty());
+        const QString answers =
+            u"%1 %2"_s.arg(int(desk::control(&window, u"btnAnswer3"_s).isEnabled()))
+                .arg(int(desk::text(&window, u"lblAnswer3"_s).isEmpty()));
         VERIFY_STILL(differenceFromBefore(ink.stage(), answers, asked));
 
         const bool right = number % 3 != 0;

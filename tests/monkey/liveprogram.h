@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdio>
 #include <memory>
 #include <mutex>
@@ -29,6 +30,8 @@
 #include "support/store.h"
 
 /// The toolkit calls whoever stands in this table as objects come and go.
+// NOLINTNEXTLINE(modernize-avoid-c-arrays, cppcoreguidelines-avoid-non-const-global-variables):
+// Qt's
 extern quintptr Q_CORE_EXPORT qtHookData[];
 
 /// Every object of the toolkit that lives.
@@ -75,6 +78,7 @@ class LiveObjects final {
     }
 
     // Neither is ever freed: objects go until the very end of the process.
+    // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the hooks have no object
     static std::unordered_set<QObject *> &objects() {
         static auto &objects = *new std::unordered_set<QObject *>;
         return objects;
@@ -83,6 +87,7 @@ class LiveObjects final {
         static auto &mutex = *new std::mutex;
         return mutex;
     }
+    // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 };
 
 /// What the process writes through the C library's `stderr`, held back from the terminal. What a
@@ -115,7 +120,7 @@ class WrittenErrors final {
     void open() { stderr = open_memstream(&buffer_, &size_); }
     void close() {
         std::fclose(stderr);
-        std::free(buffer_);
+        std::free(buffer_);  // NOLINT(cppcoreguidelines-no-malloc): the C library made it
     }
 
     FILE *terminal_;
@@ -174,9 +179,9 @@ class LiveProgram final {
     }
 
     int argc_ = 1;
-    char name_[7] = "zorvan";
-    char *argv_[2] = {name_, nullptr};
-    platform::Application application_{argc_, argv_};
+    std::array<char, 7> name_ = std::to_array("zorvan");
+    std::array<char *, 2> argv_{name_.data(), nullptr};
+    platform::Application application_{argc_, argv_.data()};
     std::unique_ptr<AppDelegate> delegate_ = std::make_unique<AppDelegate>();
 };
 

@@ -713,7 +713,8 @@ void Walk::press(QKeyCombination key, const QString &text, bool repetition) {
 }
 
 void Walk::activateLikeAWindowManager() {
-    used_.removeIf([](const QPointer<QWidget> &window) { return !window || !window->isVisible(); });
+    used_.removeIf(
+        [](const QPointer<QWidget> &window) { return window.isNull() || !window->isVisible(); });
     QWidget *active = QApplication::activeWindow();
     const QList<QWidget *> open = windows();
     if ((active == nullptr || !active->isVisible()) && !open.isEmpty()) {
@@ -793,7 +794,11 @@ void Walk::checkStore() {
         want(now.contains(key) || key == u"timedQuizzes", u"the store has lost "_s + key,
              u"every key from the first start on"_s);
     }
+    checkProgress(now);
+    before_ = now;
+}
 
+void Walk::checkProgress(const store::Contents &now) {
     const QuizRun &run = quizRun();
     const bool ended = resultsOpened_ > 0 && !timeWasUp_;
     const bool passed = ended && run.correctCount * 5 >= run.questionCount * 4;
@@ -820,7 +825,6 @@ void Walk::checkStore() {
             account_.count(u"quiz mastered"_s);
         }
     }
-    before_ = now;
 }
 
 void Walk::checkClocks() {

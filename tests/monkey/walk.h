@@ -81,6 +81,7 @@ class Walk final : public QObject {
     QString state() const;
     void check();
     void checkStore();
+    void checkProgress(const store::Contents &now);
     void checkClocks();
     void checkFocus();
     void checkWindows();

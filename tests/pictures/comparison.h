@@ -52,7 +52,7 @@ class Comparison final {
 
     bool isWithinTolerance() const {
         return spot_.size() <= tolerance_.spot &&
-               different_.size() * 1000 <= tolerance_.perMille * cells_.width() * cells_.height();
+               different_.size() * 1000 <= qsizetype(tolerance_.perMille) * cells();
     }
 
     int differentCells() const { return int(different_.size()); }

@@ -173,7 +173,7 @@ int main(int argc, char **argv) {
     }
     constexpr double pointSize = 11;
     QFont font(u"Cantarell"_s);
-    font.setPointSizeF(pointSize * (argc == 3 ? std::atoi(argv[2]) : 100) / 100);
+    font.setPointSizeF(pointSize * (argc == 3 ? QByteArray(argv[2]).toInt() : 100) / 100);
     if (QFontInfo(font).family() != font.family()) {
         std::fputs("The pictures are drawn with Cantarell (Debian: fonts-cantarell).\n", stderr);
         return 1;

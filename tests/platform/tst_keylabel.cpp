@@ -34,14 +34,14 @@ QList<Stretch> stretches(const QImage &picture, int y) {
 }
 
 /// A label in its own size, and what is seen of it.
-struct Shown {
+struct ShownLabel {
     KeyLabel label;
     QList<optics::Text> texts;
     QImage shapes;
     /// The upper edges of the keys.
     QList<Stretch> edges;
 
-    explicit Shown(const QString &text) {
+    explicit ShownLabel(const QString &text) {
         label.setText(text);
         label.resize(label.sizeHint());
         texts = optics::texts(label);
@@ -117,7 +117,7 @@ void tst_keylabel::keysAreToldFromWhatStandsBetweenThem_data() {
 
 void tst_keylabel::keysAreToldFromWhatStandsBetweenThem() {
     QFETCH(const QString, text);
-    const Shown shown(text);
+    const ShownLabel shown(text);
     QStringList pieces;
     QStringList keys;
     for (const optics::Text &piece : shown.texts) {
@@ -137,7 +137,7 @@ void tst_keylabel::nothingIsCutOff_data() {
 
 void tst_keylabel::nothingIsCutOff() {
     QFETCH(const QString, text);
-    const Shown shown(text);
+    const ShownLabel shown(text);
     int end = 0;
     for (const optics::Text &piece : shown.texts) {
         QVERIFY2(piece.whole, qPrintable(u"\"%1\" is clipped"_s.arg(piece.text)));
@@ -164,7 +164,7 @@ void tst_keylabel::everyKeyStandsWithinItsEdge_data() {
 
 void tst_keylabel::everyKeyStandsWithinItsEdge() {
     QFETCH(const QString, text);
-    const Shown shown(text);
+    const ShownLabel shown(text);
     for (const optics::Text &piece : shown.texts) {
         const Stretch *edge = shown.edgeAbove(piece);
         if (edge == nullptr) {

@@ -20,9 +20,9 @@ using platform::LevelIndicator;
 namespace {
 
 /// An indicator somewhere in a window.
-class Shown final {
+class ShownIndicator final {
  public:
-    Shown(int segments, const QPoint &place, int moreWidth) {
+    ShownIndicator(int segments, const QPoint &place, int moreWidth) {
         indicator_.setMaxValue(segments);
         const QSize least = indicator_.minimumSizeHint();
         indicator_.setGeometry(QRect(place, QSize(least.width() + moreWidth, least.height())));
@@ -81,20 +81,20 @@ bool alike(QRgb one, QRgb other) {
 }
 
 /// A stretch of pixels of a row.
-struct Stretch {
+struct Segment {
     qsizetype first;
     qsizetype size;
 };
 
 /// Where the row is not its first pixel's colour.
-QList<Stretch> segmentsIn(const QList<QRgb> &row) {
-    QList<Stretch> segments;
+QList<Segment> segmentsIn(const QList<QRgb> &row) {
+    QList<Segment> segments;
     for (qsizetype x = 1; x < row.size(); ++x) {
         if (row[x] == row[0]) {
             continue;
         }
         if (row[x - 1] == row[0]) {
-            segments << Stretch{x, 0};
+            segments << Segment{x, 0};
         }
         ++segments.last().size;
     }
@@ -133,8 +133,9 @@ class tst_levelindicator final : public QObject {
 
  private:
     static void addPlaces();
-    static QString blurIn(const Shown &shown, const QList<QRgb> &row, const QList<QRgb> &colors);
-    static QString unevennessOf(const Shown &shown, const QList<Stretch> &segments);
+    static QString blurIn(const ShownIndicator &shown, const QList<QRgb> &row,
+                          const QList<QRgb> &colors);
+    static QString unevennessOf(const ShownIndicator &shown, const QList<Segment> &segments);
 
     QPalette light_ = QApplication::palette();
 };
@@ -223,13 +224,13 @@ void tst_levelindicator::filledSegmentsAreToldApart() {
         const QImage picture = indicator.grab().toImage();
         return QList<QRgb>{picture.pixel(50, 10), picture.pixel(150, 10), picture.pixel(250, 10)};
     };
-    const QRgb missing = segments().first();
+    const QRgb missing = segments().constFirst();
     indicator.setDoubleValue(3);
-    const QRgb filled = segments().last();
+    const QRgb filled = segments().constLast();
     QVERIFY(filled != missing);
     indicator.setDoubleValue(value);
     QList<QRgb> expected(3, missing);
-    std::fill_n(expected.begin(), value, filled);
+    std::fill(expected.begin(), expected.begin() + value, filled);
     QCOMPARE(segments(), expected);
 }
 
@@ -255,7 +256,7 @@ void tst_levelindicator::segmentsAreSharp() {
     QFETCH(const int, segments);
     QFETCH(const QPoint, place);
     QFETCH(const int, moreWidth);
-    Shown shown(segments, place, moreWidth);
+    ShownIndicator shown(segments, place, moreWidth);
     QCOMPARE(shown.ratio(), qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s).toDouble());
     QStringList flaws;
     for (const int value : {segments, segments / 2, 0}) {
@@ -267,7 +268,7 @@ void tst_levelindicator::segmentsAreSharp() {
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws.join(u'\n')));
 }
 
-QString tst_levelindicator::blurIn(const Shown &shown, const QList<QRgb> &row,
+QString tst_levelindicator::blurIn(const ShownIndicator &shown, const QList<QRgb> &row,
                                    const QList<QRgb> &colors) {
     QStringList columns;
     for (qsizetype x = 0; x < row.size(); ++x) {
@@ -281,7 +282,8 @@ QString tst_levelindicator::blurIn(const Shown &shown, const QList<QRgb> &row,
                : u"%1: partly covered columns %2"_s.arg(shown.name(), columns.join(u' '));
 }
 
-QString tst_levelindicator::unevennessOf(const Shown &shown, const QList<Stretch> &segments) {
+QString tst_levelindicator::unevennessOf(const ShownIndicator &shown,
+                                         const QList<Segment> &segments) {
     if (segments.size() != shown.segments()) {
         return u"%1: %2 segments are told apart"_s.arg(shown.name()).arg(segments.size());
     }
@@ -290,7 +292,7 @@ QString tst_levelindicator::unevennessOf(const Shown &shown, const QList<Stretch
     for (qsizetype segment = 0; segment < segments.size(); ++segment) {
         widths << QString::number(segments[segment].size);
         if (segment > 0) {
-            const Stretch &before = segments[segment - 1];
+            const Segment &before = segments[segment - 1];
             gaps << QString::number(segments[segment].first - before.first - before.size);
         }
     }
@@ -317,7 +319,7 @@ void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
     QFETCH(const int, moreWidth);
     for (const QPalette &palette : {light_, drawing::darkPalette()}) {
         QApplication::setPalette(palette);
-        Shown shown(segments, place, moreWidth);
+        ShownIndicator shown(segments, place, moreWidth);
         QCOMPARE(shown.ratio(), qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s).toDouble());
         const auto strength = [&](QRgb color, QRgb ground) {
             return qAbs(qGray(color) - qGray(ground));
@@ -332,7 +334,7 @@ void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
             }
             threshold = qMin(threshold, strongest / 2);
         }
-        const QList<Stretch> places = segmentsIn(shown.middleRow(shown.picture(segments)));
+        const QList<Segment> places = segmentsIn(shown.middleRow(shown.picture(segments)));
         QVERIFY2(
             places.size() == segments,
             qPrintable(u"%1: %2 segments are told apart"_s.arg(shown.name()).arg(places.size())));
@@ -345,8 +347,9 @@ void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
         int different = 0;
         for (int y = top; y < bottom; ++y) {
             for (qsizetype x = 0; x < width; ++x) {
-                different +=
-                    isBlack(places.first().first + x, y) != isBlack(places.last().first + x, y);
+                if (isBlack(places.first().first + x, y) != isBlack(places.last().first + x, y)) {
+                    ++different;
+                }
             }
         }
         const double share = double(different) / double(width * (bottom - top));

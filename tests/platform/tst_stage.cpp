@@ -15,11 +15,11 @@ using platform::Stage;
 namespace {
 
 /// A stage with a picture in its middle.
-struct Shown {
+struct ShownStage {
     Stage stage;
     platform::ImageLabel image{&stage};
 
-    Shown() {
+    ShownStage() {
         stage.resize(300, 200);
         image.setLines(4);
         image.resize(image.sizeHint());
@@ -77,7 +77,7 @@ void tst_stage::moodIsSeenInGroundAndPicture_data() {
 void tst_stage::moodIsSeenInGroundAndPicture() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
-    Shown shown;
+    ShownStage shown;
     const QColor accent = platform::theme::accent(palette);
     const QColor onAccent = platform::theme::onAccent(palette);
 
@@ -97,7 +97,7 @@ void tst_stage::moodIsSeenInGroundAndPicture() {
 }
 
 void tst_stage::moodsAreToldApart() {
-    Shown shown;
+    ShownStage shown;
     shown.image.setImage(QIcon());
     QList<QRgb> grounds;
     for (const auto mood : {Stage::Mood::Quiet, Stage::Mood::Glad, Stage::Mood::Festive}) {
@@ -110,7 +110,7 @@ void tst_stage::moodsAreToldApart() {
 }
 
 void tst_stage::onlyTheFestiveStageHasRays() {
-    Shown shown;
+    ShownStage shown;
     shown.image.setImage(QIcon());
     // Along the middle, well within the panel.
     const auto changes = [&] {
@@ -133,7 +133,7 @@ void tst_stage::onlyTheFestiveStageHasRays() {
 }
 
 void tst_stage::newMoodIsDrawnAtOnce() {
-    Shown shown;
+    ShownStage shown;
     shown.stage.show();
     QVERIFY(QTest::qWaitForWindowExposed(&shown.stage));
     const drawing::Paints stage(shown.stage);
@@ -180,7 +180,7 @@ void tst_stage::pictureFillsItsLabel() {
 
 void tst_stage::noPictureIsDrawnAsNothing() {
     for (const auto mood : {Stage::Mood::Quiet, Stage::Mood::Glad, Stage::Mood::Festive}) {
-        Shown shown;
+        ShownStage shown;
         shown.stage.setMood(mood);
         shown.image.setImage(QIcon());
         const QImage empty = shown.picture();

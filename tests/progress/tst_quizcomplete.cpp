@@ -395,8 +395,8 @@ void tst_quizcomplete::missingResultsLayoutFailsAtTheEventLoop() {
     StandardError standardError;
     learner::finishStructure(desk::window(u"MainTest"_s), true);
     QCOMPARE(standardError.lines().size(), 1);
-    QVERIFY2(standardError.lines().first().contains(u"QuizComplete"),
-             qUtf8Printable(standardError.lines().first()));
+    QVERIFY2(standardError.lines().constFirst().contains(u"QuizComplete"),
+             qUtf8Printable(standardError.lines().constFirst()));
     // The outcome was written first.
     QCOMPARE(store::value(u"currentStatus"_s), u"pass"_s);
     QCOMPARE(store::value(u"quiz5"_s), u"1"_s);

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <cstdlib>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -22,7 +23,7 @@ void say(const QByteArray &line) {
     if (::write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size())) !=
         line.size()) {
         std::perror("recorder");
-        std::exit(2);
+        std::_Exit(2);
     }
 }
 
@@ -49,7 +50,7 @@ int main(int argc, char **argv) {
 
     QMap<QString, int> counts;
     for (int pass = 0; pass < passes; ++pass) {
-        const QString quiz = quizzes.at(pass % quizzes.size());
+        const QString &quiz = quizzes.at(pass % quizzes.size());
         const QString key = u"quiz"_s + quiz;
         // From the third pass on as after a clearing.
         counts[key] = (counts.value(key) + 1) % 4;

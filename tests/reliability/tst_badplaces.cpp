@@ -249,7 +249,7 @@ void tst_badplaces::programCopesAndTells_data() {
     oddCount("a pass count with a percent code", "%31");
     oddCount("a pass count with commas", "\"1,2,3\"");
     oddCount("a pass count that is a list", "1, 2, 3");
-    oddCount("a pass count with quotes", "\\\"1\\\"");
+    oddCount("a pass count with quotes", R"(\"1\")");
     oddCount("a pass count with an escaped line break", "1\\n2");
     oddCount("no pass count", "");
 

@@ -23,7 +23,7 @@ namespace {
 /// The disk fails at that call, counted from one, of those that read or change something below
 /// `home`; with zero at none.
 struct Disk {
-    std::string home;
+    std::string home = {};
     int failsAt = 0;
     int error = 0;
     int calls = 0;
@@ -47,7 +47,10 @@ struct Disk {
         return ::readlink(link.c_str(), path.data(), path.size() - 1) > 0 &&
                fails(call, path.data());
     }
-} disk;
+};
+
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the system calls ask it
+Disk disk;  // clazy:exclude=non-pod-global-static
 
 /// What is neither the store nor kept on purpose, or nothing.
 QByteArray leftovers(const Configuration &configuration) {
@@ -64,40 +67,41 @@ Function *original(const char *name) {
 }  // namespace
 
 // These stand in front of the system's own functions.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's are reserved
 extern "C" {
 
 ssize_t write(int descriptor, const void *bytes, size_t size) {
     return disk.fails("write", descriptor)
                ? -1
-               : original<decltype(write)>("write")(descriptor, bytes, size);
+               : original<decltype(::write)>("write")(descriptor, bytes, size);
 }
 
 ssize_t read(int descriptor, void *bytes, size_t size) {
     return disk.fails("read", descriptor)
                ? -1
-               : original<decltype(read)>("read")(descriptor, bytes, size);
+               : original<decltype(::read)>("read")(descriptor, bytes, size);
 }
 
 int fdatasync(int descriptor) {
     return disk.fails("fdatasync", descriptor)
                ? -1
-               : original<decltype(fdatasync)>("fdatasync")(descriptor);
+               : original<decltype(::fdatasync)>("fdatasync")(descriptor);
 }
 
 int fsync(int descriptor) {
-    return disk.fails("fsync", descriptor) ? -1 : original<decltype(fsync)>("fsync")(descriptor);
+    return disk.fails("fsync", descriptor) ? -1 : original<decltype(::fsync)>("fsync")(descriptor);
 }
 
 int rename(const char *from, const char *to) noexcept {
-    return disk.fails("rename", to) ? -1 : original<decltype(rename)>("rename")(from, to);
+    return disk.fails("rename", to) ? -1 : original<decltype(::rename)>("rename")(from, to);
 }
 
 int link(const char *from, const char *to) noexcept {
-    return disk.fails("link", to) ? -1 : original<decltype(link)>("link")(from, to);
+    return disk.fails("link", to) ? -1 : original<decltype(::link)>("link")(from, to);
 }
 
 int mkdir(const char *path, mode_t mode) noexcept {
-    return disk.fails("mkdir", path) ? -1 : original<decltype(mkdir)>("mkdir")(path, mode);
+    return disk.fails("mkdir", path) ? -1 : original<decltype(::mkdir)>("mkdir")(path, mode);
 }
 
 int open64(const char *path, int flags, ...) {
@@ -108,10 +112,11 @@ int open64(const char *path, int flags, ...) {
     if ((flags & O_CREAT) != 0 && disk.fails("open", path)) {
         return -1;
     }
-    return original<decltype(open64)>("open64")(path, flags, mode);
+    return original<decltype(::open64)>("open64")(path, flags, mode);
 }
 
 }  // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 /// The store on a disk that fails at any single step of a write.
 class tst_failingdisk final : public QObject {

@@ -355,8 +355,8 @@ void tst_navigation::otherExceptionsEscapeToTheEventLoop() {
         StandardError standardError;
         startStructure(fromTheMenuBar);
         QCOMPARE(standardError.lines().size(), 1);
-        QVERIFY2(standardError.lines().first().contains(u"no randomness"),
-                 qUtf8Printable(standardError.lines().first()));
+        QVERIFY2(standardError.lines().constFirst().contains(u"no randomness"),
+                 qUtf8Printable(standardError.lines().constFirst()));
     }
     QCOMPARE(alerts_->messages(), QStringList());
     QCOMPARE(store::value(u"currentTest"_s), u"5"_s);
@@ -399,8 +399,8 @@ void tst_navigation::unguardedOperationsFailAtTheEventLoop() {
         learner::press(mainMenu_, action);
     }
     QCOMPARE(standardError.lines().size(), 1);
-    QVERIFY2(standardError.lines().first().contains(layout),
-             qUtf8Printable(standardError.lines().first()));
+    QVERIFY2(standardError.lines().constFirst().contains(layout),
+             qUtf8Printable(standardError.lines().constFirst()));
     QCOMPARE(desk::windows(layout).size(), before);
     QCOMPARE(alerts_->messages(), QStringList());
 }

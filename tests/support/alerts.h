@@ -14,7 +14,7 @@ struct ShownAlert {
     QString message;
     QString informativeText;
     QString title;
-    bool hasIcon;
+    bool hasIcon = false;
     /// From the default button on.
     QStringList buttons;
 };

@@ -9,7 +9,8 @@
 
 namespace {
 
-QList<QPointer<QTimer>> started;
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): filled without an object
+QList<QPointer<QTimer>> started;  // clazy:exclude=non-pod-global-static
 
 }  // namespace
 
@@ -27,8 +28,8 @@ namespace clocks {
 QList<QTimer *> running() {
     QList<QTimer *> running;
     for (const QPointer<QTimer> &timer : started) {
-        if (timer && timer->isActive() && !timer->isSingleShot() && timer->interval() == 1000 &&
-            !running.contains(timer)) {
+        if (!timer.isNull() && timer->isActive() && !timer->isSingleShot() &&
+            timer->interval() == 1000 && !running.contains(timer)) {
             running << timer;
         }
     }

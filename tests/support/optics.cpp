@@ -453,7 +453,7 @@ QRgb mainColor(const QImage &picture) {
             ++counts[picture.pixel(x, y)];
         }
     }
-    return byFrequency(counts).first().second;
+    return byFrequency(counts).constFirst().second;
 }
 
 }  // namespace optics
