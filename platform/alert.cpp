@@ -19,7 +19,6 @@ Alert::Alert(QString message, Buttons buttons, QString informativeText)
 
 int Alert::runModal() const {
     QMessageBox box(QApplication::activeWindow());
-    box.setWindowModality(Qt::ApplicationModal);
     box.setText(message_);
     box.setInformativeText(informativeText_);
     // The box's own setTextFormat() leaves the informative text out.

@@ -25,10 +25,6 @@ bool Group::event(QEvent *event) {
             break;
         case QEvent::FocusIn:
             scrollIntoView();
-            update();
-            break;
-        case QEvent::FocusOut:
-            update();
             break;
         default:
             break;

@@ -63,9 +63,6 @@ QSize LevelIndicator::minimumSizeHint() const {
 
 void LevelIndicator::paintEvent(QPaintEvent *) {
     const int segments = maximum();
-    if (segments <= 0) {
-        return;
-    }
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -14,7 +14,7 @@ void progress::windowDidLoad() {
 void progress::SetProgressBars() {
     std::array<float, content::quizzes.size()> levels{};
     for (std::size_t i = 0; i < levels.size(); ++i) {
-        levels[i] = progressstore::passLevel(content::quizzes[i].id);
+        levels.at(i) = progressstore::passLevel(content::quizzes.at(i).id);
     }
     // The main test has no label here: the main menu alone shows it.
     const std::array labels{&lblQuiz1Progress, &lblQuiz2Progress, &lblQuiz3Progress,

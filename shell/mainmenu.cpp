@@ -47,7 +47,7 @@ void MainMenu::SetProgressBars() {
                                 &progressbarQuiz7};
     std::array<float, content::quizzes.size()> levels{};
     for (std::size_t i = 0; i < levels.size(); ++i) {
-        levels[i] = progressstore::passLevel(content::quizzes[i].id);
+        levels.at(i) = progressstore::passLevel(content::quizzes.at(i).id);
     }
     float sum = 0;
     for (std::size_t i = 0; i < levels.size(); ++i) {

@@ -192,8 +192,8 @@ namespace liveprogram {
 inline void chooseScreen(bool small) {
     static const bool asked = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     if (!asked) {
-        qputenv("QT_QPA_PLATFORM", small ? "offscreen:configfile=" SCREENS "/smallscreen.json"
-                                         : "offscreen:configfile=" SCREENS "/screen.json");
+        const QByteArray screen = small ? "smallscreen.json" : "screen.json";
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREENS "/" + screen);
     }
 }
 

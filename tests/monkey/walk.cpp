@@ -354,7 +354,7 @@ void Walk::act() {
 
 bool Walk::pursueIntent() {
     if (intent_ == Intent::CloseAll) {
-        if (windows().first()->objectName() == u"MainLayout") {
+        if (windows().constFirst()->objectName() == u"MainLayout") {
             intent_ = Intent::Wander;
             return false;
         }
@@ -396,7 +396,7 @@ bool Walk::pursueIntent() {
 }
 
 void Walk::clickAnything() {
-    QWidget &window = activated(anyWindow());
+    const QWidget &window = activated(anyWindow());
     QList<QWidget *> controls = visibleControls(window);
     if (!oneIn(4)) {
         QList<QWidget *> buttons;
@@ -782,15 +782,16 @@ void Walk::checkStore() {
         return values;
     }();
 
+    static const QStringList keys = allowed.keys();
     const store::Contents now = store::contents();
     for (auto entry = now.begin(); entry != now.end(); ++entry) {
         want(allowed.contains(entry.key()), u"the store holds the key \"%1\""_s.arg(entry.key()),
-             QStringList(allowed.keys()).join(u", "_s));
+             keys.join(u", "_s));
         want(allowed[entry.key()].contains(entry.value()),
              u"the store holds %1=%2"_s.arg(entry.key(), entry.value()),
              allowed[entry.key()].join(u", "_s));
     }
-    for (const QString &key : allowed.keys()) {
+    for (const QString &key : keys) {
         want(now.contains(key) || key == u"timedQuizzes", u"the store has lost "_s + key,
              u"every key from the first start on"_s);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iterator>
 #include <optional>
 
 #include <QCryptographicHash>
@@ -74,7 +75,7 @@ class Walk final : public QObject {
     bool oneIn(int chances) { return below(chances) == 0; }
     template <class List>
     auto &&pick(List &&list) {
-        return list[below(int(list.size()))];
+        return *std::next(list.begin(), below(int(list.size())));
     }
 
     // What always holds.

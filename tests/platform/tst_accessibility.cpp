@@ -37,8 +37,8 @@ void tst_accessibility::pictureIsAGraphic() {
 
 void tst_accessibility::rowHoldsItsControlsButNotItsText() {
     platform::ButtonRow row;
-    platform::TextLabel text(&row);
     platform::RowButton button(u"Variables"_s, &row);
+    platform::TextLabel text(&row);
     platform::TextLabel more(&row);
     platform::LevelIndicator level(&row);
     text.setStringValue(u"19 questions"_s);

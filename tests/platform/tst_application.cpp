@@ -12,6 +12,7 @@ class tst_application final : public QObject {
     void iconOfEachSizeIsDrawnForIt_data();
     void iconOfEachSizeIsDrawnForIt();
     void everyIconFillsItsSize();
+    void stepsOfAResizeCountFromTheWindowsSize();
 };
 
 void tst_application::windowIconHasEverySizeADesktopAsksFor() {
@@ -55,6 +56,18 @@ void tst_application::everyIconFillsItsSize() {
         QVERIFY2(share > 0.5,
                  qPrintable(u"zorvan-%1.png covers %2 of its square"_s.arg(size).arg(share)));
     }
+}
+
+void tst_application::stepsOfAResizeCountFromTheWindowsSize() {
+    QWidget window;
+    QWidget part(&window);
+    part.resize(90, 70);
+    window.resize(301, 203);
+    window.show();
+    QCOMPARE(window.baseSize(), QSize(301, 203));
+    QCOMPARE(part.baseSize(), QSize(0, 0));
+    window.resize(407, 305);
+    QCOMPARE(window.baseSize(), QSize(407, 305));
 }
 
 ZORVAN_TEST_MAIN(tst_application)

@@ -53,6 +53,11 @@ void tst_format::entryBeyondAListRaises() {
     QVERIFY_THROWS_EXCEPTION(platform::Exception, platform::objectAtIndex(list, 2));
     QVERIFY_THROWS_EXCEPTION(platform::Exception, platform::objectAtIndex(list, -1));
     QVERIFY_THROWS_EXCEPTION(platform::Exception, platform::objectAtIndex({}, 0));
+    try {
+        platform::objectAtIndex(list, 7);
+    } catch (const platform::Exception &exception) {
+        QCOMPARE(QString::fromUtf8(exception.what()), u"Index 7 is beyond a list of 2"_s);
+    }
 }
 
 ZORVAN_TEST_MAIN(tst_format)

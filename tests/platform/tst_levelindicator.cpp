@@ -6,6 +6,7 @@
 
 #include "platform/layouts.h"
 #include "platform/levelindicator.h"
+#include "platform/theme.h"
 #include "platform/windowcontroller.h"
 #include "shell/mainmenu.h"
 #include "support/desk.h"
@@ -121,6 +122,7 @@ class tst_levelindicator final : public QObject {
     void cleanup();
 
     void nameSaysTheValueInWords();
+    void fewSegmentsAreWide();
     void nameFollowsTheMaximum();
     void valueInWordsFollowsTheValue();
     void mainMenuSaysEveryLevelInWords();
@@ -157,6 +159,20 @@ void tst_levelindicator::nameSaysTheValueInWords() {
     indicator.setDoubleValue(2);
     QCOMPARE(name(), u"Variables, 2 of 3 passes"_s);
     QCOMPARE(indicator.doubleValue(), 2.0);
+    indicator.setCounted(u"marks"_s);
+    QCOMPARE(name(), u"Variables, 2 of 3 marks"_s);
+}
+
+void tst_levelindicator::fewSegmentsAreWide() {
+    LevelIndicator few;
+    few.setMaxValue(3);
+    LevelIndicator many;
+    many.setMaxValue(21);
+    const double wide = few.sizeHint().width() / 3.0;
+    const double narrow = many.sizeHint().width() / 21.0;
+    QVERIFY2(wide > 1.3 * narrow,
+             qPrintable(
+                 u"One of 3 segments is %1 pixels wide, one of 21 is %2"_s.arg(wide).arg(narrow)));
 }
 
 void tst_levelindicator::nameFollowsTheMaximum() {
@@ -228,6 +244,7 @@ void tst_levelindicator::filledSegmentsAreToldApart() {
     indicator.setDoubleValue(3);
     const QRgb filled = segments().constLast();
     QVERIFY(filled != missing);
+    QCOMPARE(QColor(filled), platform::theme::accent(indicator.palette()));
     indicator.setDoubleValue(value);
     QList<QRgb> expected(3, missing);
     std::fill(expected.begin(), expected.begin() + value, filled);

@@ -158,8 +158,8 @@ void tst_repeatingtimer::exceptionInATickIsLoggedAndTheClockGoesOn() {
     StandardError standardError;
     timer->fire();
     QCOMPARE(standardError.lines().size(), 1);
-    QVERIFY2(standardError.lines().first().contains(u"tick failed"),
-             qUtf8Printable(standardError.lines().first()));
+    QVERIFY2(standardError.lines().constFirst().contains(u"tick failed"),
+             qUtf8Printable(standardError.lines().constFirst()));
     QVERIFY(timer->isValid());
     timer->fire();
     QCOMPARE(ticks, 2);

@@ -171,7 +171,7 @@ void tst_textlabel::roomForTheWidestTextIsKeptWhateverTheDigits() {
     label.setFont(QFont(family));
     label.setProperty("widestText", u"11 of 11 passes"_s);
     const int room = label.sizeHint().width();
-    for (const QChar digit : u"0123456789"_s) {
+    for (const QChar digit : QStringView(u"0123456789")) {
         const QString text = u"%1%1 of %1%1 passes"_s.arg(digit);
         const double needed = QFontMetricsF(label.font()).horizontalAdvance(text);
         QVERIFY2(room >= needed, qPrintable(u"room for %1 pixels, \"%2\" needs %3"_s.arg(room).arg(
@@ -344,7 +344,7 @@ void tst_textlabel::textStandsOffTheEndsOfItsBand() {
     QVERIFY(label.heightForWidth(line + 1) > label.heightForWidth(2 * line));
     label.setStringValue(u"correct"_s);
     label.setWordWrap(false);
-    const QRect place = optics::texts(label).first().place;
+    const QRect place = optics::texts(label).constFirst().place;
     QVERIFY2(place.left() >= place.height() / 2 &&
                  label.width() * optics::ratio - place.right() >= place.height() / 2,
              qPrintable(u"from %1 to %2 of %3"_s.arg(place.left())

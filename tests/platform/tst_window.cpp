@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyleOption>
 #include <QTest>
 
 #include "platform/windowcontroller.h"
@@ -34,6 +35,8 @@ class tst_window final : public QObject {
     void everyControlOfALargeWindowIsReachedByTab();
     void focusThatMovesByItselfIsInView_data();
     void focusThatMovesByItselfIsInView();
+    void focusIsInViewWithTheHeadingOfItsGroup();
+    void focusIsShownBeforeTabIsPressed();
     void windowThatFitsIsLeftAlone();
     void windowShownAgainScrollsOnce();
     void windowFreedWithTheFocusScrollsNoMore();
@@ -148,7 +151,7 @@ void tst_window::everyControlOfALargeWindowIsReachedByTab() {
         }
     }
     QStringList names;
-    for (const QWidget *control : missing) {
+    for (const QWidget *control : std::as_const(missing)) {
         names << control->objectName();
     }
     QVERIFY2(names.isEmpty(), qPrintable(u"not reached: %1"_s.arg(names.join(u' '))));
@@ -180,6 +183,33 @@ void tst_window::focusThatMovesByItselfIsInView() {
                             .arg(focused, layout)
                             .arg(control.mapTo(&window, QPoint()).y())
                             .arg(window.height())));
+}
+
+void tst_window::focusIsInViewWithTheHeadingOfItsGroup() {
+    QFont large = QApplication::font();
+    const QFont usual = large;
+    large.setPointSizeF(12);
+    QApplication::setFont(large);
+    Window &window = open(u"Settings"_s);
+    QApplication::setFont(usual);
+    QScrollBar &bar = *area(window)->verticalScrollBar();
+    QVERIFY(desk::control(&window, u"noRadio"_s).hasFocus());
+    bar.setValue(bar.maximum());
+    desk::control(&window, u"yesRadio"_s).setFocus();
+    for (const QString &name : {u"textLabel1"_s, u"yesRadio"_s}) {
+        const QWidget &control = desk::control(&window, name);
+        QVERIFY2(isInView(window, control),
+                 qPrintable(u"%1 is out of view: %2 down in a window of %3"_s.arg(name)
+                                .arg(control.mapTo(&window, QPoint()).y())
+                                .arg(window.height())));
+    }
+}
+
+void tst_window::focusIsShownBeforeTabIsPressed() {
+    const Window &window = open(u"Settings"_s);
+    QStyleOption option;
+    option.initFrom(&desk::control(&window, u"noRadio"_s));
+    QVERIFY(option.state.testFlag(QStyle::State_KeyboardFocusChange));
 }
 
 void tst_window::windowThatFitsIsLeftAlone() {

@@ -124,10 +124,8 @@ class Configuration final {
     }
 
  private:
-    static QString memory() {
-        const QString memory = QStringLiteral("/dev/shm");
-        return QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
-    }
-
-    QTemporaryDir home_{memory() + QStringLiteral("/zorvan-test-XXXXXX")};
+    QTemporaryDir home_{(QFileInfo(QStringLiteral("/dev/shm")).isWritable()
+                             ? QStringLiteral("/dev/shm")
+                             : QDir::tempPath()) +
+                        QStringLiteral("/zorvan-test-XXXXXX")};
 };

@@ -14,13 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray twoPasses = QByteArray(seeded).replace("quiz5=0", "quiz5=2");
-const QByteArray threePasses = QByteArray(seeded)
-                                   .replace("quiz5=0", "quiz5=3")
-                                   .replace("currentStatus=0", "currentStatus=pass")
-                                   .replace("currentTest=0", "currentTest=5");
-const QByteArray firstPass = QByteArray(threePasses).replace("quiz5=3", "quiz5=1");
-
 using Prepare = std::function<void(const Configuration &)>;
 /// What is wrong with the configuration home afterwards, or nothing.
 using Judge = std::function<QByteArray(const Configuration &)>;
@@ -94,6 +87,13 @@ void tst_badplaces::programCopesAndTells_data() {
     QTest::addColumn<int>("passes");
     QTest::addColumn<Judge>("judge");
 
+    const QByteArray twoPasses = QByteArray(seeded).replace("quiz5=0", "quiz5=2");
+    const QByteArray threePasses = QByteArray(seeded)
+                                       .replace("quiz5=0", "quiz5=3")
+                                       .replace("currentStatus=0", "currentStatus=pass")
+                                       .replace("currentTest=0", "currentTest=5");
+    const QByteArray firstPass = QByteArray(threePasses).replace("quiz5=3", "quiz5=1");
+
     const Prepare nothing = [](const Configuration &) {};
     const auto row = [](const char *name) -> QTestData & { return QTest::newRow(name); };
     constexpr bool Tells = true;
@@ -104,45 +104,45 @@ void tst_badplaces::programCopesAndTells_data() {
     // Places.
     row("missing") << nothing << Rights::All << Quiet << Greets << 1 << holds(firstPass);
     row("configuration home read-only")
-        << Prepare([](const Configuration &place) { ::chmod(qUtf8Printable(place.home()), 0500); })
+        << Prepare([=](const Configuration &place) { ::chmod(qUtf8Printable(place.home()), 0500); })
         << Rights::All << Tells << Greets << 1 << holds("");
-    row("folder read-only") << Prepare([](const Configuration &place) {
+    row("folder read-only") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
         ::chmod(qUtf8Printable(place.folder()), 0500);
     }) << Rights::All << Tells
                             << Knows << 3 << holds(twoPasses);
-    row("file read-only") << Prepare([](const Configuration &place) {
+    row("file read-only") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
         ::chmod(qUtf8Printable(place.file()), 0400);
     }) << Rights::All << Tells
                           << Knows << 3 << holds(twoPasses);
-    row("file without permissions") << Prepare([](const Configuration &place) {
+    row("file without permissions") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
         ::chmod(qUtf8Printable(place.file()), 0);
     }) << Rights::All << Tells << Greets
-                                    << 1 << Judge([](const Configuration &place) {
+                                    << 1 << Judge([=](const Configuration &place) {
                                            ::chmod(qUtf8Printable(place.file()), 0600);
                                            return holds(twoPasses)(place);
                                        });
     row("configuration home is a file")
-        << Prepare([](const Configuration &place) {
+        << Prepare([=](const Configuration &place) {
                QFile::remove(place.home());
                QDir().rmdir(place.home());
                QFile file(place.home());
                QVERIFY(file.open(QIODevice::WriteOnly));
            })
-        << Rights::All << Tells << Greets << 1 << Judge([](const Configuration &place) {
+        << Rights::All << Tells << Greets << 1 << Judge([=](const Configuration &place) {
                return differs("the home", contentOf(place.home()), "");
            });
-    row("store is a folder") << Prepare([](const Configuration &place) {
+    row("store is a folder") << Prepare([=](const Configuration &place) {
         QDir().mkpath(place.file() + u"/kept"_s);
     }) << Rights::All << Tells
                              << Greets << 1 << holds("", {u"Zorvan.conf/kept"_s});
-    row("store is a socket") << Prepare([](const Configuration &place) {
+    row("store is a socket") << Prepare([=](const Configuration &place) {
         QDir().mkpath(place.folder());
         ::mknod(qUtf8Printable(place.file()), S_IFSOCK | 0600, 0);
     }) << Rights::All << Tells
-                             << Greets << 1 << Judge([](const Configuration &place) {
+                             << Greets << 1 << Judge([=](const Configuration &place) {
                                     struct ::stat status {};
                                     ::stat(qUtf8Printable(place.file()), &status);
                                     return QByteArray(
@@ -154,11 +154,11 @@ void tst_badplaces::programCopesAndTells_data() {
         << nothing << Rights::NoWritingOfFiles << Tells << Greets << 1 << holds("");
 
     row("file for its owner only")
-        << Prepare([](const Configuration &place) {
+        << Prepare([=](const Configuration &place) {
                place.fill(twoPasses);
                ::chmod(qUtf8Printable(place.file()), 0600);
            })
-        << Rights::All << Quiet << Knows << 3 << Judge([](const Configuration &place) {
+        << Rights::All << Quiet << Knows << 3 << Judge([=](const Configuration &place) {
                const bool kept = QFileInfo(place.file())
                                      .permissions()
                                      .testFlags(QFile::ReadOwner | QFile::WriteOwner) &&
@@ -168,27 +168,27 @@ void tst_badplaces::programCopesAndTells_data() {
 
     // Links.
     row("link to a file") << linkedTo(u"elsewhere.conf"_s, twoPasses) << Rights::All << Quiet
-                          << Knows << 3 << Judge([](const Configuration &place) {
+                          << Knows << 3 << Judge([=](const Configuration &place) {
                                  return holds(threePasses, {u"elsewhere.conf"_s})(place) +
                                         differs("the link", linkOf(place).toUtf8(),
                                                 (place.folder() + u"/elsewhere.conf"_s).toUtf8());
                              });
     row("link to a file that is missing")
         << linkedTo(u"elsewhere.conf"_s) << Rights::All << Quiet << Greets << 1
-        << Judge([](const Configuration &place) {
+        << Judge([=](const Configuration &place) {
                return holds(firstPass, {u"elsewhere.conf"_s})(place) +
                       differs("the link", linkOf(place).toUtf8(),
                               (place.folder() + u"/elsewhere.conf"_s).toUtf8());
            });
     row("link to a folder that is missing")
         << linkedTo(u"nowhere/elsewhere.conf"_s) << Rights::All << Tells << Greets << 1
-        << Judge([](const Configuration &place) {
+        << Judge([=](const Configuration &place) {
                return holds("")(place) +
                       differs("the link", linkOf(place).toUtf8(),
                               (place.folder() + u"/nowhere/elsewhere.conf"_s).toUtf8());
            });
     row("link to itself") << linkedTo(u"Zorvan.conf"_s) << Rights::All << Tells << Greets << 1
-                          << Judge([](const Configuration &place) {
+                          << Judge([=](const Configuration &place) {
                                  return differs("the link", linkOf(place).toUtf8(),
                                                 place.file().toUtf8());
                              });
@@ -237,7 +237,7 @@ void tst_badplaces::programCopesAndTells_data() {
     const QByteArray lengthy = "\n[Another]\nlong=" + QByteArray(1'000'000, 'x') + '\n';
     content("a very long value", twoPasses + lengthy)
         << Quiet << Knows << 3 << holds(threePasses + lengthy);
-    const auto withPassCount = [](const QByteArray &count) {
+    const auto withPassCount = [=](const QByteArray &count) {
         return QByteArray(threePasses).replace("quiz5=3", "quiz5=" + count);
     };
     const auto oddCount = [&](const char *name, const QByteArray &count) {
@@ -254,7 +254,7 @@ void tst_badplaces::programCopesAndTells_data() {
     oddCount("no pass count", "");
 
     // What a kill left, also one by an earlier version.
-    row("leftovers of a kill") << Prepare([](const Configuration &place) {
+    row("leftovers of a kill") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
         QDir().mkpath(place.folder() + u"/.writing"_s);
         place.write("", u".writing/7.lock"_s);

@@ -48,7 +48,7 @@ void tst_kills::killsLoseNothing() {
         Recording recording(configuration, 1000, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
         // At any point of any write, also in the first one after the kill before.
         recording.waitForLines(random.bounded(1, 12));
-        QThread::usleep(random.bounded(6000));
+        QThread::usleep(random.bounded(6000U));
         recording.kill();
         slowest = qMax(slowest, recording.firstWrite().value_or(0));
 

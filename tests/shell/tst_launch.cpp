@@ -10,16 +10,18 @@ class tst_launch final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
+    void programStartsAndLogsOneLine_data();
     void programStartsAndLogsOneLine();
     void unparsableStoreDoesNotStopTheProgram();
 
  private:
     /// Starts the program on a store of that content and gives what it wrote to standard error
     /// up to the line that says it has started.
-    static QByteArray linesUntilStarted(const QByteArray &storeContent);
+    static QByteArray linesUntilStarted(const QByteArray &storeContent,
+                                        bool hasRuntimeFolder = true);
 };
 
-QByteArray tst_launch::linesUntilStarted(const QByteArray &storeContent) {
+QByteArray tst_launch::linesUntilStarted(const QByteArray &storeContent, bool hasRuntimeFolder) {
     const QTemporaryDir home;
     QDir(home.path()).mkdir(u"Zorvan"_s);
     QFile store(home.filePath(u"Zorvan/Zorvan.conf"_s));
@@ -31,7 +33,11 @@ QByteArray tst_launch::linesUntilStarted(const QByteArray &storeContent) {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_CONFIG_HOME"_s, home.path());
-    environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
+    environment.insert(u"TMPDIR"_s, home.path());
+    environment.remove(u"XDG_RUNTIME_DIR"_s);
+    if (hasRuntimeFolder) {
+        environment.insert(u"XDG_RUNTIME_DIR"_s, home.path());
+    }
     program.setProcessEnvironment(environment);
     program.setReadChannel(QProcess::StandardError);
     program.start(QStringLiteral(ZORVAN_PROGRAM));
@@ -49,8 +55,16 @@ QByteArray tst_launch::linesUntilStarted(const QByteArray &storeContent) {
     return lines.join('\n') + (runs ? "" : "(ended)");
 }
 
+void tst_launch::programStartsAndLogsOneLine_data() {
+    QTest::addColumn<bool>("hasRuntimeFolder");
+    QTest::newRow("in a session with a runtime folder") << true;
+    QTest::newRow("in one without") << false;
+}
+
 void tst_launch::programStartsAndLogsOneLine() {
-    QCOMPARE(linesUntilStarted("[General]\nfirstRun=false\n"), QByteArray("Finished Starting\n"));
+    QFETCH(const bool, hasRuntimeFolder);
+    QCOMPARE(linesUntilStarted("[General]\nfirstRun=false\n", hasRuntimeFolder),
+             QByteArray("Finished Starting\n"));
 }
 
 void tst_launch::unparsableStoreDoesNotStopTheProgram() {

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTextDocument>
 
@@ -258,6 +259,11 @@ void tst_menubar::aboutSaysWhatTheProgramIs() {
     // The clock of an open quiz goes on: the box is no alert.
     QVERIFY(!box->isModal());
     QVERIFY(box->text().startsWith(u"Zorvan "));
+    QCOMPARE(box->defaultButton()->text(), u"OK"_s);
+    // Beside the text, in proportion to it.
+    const double lines =
+        box->iconPixmap().deviceIndependentSize().height() / box->fontMetrics().lineSpacing();
+    QVERIFY2(qAbs(lines - 4) < 0.1, qPrintable(u"The icon is %1 lines high, not 4"_s.arg(lines)));
     for (const QLabel *label : box->findChildren<QLabel *>()) {
         if (!label->text().isEmpty()) {
             QVERIFY2(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()),
