@@ -30,8 +30,7 @@
 #include "support/store.h"
 
 /// The toolkit calls whoever stands in this table as objects come and go.
-// NOLINTNEXTLINE(modernize-avoid-c-arrays, cppcoreguidelines-avoid-non-const-global-variables):
-// Qt's
+// NOLINTNEXTLINE(*-avoid-c-arrays, *-avoid-non-const-global-variables): it is the toolkit's
 extern quintptr Q_CORE_EXPORT qtHookData[];
 
 /// Every object of the toolkit that lives.
