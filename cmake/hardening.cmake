@@ -7,7 +7,7 @@ include(CheckPIESupported)
 include(CMakePushCheckState)
 
 if(ZORVAN_SANITIZE)
-    message(STATUS "Not hardened: the sanitizers are in its place")
+    message(STATUS "Not hardened: built with the sanitizers instead")
     return()
 endif()
 

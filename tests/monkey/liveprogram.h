@@ -186,7 +186,7 @@ class LiveProgram final {
 
 namespace liveprogram {
 
-/// Offscreen, unless it is asked to be seen, and on a store of its own. The small screen is one
+/// Offscreen, unless it is asked to be seen. The small screen is one
 /// that no window fits on.
 inline void chooseScreen(bool small) {
     static const bool asked = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
@@ -194,6 +194,15 @@ inline void chooseScreen(bool small) {
         const QByteArray screen = small ? "smallscreen.json" : "screen.json";
         qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREENS "/" + screen);
     }
+}
+
+/// What the main function does before there is an application, on a store of its own.
+inline void prepare(const QTemporaryDir &home) {
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    platform::provideRuntimeFolder();
+    installResources();
+    fillControllerTable();
+    LiveObjects::watch();
 }
 
 /// A command line, before there is an application.

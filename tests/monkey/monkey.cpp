@@ -37,11 +37,7 @@ int main(int argc, char **argv) {
     std::printf("monkey --seed %u --steps %d\n", seed, steps);
     std::fflush(stdout);
     const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-    platform::provideRuntimeFolder();
-    installResources();
-    fillControllerTable();
-    LiveObjects::watch();
+    liveprogram::prepare(home);
     qInstallMessageHandler(toolkitSays);
 
     Walk walk(seed, steps, parser.isSet(verboseOption));

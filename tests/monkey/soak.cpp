@@ -260,11 +260,7 @@ int main(int argc, char **argv) {
     parser.process(liveprogram::arguments(argc, argv));
 
     const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-    platform::provideRuntimeFolder();
-    installResources();
-    fillControllerTable();
-    LiveObjects::watch();
+    liveprogram::prepare(home);
     store::fill(store::seeded());
     liveprogram::chooseScreen(false);
     LiveProgram program(content::systemRandom);

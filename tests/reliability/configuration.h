@@ -66,11 +66,21 @@ inline QByteArray missing(const Contents &expected, const Contents &contents) {
 /// off.
 class Configuration final {
  public:
-    QString home() const { return home_.path(); }
+    Configuration() { QDir().mkdir(home()); }
+    ~Configuration() {
+        // What a test has forbidden would be left behind.
+        for (const QString &path : {home(), folder()}) {
+            QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+    }
+    Configuration(const Configuration &) = delete;
+    Configuration &operator=(const Configuration &) = delete;
+
+    QString home() const { return place_.filePath(QStringLiteral("home")); }
     /// A folder for the session, which may be missing.
-    QString runtime() const { return home_.filePath(QStringLiteral("runtime")); }
-    QString folder() const { return home_.filePath(QStringLiteral("Zorvan")); }
-    QString file() const { return home_.filePath(QStringLiteral("Zorvan/Zorvan.conf")); }
+    QString runtime() const { return place_.filePath(QStringLiteral("runtime")); }
+    QString folder() const { return home() + QStringLiteral("/Zorvan"); }
+    QString file() const { return folder() + QStringLiteral("/Zorvan.conf"); }
 
     /// Writes a file of the program's folder, which is made where it is missing.
     void write(const QByteArray &content, const QString &name) const {
@@ -107,16 +117,17 @@ class Configuration final {
     }
     Contents contents() const { return parsed().value_or(Contents()); }
 
-    /// Every other file and folder below the configuration home, by its path from the program's.
+    /// Every other file and folder, by its path from the program's folder.
     QStringList filesBesideTheStore() const {
         QStringList files;
-        QDirIterator all(home_.path(),
+        QDirIterator all(place_.path(),
                          QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
+        const QStringList expected{home(), runtime(), folder(), file()};
         while (all.hasNext()) {
-            const QString path = QDir(folder()).relativeFilePath(all.next());
-            if (path != u"." && path != u"../runtime" && path != u"Zorvan.conf") {
-                files << path;
+            const QString path = all.next();
+            if (!expected.contains(path)) {
+                files << QDir(folder()).relativeFilePath(path);
             }
         }
         files.sort();
@@ -124,8 +135,8 @@ class Configuration final {
     }
 
  private:
-    QTemporaryDir home_{(QFileInfo(QStringLiteral("/dev/shm")).isWritable()
-                             ? QStringLiteral("/dev/shm")
-                             : QDir::tempPath()) +
-                        QStringLiteral("/zorvan-test-XXXXXX")};
+    QTemporaryDir place_{(QFileInfo(QStringLiteral("/dev/shm")).isWritable()
+                              ? QStringLiteral("/dev/shm")
+                              : QDir::tempPath()) +
+                         QStringLiteral("/zorvan-test-XXXXXX")};
 };

@@ -50,12 +50,6 @@ class Recording final {
         return said_.endsWith("end\n") && process_.exitCode() == 0;
     }
 
-    bool isRunning() {
-        process_.waitForReadyRead(0);
-        said_ += process_.readAllStandardOutput();
-        return process_.state() != QProcess::NotRunning;
-    }
-
     /// The writes that were done, in their order.
     QList<Entry> done() const { return entries("done "); }
     /// The write that was begun and not announced as done.

@@ -101,20 +101,23 @@ void tst_kills::nextWriteClearsAwayWhatAKillLeft() {
 void tst_kills::killedNeighbourCostsTheOtherNothing() {
     const Configuration configuration;
     configuration.fill(seeded);
-    Recording survivor(configuration, 200, {u"1"_s, u"2"_s, u"3"_s});
-    int kills = 0;
-    while (survivor.isRunning()) {
+    Recording survivor(configuration, 100'000, {u"1"_s, u"2"_s, u"3"_s});
+    for (int kill = 0; kill < 30; ++kill) {
         Recording neighbour(configuration, 1000, {u"4"_s, u"5"_s});
-        neighbour.waitForLines(1 + kills % 7);
-        QThread::usleep(static_cast<unsigned long>(kills % 10 * 500));
+        neighbour.waitForLines(1 + kill % 7);
+        QThread::usleep(static_cast<unsigned long>(kill % 10 * 500));
         neighbour.kill();
-        ++kills;
     }
-    QVERIFY(survivor.waitForEnd());
+    survivor.waitForLines(100);
+    survivor.kill();
     QCOMPARE(survivor.lost(), QByteArrayList());
-    QCOMPARE(survivor.done().size(), 600);
-    QCOMPARE(missing(survivor.lastOfEachQuiz(), configuration.contents()), QByteArray());
-    QVERIFY2(kills > 5, QByteArray::number(kills));
+    // The write that it was killed in may have landed or not.
+    Contents announced = survivor.lastOfEachQuiz();
+    if (const auto due = survivor.due()) {
+        announced.remove(due->first);
+    }
+    QVERIFY(!announced.isEmpty());
+    QCOMPARE(missing(announced, configuration.contents()), QByteArray());
 }
 
 QTEST_GUILESS_MAIN(tst_kills)
