@@ -1,6 +1,7 @@
 #include "platform/application.h"
 
 #include <algorithm>
+#include <utility>
 
 #ifdef Q_OS_LINUX
 #include <unistd.h>
@@ -14,6 +15,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QResource>
 #include <QTimer>
 #include <QWindow>
 
@@ -42,11 +44,15 @@ void provideRuntimeFolder() {
 
 namespace {
 
+/// From plain pixels, a file for each size, named by it: to read a picture file the toolkit loads
+/// all that it has for any kind of them.
 QIcon programIcon() {
     QIcon icon;
-    // Larger ones only burden the window manager, which is given all of them with every window.
-    for (const int size : {16, 24, 32, 48, 64, 128}) {
-        icon.addFile(u":/icons/zorvan-%1.png"_s.arg(size));
+    const QDir sizes(u":/window-icon"_s);
+    for (const QString &size : sizes.entryList()) {
+        const QResource pixels(sizes.filePath(size));
+        icon.addPixmap(QPixmap::fromImage(
+            QImage(pixels.data(), size.toInt(), size.toInt(), QImage::Format_RGBA8888)));
     }
     return icon;
 }
@@ -84,7 +90,6 @@ Application &Application::shared() {
 void Application::loadMainLayout(QObject &delegate) {
     mainLayout_ = std::make_unique<Window>(*this);
     layoutNamed(u"MainLayout"_s)(*mainLayout_);
-    theme::dress(*mainLayout_);
     connectActions(*mainLayout_, {&delegate, this});
     describeMenus(*mainLayout_->menuBar());
 #ifdef Q_OS_MACOS
@@ -179,6 +184,9 @@ void Application::offerWayBack() {
         if (qobject_cast<const Window *>(widget) != nullptr && widget->isVisible()) {
             return;
         }
+    }
+    if (!std::exchange(wayBackIsDressed_, true)) {
+        theme::dress(*mainLayout_);
     }
     mainLayout_->show();
 #endif

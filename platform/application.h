@@ -56,6 +56,7 @@ class Application final : public QApplication, public WindowDelegate {
     static bool everyWindowAgreesToClose();
 
     std::unique_ptr<Window> mainLayout_;
+    bool wayBackIsDressed_ = false;
     /// The desktop's own menu bar, where it has one.
     std::unique_ptr<QMenuBar> desktopMenuBar_;
     bool quitting_ = false;

@@ -174,6 +174,15 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                QPainter *painter, const QWidget *widget) const {
+    if (const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option);
+        button != nullptr && button->icon.isNull() && button->text.isEmpty()) {
+        // The rest of a menu bar that is too narrow for all of its menus.
+        QStyleOptionToolButton rest(*button);
+        rest.features |= QStyleOptionToolButton::Arrow;
+        rest.arrowType = Qt::DownArrow;
+        QProxyStyle::drawComplexControl(control, &rest, painter, widget);
+        return;
+    }
     if (control != CC_ScrollBar) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         return;
@@ -243,6 +252,15 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, con
                               const QWidget *widget) const {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     return type == CT_RadioButton ? size + QSize(2 * padding(*option), 0) : size;
+}
+
+QIcon Style::standardIcon(StandardPixmap standardIcon, const QStyleOption *option,
+                          const QWidget *widget) const {
+    // Every menu bar asks for it. It would be read from a picture file, for which the toolkit loads
+    // all that it has for any kind of them.
+    return standardIcon == SP_ToolBarHorizontalExtensionButton
+               ? QIcon()
+               : QProxyStyle::standardIcon(standardIcon, option, widget);
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,

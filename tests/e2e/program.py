@@ -33,6 +33,11 @@ class Program:
         """What the program has written to its standard output and standard error."""
         return self._log.read_text(encoding="utf-8", errors="replace").splitlines()
 
+    def mapped_files(self):
+        """What it has loaded, the program itself and its libraries among it."""
+        maps = Path(f"/proc/{self._process.pid}/maps").read_text(encoding="utf-8")
+        return {line.split()[-1] for line in maps.splitlines() if "/" in line}
+
     def is_running(self):
         return self._process.poll() is None
 

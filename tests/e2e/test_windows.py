@@ -4,6 +4,15 @@ from learner import QUIZZES, Attempt
 from program import Role
 
 
+def test_the_main_menu_needs_no_picture_file(learner):
+    learner.start_for_the_first_time()
+    # To read one, the toolkit loads all that it has for any kind of them.
+    loaded = learner.program.mapped_files()
+    assert any("/platforms/" in file for file in loaded)
+    assert [file for file in loaded if "/imageformats/" in file] == []
+    learner.quit()
+
+
 def test_two_quizzes_share_one_attempt(learner):
     structure, methods = QUIZZES[5], QUIZZES[3]
     menu = learner.start_for_the_first_time()

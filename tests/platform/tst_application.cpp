@@ -13,6 +13,11 @@ class tst_application final : public QObject {
     void iconOfEachSizeIsDrawnForIt();
     void everyIconFillsItsSize();
     void stepsOfAResizeCountFromTheWindowsSize();
+
+ private:
+    static QString iconFile(int size) {
+        return QStringLiteral(RESOURCES "/icons/zorvan-%1.png").arg(size);
+    }
 };
 
 void tst_application::windowIconHasEverySizeADesktopAsksFor() {
@@ -34,7 +39,7 @@ void tst_application::iconOfEachSizeIsDrawnForIt_data() {
 
 void tst_application::iconOfEachSizeIsDrawnForIt() {
     QFETCH(const int, size);
-    const QImage kept(u":/icons/zorvan-%1.png"_s.arg(size));
+    const QImage kept(iconFile(size));
     QCOMPARE(kept.size(), QSize(size, size));
     const QImage shown = QApplication::windowIcon().pixmap(size).toImage();
     QCOMPARE(shown, QPixmap::fromImage(kept).toImage());
@@ -42,7 +47,7 @@ void tst_application::iconOfEachSizeIsDrawnForIt() {
 
 void tst_application::everyIconFillsItsSize() {
     for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
-        const QImage icon(u":/icons/zorvan-%1.png"_s.arg(size));
+        const QImage icon(iconFile(size));
         QVERIFY2(icon.size() == QSize(size, size),
                  qPrintable(u"zorvan-%1.png is %2 pixels wide"_s.arg(size).arg(icon.width())));
         QCOMPARE(qAlpha(icon.pixel(0, 0)), 0);

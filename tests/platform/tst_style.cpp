@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStyleOptionSlider>
 #include <QTest>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "platform/theme.h"
@@ -105,6 +106,8 @@ class tst_style final : public QObject {
     void chosenMenuItemIsFilledWithTheAccent();
     void chosenMenuIsSetOff_data();
     void chosenMenuIsSetOff();
+    void menuBarWithoutRoomShowsThatThereIsMore_data();
+    void menuBarWithoutRoomShowsThatThereIsMore();
     void textOfAnOptionHasItsRoom();
     void scrollBarIsAllGroove_data();
     void scrollBarIsAllGroove();
@@ -376,6 +379,36 @@ void tst_style::chosenMenuIsSetOff() {
     bar.setActiveAction(quizzes);
     QVERIFY(isSetOff(quizzes));
     QVERIFY(!isSetOff(help));
+}
+
+void tst_style::menuBarWithoutRoomShowsThatThereIsMore_data() {
+    addPalettes();
+}
+
+void tst_style::menuBarWithoutRoomShowsThatThereIsMore() {
+    QFETCH(const QPalette, palette);
+    QApplication::setPalette(palette);
+    QMenuBar bar;
+    for (const QString &title : {u"Zorvan"_s, u"Quizzes"_s, u"Window"_s, u"Help"_s}) {
+        bar.addMenu(title);
+    }
+    bar.resize(bar.sizeHint().width() / 2, bar.sizeHint().height());
+    bar.show();
+    QToolButton *rest = nullptr;
+    for (auto *button : bar.findChildren<QToolButton *>()) {
+        rest = button->isVisible() ? button : rest;
+    }
+    QVERIFY(rest != nullptr);
+    // The darkest or lightest that is drawn, beside the ground that it is drawn on.
+    const QImage picture = rest->grab().toImage();
+    const float ground = picture.pixelColor(0, picture.height() / 2).lightnessF();
+    float farthest = 0;
+    for (int y = 4; y < picture.height() - 4; ++y) {
+        for (int x = 4; x < picture.width() - 4; ++x) {
+            farthest = qMax(farthest, qAbs(picture.pixelColor(x, y).lightnessF() - ground));
+        }
+    }
+    QVERIFY2(farthest > 0.4F, qPrintable(QString::number(double(farthest))));
 }
 
 void tst_style::textOfAnOptionHasItsRoom() {

@@ -115,9 +115,12 @@ void tst_wayback::windowGoesWhenAnotherOpens() {
 }
 
 void tst_wayback::windowComesBackEachTime() {
+    QSize size;
     for (int time = 0; time < 2; ++time) {
         const platform::Window *wayBack = openwindow::open(u"MainLayout"_s, *program_->delegate);
         QVERIFY(wayBackIsShown());
+        QVERIFY(time == 0 || wayBack->minimumSizeHint() == size);
+        size = wayBack->minimumSizeHint();
         learner::press(wayBack, u"GoMainMenu"_s);
         QVERIFY(!wayBackIsShown());
         desk::window(u"MainMenu"_s)->close();
