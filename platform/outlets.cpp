@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QFile>
+#include <QHash>
 
 #include "platform/keys.h"
 #include "platform/log.h"
@@ -141,7 +142,16 @@ void StageOutlet::setMood(Stage::Mood mood) const {
 
 QIcon imageNamed(const QString &fileName) {
     const QString path = u"images:"_s + fileName;
-    return QFile::exists(path) ? QIcon(path) : QIcon();
+    if (!QFile::exists(path)) {
+        return {};
+    }
+    // One for each name: what the toolkit has scaled it keeps for the picture that it came from.
+    static QHash<QString, QIcon> images;
+    QIcon &image = images[fileName];
+    if (image.isNull()) {
+        image = QIcon(path);
+    }
+    return image;
 }
 
 }  // namespace platform

@@ -63,6 +63,7 @@ class tst_controls final : public QObject {
     void rowsButtonIsDescribedByItsLevel();
     void imageIsDrawnAndTakenAway();
     void unknownImageIsNull();
+    void imageOfANameIsAlwaysTheSame();
 
  private:
     static bool inFront(Answer &answer) { return QTest::qWaitForWindowActive(&answer.window); }
@@ -221,6 +222,12 @@ void tst_controls::imageIsDrawnAndTakenAway() {
 void tst_controls::unknownImageIsNull() {
     QVERIFY(!platform::imageNamed(u"checkmark.png"_s).isNull());
     QVERIFY(platform::imageNamed(u"absent.png"_s).isNull());
+}
+
+void tst_controls::imageOfANameIsAlwaysTheSame() {
+    const auto key = [](const QString &name) { return platform::imageNamed(name).cacheKey(); };
+    QCOMPARE(key(u"checkmark.png"_s), key(u"checkmark.png"_s));
+    QVERIFY(key(u"checkmark.png"_s) != key(u"blankcheckmark.png"_s));
 }
 
 ZORVAN_TEST_MAIN(tst_controls)
