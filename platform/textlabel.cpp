@@ -1,7 +1,7 @@
 #include "platform/textlabel.h"
 
 #include <cmath>
-#include <memory>
+#include <utility>
 #include <vector>
 
 #include <QFontDatabase>
@@ -17,33 +17,108 @@ namespace platform {
 
 /// The text as it is set in lines.
 struct TextLabel::Setting {
+    /// What it follows from, but for the width.
+    struct Source {
+        QString text;
+        QFont font;
+        QTextOption::WrapMode wrapMode;
+        Qt::Alignment alignment;
+        double leading;
+        qsizetype firstOfCode;
+        /// Of the lines of code.
+        QFont codeFont;
+        double unit;
+
+        bool operator==(const Source &) const = default;
+    };
+
+    explicit Setting(Source from);
+
+    /// Breaks the lines anew where that is a new width.
+    void fill(double room);
+
+    Source source;
     std::vector<std::unique_ptr<QTextLayout>> paragraphs;
+    double room = -1;
     /// The panel around the lines of code; empty where there are none.
     QRectF code;
     double width = 0;
     double height = 0;
 
-    void add(const QString &text, const QFont &font, const QTextOption &option, double leading,
-             double left, double room) {
-        auto paragraph = std::make_unique<QTextLayout>(text, font);
+ private:
+    void fill(QTextLayout &paragraph, double left, double room);
+};
+
+TextLabel::Setting::Setting(Source from) : source(std::move(from)) {
+    QTextOption option(source.alignment);
+    option.setWrapMode(source.wrapMode);
+    for (const QString &line : source.text.split(u'\n')) {
+        const bool isCode = qsizetype(paragraphs.size()) >= source.firstOfCode;
+        auto paragraph =
+            std::make_unique<QTextLayout>(line, isCode ? source.codeFont : source.font);
         paragraph->setTextOption(option);
-        paragraph->beginLayout();
-        for (QTextLine line = paragraph->createLine(); line.isValid();
-             line = paragraph->createLine()) {
-            line.setLineWidth(room);
-            // Whole pixels: every line is as sharp as the first.
-            line.setPosition({left, height});
-            height += std::round(line.height() * leading);
-            width = qMax(width, left + std::ceil(line.naturalTextWidth()));
-        }
-        paragraph->endLayout();
+        // Its glyphs are chosen once, however often it is measured and drawn.
+        paragraph->setCacheEnabled(true);
         paragraphs.push_back(std::move(paragraph));
     }
-};
+}
+
+void TextLabel::Setting::fill(double newRoom) {
+    if (room == newRoom) {
+        return;
+    }
+    room = newRoom;
+    code = QRectF();
+    width = 0;
+    height = 0;
+    const auto lines = qsizetype(paragraphs.size());
+    const qsizetype firstOfCode = qMin(source.firstOfCode, lines);
+    for (qsizetype i = 0; i < firstOfCode; ++i) {
+        fill(*paragraphs[std::size_t(i)], 0, room);
+    }
+    if (firstOfCode < lines) {
+        const double side = theme::codeSideMargin * source.unit;
+        const double end = std::round(theme::codeEndMargin * source.unit);
+        height += end;
+        const double top = height;
+        height += end;
+        for (qsizetype i = firstOfCode; i < lines; ++i) {
+            fill(*paragraphs[std::size_t(i)], side, room - 2 * side);
+        }
+        height += end;
+        code = QRectF(0, top, room, height - top);
+    }
+}
+
+void TextLabel::Setting::fill(QTextLayout &paragraph, double left, double lineRoom) {
+    paragraph.beginLayout();
+    for (QTextLine line = paragraph.createLine(); line.isValid(); line = paragraph.createLine()) {
+        line.setLineWidth(lineRoom);
+        // Whole pixels: every line is as sharp as the first.
+        line.setPosition({left, height});
+        height += std::round(line.height() * source.leading);
+        width = qMax(width, left + std::ceil(line.naturalTextWidth()));
+    }
+    paragraph.endLayout();
+}
+
+namespace {
+
+double widestDigit(const QFontMetricsF &metrics) {
+    double width = 0;
+    for (const QChar digit : QStringView(u"0123456789")) {
+        width = qMax(width, metrics.horizontalAdvance(digit));
+    }
+    return width;
+}
+
+}  // namespace
 
 TextLabel::TextLabel(QWidget *parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
 }
+
+TextLabel::~TextLabel() = default;
 
 void TextLabel::setCharacters(int characters) {
     characters_ = characters;
@@ -106,46 +181,36 @@ QFont TextLabel::codeFont() const {
     return font;
 }
 
-TextLabel::Setting TextLabel::typeset(double width) const {
-    QTextOption option(alignment() & Qt::AlignHorizontal_Mask);
-    option.setWrapMode(wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap);
-    const QStringList lines = text().split(u'\n');
-    const qsizetype firstOfCode = codeBelow_ ? 1 : lines.size();
-
-    Setting setting;
-    for (const QString &line : lines.first(firstOfCode)) {
-        setting.add(line, font(), option, leading_, 0, width);
+const TextLabel::Setting &TextLabel::typeset(double width) const {
+    const bool hasCode = codeBelow_ && text().contains(u'\n');
+    Setting::Source source{.text = text(),
+                           .font = font(),
+                           .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
+                           .alignment = alignment() & Qt::AlignHorizontal_Mask,
+                           .leading = leading_,
+                           .firstOfCode = hasCode ? 1 : QWIDGETSIZE_MAX,
+                           .codeFont = hasCode ? codeFont() : font(),
+                           .unit = hasCode ? baseUnit() : 0};
+    if (!setting_ || setting_->source != source) {
+        setting_ = std::make_unique<Setting>(std::move(source));
     }
-    if (firstOfCode < lines.size()) {
-        const double side = theme::codeSideMargin * baseUnit();
-        const double end = std::round(theme::codeEndMargin * baseUnit());
-        setting.height += end;
-        const double top = setting.height;
-        setting.height += end;
-        const QFont code = codeFont();
-        for (const QString &line : lines.sliced(firstOfCode)) {
-            setting.add(line, code, option, leading_, side, width - 2 * side);
-        }
-        setting.height += end;
-        setting.code = QRectF(0, top, width, setting.height - top);
-    }
-    return setting;
+    setting_->fill(width);
+    return *setting_;
 }
 
 QSize TextLabel::textSize(double width) const {
-    const Setting setting = typeset(width);
+    const Setting &setting = typeset(width);
     return QSizeF(std::ceil(setting.width), setting.height).toSize();
 }
 
 int TextLabel::keptWidth() const {
-    const QFontMetricsF metrics(font());
-    double digit = 0;
-    for (const QChar each : QStringView(u"0123456789")) {
-        digit = qMax(digit, metrics.horizontalAdvance(each));
+    if (characters_ == 0 && widestText_.isEmpty()) {
+        return 0;
     }
+    const QFontMetricsF metrics(font());
     double width = characters_ * metrics.averageCharWidth();
     for (const QChar each : widestText_) {
-        width += each.isDigit() ? digit : metrics.horizontalAdvance(each);
+        width += each.isDigit() ? widestDigit(metrics) : metrics.horizontalAdvance(each);
     }
     return int(std::ceil(width));
 }
@@ -186,7 +251,7 @@ void TextLabel::paintEvent(QPaintEvent *) {
                            .edge = theme::Edge::None});
     }
     const QRectF place = contentsRect().marginsRemoved(padding());
-    const Setting setting = typeset(place.width());
+    const Setting &setting = typeset(place.width());
     double top = place.top();
     if (alignment().testFlag(Qt::AlignVCenter)) {
         top += std::round((place.height() - setting.height) / 2);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include <QColor>
 #include <QLabel>
 
@@ -28,6 +30,7 @@ class TextLabel final : public QLabel {
 
  public:
     explicit TextLabel(QWidget *parent = nullptr);
+    ~TextLabel() override;
 
     int characters() const { return characters_; }
     void setCharacters(int characters);
@@ -67,7 +70,7 @@ class TextLabel final : public QLabel {
     QMargins padding() const;
     int keptWidth() const;
     QFont codeFont() const;
-    Setting typeset(double width) const;
+    const Setting &typeset(double width) const;
     QSize textSize(double width) const;
 
     int characters_ = 0;
@@ -80,6 +83,8 @@ class TextLabel final : public QLabel {
     QString caption_;
     QColor textColor_;
     double alphaValue_ = 1.0;
+    /// The last one, kept because it is asked for again and again.
+    mutable std::unique_ptr<Setting> setting_;
 };
 
 }  // namespace platform

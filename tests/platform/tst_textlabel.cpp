@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -38,6 +40,8 @@ class tst_textlabel final : public QObject {
     void textStandsWhereItIsAligned_data();
     void textStandsWhereItIsAligned();
     void textStandsOffTheEndsOfItsBand();
+    void textIsSetAnewWhateverChanges_data();
+    void textIsSetAnewWhateverChanges();
 
  private:
     /// The share of the picture that differs from its corner.
@@ -350,6 +354,45 @@ void tst_textlabel::textStandsOffTheEndsOfItsBand() {
              qPrintable(u"from %1 to %2 of %3"_s.arg(place.left())
                             .arg(place.right())
                             .arg(label.width() * optics::ratio)));
+}
+
+void tst_textlabel::textIsSetAnewWhateverChanges_data() {
+    using Change = std::function<void(TextLabel &)>;
+    QTest::addColumn<Change>("change");
+    const auto row = [](const char *name, const Change &change) { QTest::newRow(name) << change; };
+    row("text", [](TextLabel &label) { label.setStringValue(u"Another text,\nof two lines"_s); });
+    row("font", [](TextLabel &label) {
+        QFont font = label.font();
+        font.setPointSizeF(1.5 * font.pointSizeF());
+        label.setFont(font);
+    });
+    row("wrapping", [](TextLabel &label) { label.setWordWrap(false); });
+    row("alignment", [](TextLabel &label) { label.setAlignment(Qt::AlignRight); });
+    row("leading", [](TextLabel &label) { label.setProperty("leading", 1.5); });
+    row("code", [](TextLabel &label) { label.setProperty("codeBelow", true); });
+    row("width", [](TextLabel &label) { label.resize(150, 200); });
+}
+
+void tst_textlabel::textIsSetAnewWhateverChanges() {
+    QFETCH(const std::function<void(TextLabel &)>, change);
+    const auto prepare = [](TextLabel &label) {
+        label.setStringValue(u"A text that is long enough for a second line\n$a = 'code';"_s);
+        label.setWordWrap(true);
+        label.resize(250, 200);
+    };
+    TextLabel label;
+    prepare(label);
+    const QImage before = label.grab().toImage();
+    change(label);
+    const QImage after = label.grab().toImage();
+    QVERIFY(after != before);
+
+    TextLabel fresh;
+    prepare(fresh);
+    change(fresh);
+    QCOMPARE(label.sizeHint(), fresh.sizeHint());
+    QCOMPARE(label.heightForWidth(150), fresh.heightForWidth(150));
+    QCOMPARE(after, fresh.grab().toImage());
 }
 
 ZORVAN_TEST_MAIN(tst_textlabel)
