@@ -146,10 +146,14 @@ QRectF snapped(const QPainter &painter, const QRectF &rect) {
 }
 
 void enlargeButton(QAbstractButton &button, double unit) {
-    button.setMinimumHeight(qMax(qRound(smallestTarget * unit), button.sizeHint().height()));
-    if (qobject_cast<QPushButton *>(&button) != nullptr &&
-        qobject_cast<RowButton *>(&button) == nullptr) {
-        button.setMinimumWidth(button.sizeHint().width() + qRound(3 * unit));
+    if (qobject_cast<RowButton *>(&button) != nullptr) {
+        // It is as large as it has to be, and its row is larger.
+        return;
+    }
+    const QSize needed = button.sizeHint();
+    button.setMinimumHeight(qMax(qRound(smallestTarget * unit), needed.height()));
+    if (qobject_cast<QPushButton *>(&button) != nullptr) {
+        button.setMinimumWidth(needed.width() + qRound(3 * unit));
     }
 }
 
@@ -202,22 +206,32 @@ double unit(const QWidget &widget) {
 
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {
     QPen pen = edgePen(palette, panel.edge, panel.unit);
-    double inset = 0;
+    double width = 0;
     if (pen.style() != Qt::NoPen) {
         const double pixel = 1 / painter.deviceTransform().m11();
-        const double width = pen.widthF() / pixel;
+        const double pixels = pen.widthF() / pixel;
         // Never wider than an edge that means something.
-        const int pixels = panel.edge == Edge::Hairline ? int(width) : qRound(width);
-        pen.setWidthF(qMax(1, pixels) * pixel);
-        inset = pen.widthF() / 2;
+        width = qMax(1, panel.edge == Edge::Hairline ? int(pixels) : qRound(pixels)) * pixel;
+        pen.setWidthF(width);
     }
-    const double radius = panel.radius * panel.unit - inset;
+    const QRectF outer = snapped(painter, panel.rect);
+    const auto draw = [&](double inset, const QPen &outline, const QBrush &inside) {
+        const double radius = panel.radius * panel.unit - inset;
+        painter.setPen(outline);
+        painter.setBrush(inside);
+        painter.drawRoundedRect(outer.adjusted(inset, inset, -inset, -inset), radius, radius);
+    };
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(pen);
-    painter.setBrush(groundColor(palette, panel.ground));
-    painter.drawRoundedRect(snapped(painter, panel.rect).adjusted(inset, inset, -inset, -inset),
-                            radius, radius);
+    if (panel.ground == Ground::None) {
+        draw(width / 2, pen, Qt::NoBrush);
+    } else {
+        // One upon the other: to draw a line takes several times as long as to fill.
+        if (width > 0) {
+            draw(0, Qt::NoPen, pen.color());
+        }
+        draw(width, Qt::NoPen, groundColor(palette, panel.ground));
+    }
     painter.restore();
 }
 
