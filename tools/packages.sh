@@ -13,10 +13,14 @@ packages_tour=(
     python3 python3-pyatspi xdotool imagemagick
 )
 
+# To measure the program beside another one.
+packages_measure=(pkgconf libxcb1-dev libxcb-damage0-dev)
+packages_bench=("${packages_run[@]}" "${packages_tour[@]}" "${packages_measure[@]}" binutils)
+
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 if [ "$(uname -s)" = Linux ]; then
-    packages_test+=("${packages_tour[@]}" python3-pytest weston qt6-wayland orca qt6ct)
+    packages_test+=("${packages_tour[@]}" "${packages_measure[@]}" python3-pytest weston qt6-wayland orca qt6ct)
 fi
 
 # To analyse the sources and the running program.

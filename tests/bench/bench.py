@@ -1,0 +1,330 @@
+"""Measures the program beside a window of ten plain widgets, and each step of a learner's way.
+
+    bench.py FOLDER     the folder with what was built; see --help
+"""
+
+import argparse
+import json
+import os
+import platform
+import re
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+from contextlib import ExitStack, contextmanager
+from dataclasses import dataclass
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parents[1] / "e2e"))
+
+from learner import SEEDS
+from session import Display, Session, wait_until
+
+OURS = "zorvan"
+IDLE_SECONDS = 10
+IDLE_COPIES = 5
+
+
+def main():
+    options = arguments()
+    for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
+        signal.signal(number, lambda *_: sys.exit("The measurement was ended."))
+    with Session() as session, Display(session, "1920x1080") as display:
+        Bench(session, display, options).run()
+
+
+def arguments():
+    parser = argparse.ArgumentParser(prog="bench", description=__doc__.partition("\n")[0])
+    parser.add_argument("folder", type=Path, help=argparse.SUPPRESS)
+    parser.add_argument("--rounds", type=int, default=20, help="how often each program is started")
+    parser.add_argument("--attempts", type=int, default=1000, help="how many quizzes are taken")
+    parser.add_argument("--main-tests", type=int, default=20, help="how many of 30 questions")
+    parser.add_argument(
+        "--against", type=Path, help="another program in place of the ten widgets"
+    )
+    return parser.parse_args()
+
+
+@dataclass
+class Start:
+    """One start of a program. Times in milliseconds, sizes in MiB."""
+
+    wall: float
+    cpu: float
+    peak: float
+    proportional: float
+    libraries: int
+
+
+class Bench:
+    def __init__(self, session, display, options):
+        self.session = session
+        self.options = options
+        self.tools = options.folder / "tests/bench"
+        self.programs = {
+            OURS: options.folder / "zorvan",
+            str(options.against or "ten widgets"): options.against or self.tools / "tenwidgets",
+        }
+        self.display = display
+
+    def run(self):
+        describe_machine()
+        with self.desktop():
+            self.compare_starts()
+            self.compare_rest()
+            self.time_steps()
+
+    @contextmanager
+    def desktop(self):
+        """What the programs find: a store, a runtime folder in memory as desktops have it, and no
+        screen reader.
+        """
+        os.environ.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")
+        os.environ |= self.display.environment
+        memory = Path("/dev/shm")
+        place = memory if memory.is_dir() else None
+        with tempfile.TemporaryDirectory(dir=place) as runtime:
+            os.environ["XDG_RUNTIME_DIR"] = runtime
+            yield
+
+    # The program beside the ten widgets
+
+    def compare_starts(self):
+        self.fill_store()
+        starts = {name: [] for name in self.programs}
+        for turn in range(-2, self.options.rounds):
+            order = list(self.programs)
+            for name in order if turn % 2 == 0 else reversed(order):
+                start = self.start(self.programs[name])
+                if turn >= 0:
+                    starts[name].append(start)
+
+        print(f"{self.options.rounds} starts of each in turn, after two that are not counted\n")
+        header("", *self.programs, "ratio", "wanted")
+        for label, field, form, wanted in (
+            ("exec to first window painted, ms", "wall", "{:.1f}", 1.25),
+            ("processor time until then, ms", "cpu", "{:.1f}", 1.3),
+            ("peak memory, MiB", "peak", "{:.1f}", None),
+            ("proportional memory at rest, MiB", "proportional", "{:.1f}", 1.25),
+            ("shared libraries mapped", "libraries", "{:.0f}", 1),
+        ):
+            values = {name: [getattr(s, field) for s in starts[name]] for name in self.programs}
+            compare(label, values, form, wanted)
+        sizes = {name: [stripped_size(program)] for name, program in self.programs.items()}
+        compare("stripped binary, KiB", sizes, "{:.0f}", None)
+        print("\nMedian, with least and most in brackets; the ratio is that of the medians.\n")
+
+    def start(self, program):
+        with self.running(program) as painted:
+            pid = painted["pid"]
+            wait_until_still(pid)
+            return Start(
+                wall=painted["wall"] * 1e3,
+                cpu=painted["cpu"] * 1e3,
+                peak=kibibytes(pid, "status", "VmHWM") / 1024,
+                proportional=kibibytes(pid, "smaps_rollup", "Pss") / 1024,
+                libraries=len(libraries(pid)),
+            )
+
+    @contextmanager
+    def running(self, *command):
+        """Starts a program and waits until its window is painted."""
+        process = subprocess.Popen(
+            [self.tools / "firstpaint", *command],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.PIPE,
+            text=True,
+        )
+        try:
+            written = process.stdout.readline()
+            if not written:
+                sys.exit(f"{command[0]} was not painted: {process.stderr.read()}")
+            yield json.loads(written)
+        finally:
+            process.communicate()
+
+    # At rest
+
+    def compare_rest(self):
+        print(f"How often a program wakes up, a second, over {IDLE_SECONDS} seconds at rest\n")
+        header("", "least", "median", "most", "wanted")
+        self.fill_store()
+        for name, program in self.programs.items():
+            self.watch_rest(f"{name}, {IDLE_COPIES} at once", [[program]] * IDLE_COPIES, "0")
+        ours = [self.programs[OURS]]
+        self.watch_rest(f"{OURS}, a quiz", [ours], "0", "ctrl+7")
+        self.fill_store(timedQuizzes="yes")
+        self.watch_rest(f"{OURS}, a quiz against the clock", [ours], "as below", "ctrl+7")
+        self.watch_rest("ten widgets, one of them a clock", [[self.tools / "tenwidgets", "--tick"]])
+        print()
+
+    def watch_rest(self, label, commands, wanted="", *keys):
+        with ExitStack() as stack:
+            pids = [stack.enter_context(self.running(*command))["pid"] for command in commands]
+            if keys:
+                windows = len(self.display.windows())
+                self.display.press(*keys)
+                wait_until("a window opens", lambda: len(self.display.windows()) > windows)
+            self.display.put_pointer_aside()
+            time.sleep(2)
+            before = [wake_ups(pid) for pid in pids]
+            time.sleep(IDLE_SECONDS)
+            after = [wake_ups(pid) for pid in pids]
+        each = [(b - a) / IDLE_SECONDS for a, b in zip(before, after)]
+        row(label, *(f"{of(each):.1f}" for of in (min, statistics.median, max)), wanted)
+
+    # A learner's way
+
+    def time_steps(self):
+        self.fill_store()
+        done = subprocess.run(
+            [
+                self.tools / "attempts",
+                f"--attempts={self.options.attempts}",
+                f"--main-tests={self.options.main_tests}",
+            ],
+            capture_output=True,
+            text=True,
+            check=False,
+        )
+        if done.returncode != 0:
+            sys.exit(f"The attempts failed: {done.stderr[-500:]}")
+        measured = json.loads(done.stdout)
+
+        print("From a click until all that it changes is painted, in milliseconds\n")
+        header("", "events", "least", "median", "95 of 100", "most", "wanted")
+        for key, label, wanted in (
+            ("answer", "answer to verdict", "under 4"),
+            ("next", "next-question button to question", ""),
+            ("open", "quiz button to quiz window", "under 16"),
+            ("end", "last answer to results and main menu", ""),
+            ("quiz 7", "the whole of quiz 7, as fast as it can be clicked", ""),
+        ):
+            times = measured[key]
+            if times:
+                spread = [min(times), statistics.median(times), quantile(times, 0.95), max(times)]
+                row(label, len(times), *(f"{time:.2f}" for time in spread), wanted)
+
+        print("\nWhat an attempt at quiz 5 costs as they go by in one process\n")
+        header(
+            "attempts",
+            "processor time, ms",
+            "least, ms",
+            "to the 10th",
+            "proportional memory, MiB",
+            "heap, KiB",
+        )
+        attempts = measured["attempts"]
+        tenth = least_time(attempts, 10)
+        for place in (1, 10, 100, 1000):
+            if place <= len(attempts):
+                at = attempts[place - 1]
+                row(
+                    place,
+                    f"{statistics.median(times_around(attempts, place)):.1f}",
+                    f"{least_time(attempts, place):.1f}",
+                    f"{least_time(attempts, place) / tenth:.2f}",
+                    f"{at['pss'] / 1024:.1f}",
+                    f"{at['heap']:.0f}",
+                )
+        print(
+            "\nThe times are the median and the least of the twenty attempts around; those of the"
+            " first, its own. Wanted: the 1000th at most 1.05 to the 10th."
+        )
+
+    # What they find
+
+    def fill_store(self, **more):
+        store = Path(os.environ["XDG_CONFIG_HOME"]) / "Zorvan/Zorvan.conf"
+        store.parent.mkdir(exist_ok=True)
+        lines = [f"{key}={value}" for key, value in (SEEDS | more).items()]
+        store.write_text("\n".join(["[General]", *lines, ""]))
+
+
+# What the system knows of a process
+
+
+def kibibytes(pid, file, field):
+    text = Path(f"/proc/{pid}/{file}").read_text()
+    return int(re.search(rf"^{field}:\s+(\d+) kB$", text, re.MULTILINE)[1])
+
+
+def libraries(pid):
+    maps = Path(f"/proc/{pid}/maps").read_text()
+    return set(re.findall(r"(/\S+\.so[.\d]*)$", maps, re.MULTILINE))
+
+
+def wake_ups(pid):
+    """How often any of its threads has stopped to wait."""
+    statuses = Path(f"/proc/{pid}/task").glob("*/status")
+    pattern = re.compile(r"^voluntary_ctxt_switches:\s+(\d+)$", re.MULTILINE)
+    return sum(int(pattern.search(status.read_text())[1]) for status in statuses)
+
+
+def wait_until_still(pid):
+    """Returns when it has not woken up for a third of a second."""
+    before = None
+    while before != (before := wake_ups(pid)):
+        time.sleep(0.3)
+
+
+def stripped_size(program):
+    with tempfile.TemporaryDirectory() as folder:
+        stripped = Path(folder) / "stripped"
+        subprocess.run(["strip", "-o", stripped, program], check=True)
+        return stripped.stat().st_size / 1024
+
+
+# What is printed
+
+
+def describe_machine():
+    cpu = re.search(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
+    qt = subprocess.run(
+        ["qmake6", "-query", "QT_VERSION"], stdout=subprocess.PIPE, text=True, check=False
+    )
+    memory = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
+    print(
+        f"{os.cpu_count()} processors, {cpu[1] if cpu else platform.machine()}; {memory:.0f} GiB;"
+        f" Linux {platform.release()}; Qt {qt.stdout.strip()}\n"
+    )
+
+
+def header(*titles):
+    row(*titles)
+    row("---", *("--:" for _ in titles[1:]))
+
+
+def row(*cells):
+    print("| " + " | ".join(str(cell) for cell in cells) + " |", flush=True)
+
+
+def compare(label, values, form, wanted):
+    medians = [statistics.median(each) for each in values.values()]
+    cells = []
+    for each, median in zip(values.values(), medians):
+        spread = f" ({form} to {form})".format(min(each), max(each)) if len(each) > 1 else ""
+        cells.append(form.format(median) + spread)
+    ratio = medians[0] / medians[1]
+    row(label, *cells, f"{ratio:.2f}", f"at most {wanted}" if wanted else "")
+
+
+def times_around(attempts, place):
+    near = attempts[max(0, place - 10) : place + 10] if place > 1 else attempts[:1]
+    return [attempt["cpu"] for attempt in near]
+
+
+def least_time(attempts, place):
+    return min(times_around(attempts, place))
+
+
+def quantile(values, part):
+    return sorted(values)[min(len(values) - 1, int(len(values) * part))]
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,166 @@
+// Starts a program and looks from outside how long it takes until its first window is painted:
+// until the X server, which reports every change of a window's picture, has seen all of the window
+// drawn.
+//
+//     firstpaint PROGRAM [ARGUMENT...]
+//
+// Writes one line, {"pid": ..., "wall": ..., "cpu": ...} with times in seconds, and ends the
+// program when standard input ends.
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <unordered_map>
+#include <xcb/damage.h>
+#include <xcb/xcb.h>
+
+#include <QRegion>
+
+namespace {
+
+struct Free {
+    void operator()(void *reply) const { std::free(reply); }
+};
+template <class Reply>
+using ReplyPointer = std::unique_ptr<Reply, Free>;
+
+[[noreturn]] void fail(const char *what) {
+    std::fprintf(stderr, "firstpaint: %s\n", what);
+    std::exit(1);
+}
+
+double seconds(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) / 1e9;
+}
+
+/// The windows of the display, from the moment they are made.
+class Screen final {
+ public:
+    Screen() {
+        if (xcb_connection_has_error(connection_) != 0) {
+            fail("There is no X server");
+        }
+        const auto *extension = xcb_get_extension_data(connection_, &xcb_damage_id);
+        if (extension == nullptr || extension->present == 0) {
+            fail("The X server does not report damage");
+        }
+        damageNotify_ = std::uint8_t(extension->first_event + XCB_DAMAGE_NOTIFY);
+        const ReplyPointer<xcb_damage_query_version_reply_t> version(xcb_damage_query_version_reply(
+            connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+        listen(root, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+        synchronize();
+    }
+    ~Screen() { xcb_disconnect(connection_); }
+    Screen(const Screen &) = delete;
+    Screen &operator=(const Screen &) = delete;
+
+    /// Returns when a window is on screen and every part of it has been drawn.
+    void waitUntilPainted() {
+        while (true) {
+            const ReplyPointer<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
+            if (!event) {
+                fail("The X server has gone");
+            }
+            if (isLastStroke(*event)) {
+                return;
+            }
+        }
+    }
+
+ private:
+    struct Picture {
+        /// The window manager's own frames are not.
+        bool managed = false;
+        bool mapped = false;
+        QRect rect;
+        QRegion painted;
+
+        bool isComplete() const {
+            return managed && mapped && !rect.isEmpty() &&
+                   QRegion(rect).subtracted(painted).isEmpty();
+        }
+    };
+
+    void listen(xcb_window_t window, std::uint32_t events) {
+        xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
+    }
+    void synchronize() {
+        const ReplyPointer<xcb_get_input_focus_reply_t> reply(
+            xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    }
+
+    bool isLastStroke(const xcb_generic_event_t &event) {
+        const auto type = std::uint8_t(event.response_type & 0x7fU);
+        if (type == XCB_CREATE_NOTIFY) {
+            const auto &made = reinterpret_cast<const xcb_create_notify_event_t &>(event);
+            if (made.override_redirect == 0) {
+                pictures_.emplace(made.window, Picture());
+                listen(made.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+                xcb_damage_create(connection_, xcb_generate_id(connection_), made.window,
+                                  XCB_DAMAGE_REPORT_LEVEL_DELTA_RECTANGLES);
+                xcb_flush(connection_);
+            }
+        } else if (type == XCB_REPARENT_NOTIFY) {
+            const auto &managed = reinterpret_cast<const xcb_reparent_notify_event_t &>(event);
+            if (const auto found = pictures_.find(managed.window); found != pictures_.end()) {
+                found->second.managed = true;
+            }
+        } else if (type == XCB_MAP_NOTIFY) {
+            const auto &mapped = reinterpret_cast<const xcb_map_notify_event_t &>(event);
+            if (const auto found = pictures_.find(mapped.window); found != pictures_.end()) {
+                found->second.mapped = true;
+                return found->second.isComplete();
+            }
+        } else if (type == damageNotify_) {
+            const auto &damage = reinterpret_cast<const xcb_damage_notify_event_t &>(event);
+            if (const auto found = pictures_.find(damage.drawable); found != pictures_.end()) {
+                Picture &picture = found->second;
+                picture.rect = QRect(0, 0, damage.geometry.width, damage.geometry.height);
+                picture.painted +=
+                    QRect(damage.area.x, damage.area.y, damage.area.width, damage.area.height);
+                return picture.isComplete();
+            }
+        }
+        return false;
+    }
+
+    xcb_connection_t *connection_ = xcb_connect(nullptr, nullptr);
+    std::uint8_t damageNotify_ = 0;
+    std::unordered_map<xcb_window_t, Picture> pictures_;
+};
+
+}  // namespace
+
+int main(int argc, char **argv) {
+    if (argc < 2) {
+        fail("Which program?");
+    }
+    Screen screen;
+    pid_t program = 0;
+    const double start = seconds(CLOCK_MONOTONIC);
+    if (posix_spawn(&program, argv[1], nullptr, nullptr, argv + 1, environ) != 0) {
+        fail("The program cannot be started");
+    }
+    screen.waitUntilPainted();
+    const double end = seconds(CLOCK_MONOTONIC);
+    clockid_t processorTime{};
+    if (clock_getcpuclockid(program, &processorTime) != 0) {
+        fail("The program has ended");
+    }
+    std::printf("{\"pid\": %d, \"wall\": %.6f, \"cpu\": %.6f}\n", int(program), end - start,
+                seconds(processorTime));
+    std::fflush(stdout);
+    while (std::getchar() != EOF) {
+    }
+    kill(program, SIGTERM);
+    waitpid(program, nullptr, 0);
+    return 0;
+}
