@@ -23,6 +23,9 @@ void LevelIndicator::setCounted(const QString &counted) {
 }
 
 void LevelIndicator::setDoubleValue(double value) {
+    if (value == value_) {
+        return;
+    }
     value_ = value;
     describe();
     update();
