@@ -24,8 +24,8 @@ struct TextLabel::Setting {
         QTextOption::WrapMode wrapMode;
         Qt::Alignment alignment;
         double leading;
-        qsizetype firstOfCode;
-        /// Of the lines of code.
+        /// Whether all lines but the first are code.
+        bool hasCode;
         QFont codeFont;
         double unit;
 
@@ -34,8 +34,8 @@ struct TextLabel::Setting {
 
     explicit Setting(Source from);
 
-    /// Breaks the lines anew where that is a new width.
-    void fill(double room);
+    /// Sets the lines in that width, where they are not.
+    void fit(double newRoom);
 
     Source source;
     std::vector<std::unique_ptr<QTextLayout>> paragraphs;
@@ -46,14 +46,14 @@ struct TextLabel::Setting {
     double height = 0;
 
  private:
-    void fill(QTextLayout &paragraph, double left, double room);
+    void breakLines(QTextLayout &paragraph, double left, double lineRoom);
 };
 
 TextLabel::Setting::Setting(Source from) : source(std::move(from)) {
     QTextOption option(source.alignment);
     option.setWrapMode(source.wrapMode);
     for (const QString &line : source.text.split(u'\n')) {
-        const bool isCode = qsizetype(paragraphs.size()) >= source.firstOfCode;
+        const bool isCode = source.hasCode && !paragraphs.empty();
         auto paragraph =
             std::make_unique<QTextLayout>(line, isCode ? source.codeFont : source.font);
         paragraph->setTextOption(option);
@@ -63,7 +63,7 @@ TextLabel::Setting::Setting(Source from) : source(std::move(from)) {
     }
 }
 
-void TextLabel::Setting::fill(double newRoom) {
+void TextLabel::Setting::fit(double newRoom) {
     if (room == newRoom) {
         return;
     }
@@ -71,26 +71,25 @@ void TextLabel::Setting::fill(double newRoom) {
     code = QRectF();
     width = 0;
     height = 0;
-    const auto lines = qsizetype(paragraphs.size());
-    const qsizetype firstOfCode = qMin(source.firstOfCode, lines);
-    for (qsizetype i = 0; i < firstOfCode; ++i) {
-        fill(*paragraphs[std::size_t(i)], 0, room);
+    const std::size_t firstOfCode = source.hasCode ? 1 : paragraphs.size();
+    for (std::size_t i = 0; i < firstOfCode; ++i) {
+        breakLines(*paragraphs[i], 0, room);
     }
-    if (firstOfCode < lines) {
+    if (source.hasCode) {
         const double side = theme::codeSideMargin * source.unit;
         const double end = std::round(theme::codeEndMargin * source.unit);
         height += end;
         const double top = height;
         height += end;
-        for (qsizetype i = firstOfCode; i < lines; ++i) {
-            fill(*paragraphs[std::size_t(i)], side, room - 2 * side);
+        for (std::size_t i = firstOfCode; i < paragraphs.size(); ++i) {
+            breakLines(*paragraphs[i], side, room - 2 * side);
         }
         height += end;
         code = QRectF(0, top, room, height - top);
     }
 }
 
-void TextLabel::Setting::fill(QTextLayout &paragraph, double left, double lineRoom) {
+void TextLabel::Setting::breakLines(QTextLayout &paragraph, double left, double lineRoom) {
     paragraph.beginLayout();
     for (QTextLine line = paragraph.createLine(); line.isValid(); line = paragraph.createLine()) {
         line.setLineWidth(lineRoom);
@@ -188,13 +187,13 @@ const TextLabel::Setting &TextLabel::typeset(double width) const {
                            .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
                            .alignment = alignment() & Qt::AlignHorizontal_Mask,
                            .leading = leading_,
-                           .firstOfCode = hasCode ? 1 : QWIDGETSIZE_MAX,
+                           .hasCode = hasCode,
                            .codeFont = hasCode ? codeFont() : font(),
                            .unit = hasCode ? baseUnit() : 0};
     if (!setting_ || setting_->source != source) {
         setting_ = std::make_unique<Setting>(std::move(source));
     }
-    setting_->fill(width);
+    setting_->fit(width);
     return *setting_;
 }
 

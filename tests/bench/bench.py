@@ -33,7 +33,7 @@ def main():
     for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
         signal.signal(number, lambda *_: sys.exit("The measurement was ended."))
     with Session() as session, Display(session, "1920x1080") as display:
-        Bench(session, display, options).run()
+        Bench(display, options).run()
 
 
 def arguments():
@@ -61,15 +61,14 @@ class Start:
 
 
 class Bench:
-    def __init__(self, session, display, options):
-        self.session = session
+    def __init__(self, display, options):
+        self.display = display
         self.options = options
         self.tools = options.folder / "tests/bench"
         self.programs = {
             OURS: options.folder / "zorvan",
             str(options.against or "ten widgets"): options.against or self.tools / "tenwidgets",
         }
-        self.display = display
 
     def run(self):
         describe_machine()
@@ -117,7 +116,9 @@ class Bench:
             compare(label, values, form, wanted)
         sizes = {name: [stripped_size(program)] for name, program in self.programs.items()}
         compare("stripped binary, KiB", sizes, "{:.0f}", None)
-        print("\nMedian, with least and most in brackets; the ratio is the median of those of each turn.\n")
+        print(
+            "\nMedian, with least and most in brackets; the ratio is the median of that of each turn.\n"
+        )
 
     def start(self, program):
         with self.running(program) as times:
@@ -217,29 +218,20 @@ class Bench:
 
     def show_growth(self, attempts):
         print("\nWhat an attempt at quiz 5 costs as they go by in one process\n")
-        header(
-            "attempts",
-            "processor time, ms",
-            "in yardsticks",
-            "to the 10th",
-            "proportional memory, MiB",
-            "heap, KiB",
-        )
-        tenth = median_around(attempts, 10, in_yardsticks)
+        header("attempts", "processor time, ms", "to the 10th", "proportional, MiB", "heap, KiB")
+        tenth = time_around(attempts, 10)
         for place in (1, 10, 100, 1000):
             if place <= len(attempts):
-                cost = median_around(attempts, place, in_yardsticks)
+                time_now = time_around(attempts, place)
                 row(
                     place,
-                    f"{median_around(attempts, place, processor_time):.1f}",
-                    f"{cost:.2f}",
-                    f"{cost / tenth:.2f}",
+                    f"{time_now:.1f}",
+                    f"{time_now / tenth:.2f}",
                     f"{attempts[place - 1]['pss'] / 1024:.1f}",
                     f"{attempts[place - 1]['heap']:.0f}",
                 )
         print(
-            "\nMedians of the fifty attempts around; of the first, its own. After each attempt the same"
-            "\npicture is drawn as a yardstick, so that it matters less how fast the machine is then."
+            "\nThe time is the median of the fifty attempts around; of the first, its own."
             "\nWanted: the 1000th at most 1.05 to the 10th."
         )
 
@@ -320,17 +312,10 @@ def compare(label, values, form, wanted):
     row(label, *cells, f"{ratio:.2f}", f"at most {wanted}" if wanted else "")
 
 
-def processor_time(attempt):
-    return attempt["cpu"]
-
-
-def in_yardsticks(attempt):
-    return attempt["cpu"] / attempt["yardstick"]
-
-
-def median_around(attempts, place, measure):
+def time_around(attempts, place):
+    """The processor time of an attempt at that place, in milliseconds."""
     near = attempts[max(1, place - 25) : place + 25] if place > 1 else []
-    return statistics.median(measure(attempt) for attempt in near or attempts[:1])
+    return statistics.median(attempt["cpu"] for attempt in near or attempts[:1])
 
 
 def quantile(values, part):
