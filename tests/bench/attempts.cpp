@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <ctime>
 #include <malloc.h>
+#include <memory>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -21,6 +22,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QScopedPointer>
 #include <QTest>
 #include <QTimer>
 #include <QtGui/qguiapplication_platform.h>
@@ -59,7 +61,8 @@ double proportionalKiB() {
 void waitForServer() {
     xcb_connection_t *connection =
         qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    std::free(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    const std::unique_ptr<xcb_get_input_focus_reply_t, QScopedPointerPodDeleter> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
 }
 
 /// Which controls have been painted.

@@ -4,12 +4,11 @@
 //
 //     firstpaint PROGRAM [ARGUMENT...]
 //
-// Writes one line, {"pid": ..., "wall": ..., "cpu": ...} with times in seconds, and ends the
-// program when standard input ends.
+// Writes one line, {"pid": ..., "mapped": ..., "painted": ..., "cpu": ...} with times in seconds,
+// and ends the program when standard input ends.
 
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <spawn.h>
@@ -20,19 +19,12 @@
 #include <xcb/xcb.h>
 
 #include <QRegion>
+#include <QScopedPointer>
 
 namespace {
 
-struct Free {
-    void operator()(void *reply) const { std::free(reply); }
-};
 template <class Reply>
-using ReplyPointer = std::unique_ptr<Reply, Free>;
-
-[[noreturn]] void fail(const char *what) {
-    std::fprintf(stderr, "firstpaint: %s\n", what);
-    std::exit(1);
-}
+using ReplyPointer = std::unique_ptr<Reply, QScopedPointerPodDeleter>;
 
 double seconds(clockid_t clock) {
     timespec now{};
@@ -45,11 +37,11 @@ class Screen final {
  public:
     Screen() {
         if (xcb_connection_has_error(connection_) != 0) {
-            fail("There is no X server");
+            qFatal("There is no X server");
         }
         const auto *extension = xcb_get_extension_data(connection_, &xcb_damage_id);
         if (extension == nullptr || extension->present == 0) {
-            fail("The X server does not report damage");
+            qFatal("The X server does not report damage");
         }
         damageNotify_ = std::uint8_t(extension->first_event + XCB_DAMAGE_NOTIFY);
         const ReplyPointer<xcb_damage_query_version_reply_t> version(xcb_damage_query_version_reply(
@@ -68,7 +60,7 @@ class Screen final {
         while (true) {
             const ReplyPointer<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
             if (!event) {
-                fail("The X server has gone");
+                qFatal("The X server has gone");
             }
             if (const Picture *picture = changed(*event);
                 picture != nullptr && picture->isComplete()) {
@@ -146,13 +138,13 @@ class Screen final {
 
 int main(int argc, char **argv) {
     if (argc < 2) {
-        fail("Which program?");
+        qFatal("Which program?");
     }
     Screen screen;
     pid_t program = 0;
     const double start = seconds(CLOCK_MONOTONIC);
     if (posix_spawn(&program, argv[1], nullptr, nullptr, argv + 1, environ) != 0) {
-        fail("The program cannot be started");
+        qFatal("The program cannot be started");
     }
     // A program that shows nothing must not be waited for forever.
     alarm(60);
@@ -161,7 +153,7 @@ int main(int argc, char **argv) {
     const double painted = seconds(CLOCK_MONOTONIC);
     clockid_t processorTime{};
     if (clock_getcpuclockid(program, &processorTime) != 0) {
-        fail("The program has ended");
+        qFatal("The program has ended");
     }
     std::printf("{\"pid\": %d, \"mapped\": %.6f, \"painted\": %.6f, \"cpu\": %.6f}\n", int(program),
                 mapped - start, painted - start, seconds(processorTime));

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -394,13 +396,11 @@ void tst_style::menuBarWithoutRoomShowsThatThereIsMore() {
     }
     bar.resize(bar.sizeHint().width() / 2, bar.sizeHint().height());
     bar.show();
-    QToolButton *rest = nullptr;
-    for (auto *button : bar.findChildren<QToolButton *>()) {
-        rest = button->isVisible() ? button : rest;
-    }
-    QVERIFY(rest != nullptr);
+    const auto buttons = bar.findChildren<QToolButton *>();
+    const auto rest = std::ranges::find_if(buttons, &QToolButton::isVisible);
+    QVERIFY(rest != buttons.end());
     // The darkest or lightest that is drawn, beside the ground that it is drawn on.
-    const QImage picture = rest->grab().toImage();
+    const QImage picture = (*rest)->grab().toImage();
     const float ground = picture.pixelColor(0, picture.height() / 2).lightnessF();
     float farthest = 0;
     for (int y = 4; y < picture.height() - 4; ++y) {
