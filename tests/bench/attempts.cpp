@@ -39,6 +39,8 @@ using platform::Window;
 
 namespace {
 
+constexpr std::size_t mostQuestions = 30;
+
 double processorMilliseconds() {
     timespec now{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
@@ -88,7 +90,8 @@ class Painted final : public QObject {
 
 class Learner final {
  public:
-    Learner();
+    /// Keeps room for the times of so many quizzes, so that what grows is the program.
+    explicit Learner(int quizzes);
 
     /// Takes that quiz to its end, with every eighth answer wrong, and closes the results and the
     /// menu that it began in.
@@ -103,7 +106,9 @@ class Learner final {
     void waitUntil(Condition condition);
     template <class Condition>
     void time(const QString &step, const QString &button, Condition painted);
+    void note(const QString &step, const QElapsedTimer &elapsed);
 
+    std::size_t mostEvents_;
     Painted painted_;
     Window *menu_ = nullptr;
     Window *quiz_ = nullptr;
@@ -111,7 +116,7 @@ class Learner final {
     QTimer patience_;
 };
 
-Learner::Learner() {
+Learner::Learner(int quizzes) : mostEvents_(std::size_t(quizzes) * mostQuestions) {
     patience_.callOnTimeout(qApp, [] { qFatal("A window was waited for in vain"); });
     waitUntil([this] { return (menu_ = open(u"MainMenu"_s)) != nullptr; });
 }
@@ -150,7 +155,14 @@ void Learner::time(const QString &step, const QString &button, Condition painted
     waitUntil(painted);
     QCoreApplication::processEvents();
     waitForServer();
-    steps_[step].push_back(double(elapsed.nsecsElapsed()) / 1e6);
+    note(step, elapsed);
+}
+
+void Learner::note(const QString &step, const QElapsedTimer &elapsed) {
+    const double milliseconds = double(elapsed.nsecsElapsed()) / 1e6;
+    std::vector<double> &times = steps_[step];
+    times.reserve(mostEvents_);
+    times.push_back(milliseconds);
 }
 
 void Learner::takeQuiz(int quiz) {
@@ -181,7 +193,7 @@ void Learner::takeQuiz(int quiz) {
                    painted_.contains(open(u"MainMenu"_s), u"progressbarMain"_s);
         });
     }
-    steps_[u"quiz "_s + number].push_back(double(whole.nsecsElapsed()) / 1e6);
+    note(u"quiz "_s + number, whole);
 
     Window *next = open(u"MainMenu"_s);
     open(u"QuizComplete"_s)->close();
@@ -201,8 +213,7 @@ struct Cost {
 };
 
 QJsonObject takeQuizzes(int mainTests, int attempts) {
-    Learner learner;
-    // Reserved, so that what grows is the program.
+    Learner learner(attempts + mainTests);
     std::vector<Cost> costs;
     costs.reserve(std::size_t(attempts));
     for (int attempt = 1; attempt <= attempts; ++attempt) {
