@@ -1,22 +1,21 @@
 // Takes quizzes with the program's own windows on a real display, and times every step of the
 // learner's way until the X server has painted what comes of it.
 //
-//     attempts [--main-tests N] [--attempts N]
+//     attempts
 //
-// Writes one object: for each step its times, and for each attempt at quiz 5 what it cost. Times
-// are in milliseconds. What the learner does between the steps, such as closing windows, is not
-// timed.
+// Takes a quiz for each line that it reads, which is its number, and writes an object: for each
+// step its times, and what the attempt cost. Times are in milliseconds, sizes in KiB. What the
+// learner does between the steps, such as closing windows, is not timed.
 
-#include <cstdio>
 #include <ctime>
+#include <iostream>
 #include <malloc.h>
 #include <memory>
-#include <vector>
+#include <string>
 #include <xcb/xcb.h>
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
@@ -39,12 +38,14 @@ using platform::Window;
 
 namespace {
 
-constexpr std::size_t mostQuestions = 30;
-
 double processorMilliseconds() {
     timespec now{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
+}
+
+double milliseconds(const QElapsedTimer &timer) {
+    return double(timer.nsecsElapsed()) / 1e6;
 }
 
 double proportionalKiB() {
@@ -90,33 +91,26 @@ class Painted final : public QObject {
 
 class Learner final {
  public:
-    /// Keeps room for the times of so many quizzes, so that what grows is the program.
-    explicit Learner(int quizzes);
+    Learner();
 
     /// Takes that quiz to its end, with every eighth answer wrong, and closes the results and the
-    /// menu that it began in.
-    void takeQuiz(int quiz);
-
-    /// The times of each step so far.
-    const QMap<QString, std::vector<double>> &steps() const { return steps_; }
+    /// menu that it began in. Returns the times of each step.
+    QJsonObject takeQuiz(int quiz);
 
  private:
     Window *open(const QString &layout) const;
     template <class Condition>
     void waitUntil(Condition condition);
     template <class Condition>
-    void time(const QString &step, const QString &button, Condition painted);
-    void note(const QString &step, const QElapsedTimer &elapsed);
+    double time(const QString &button, Condition painted);
 
-    std::size_t mostEvents_;
     Painted painted_;
     Window *menu_ = nullptr;
     Window *quiz_ = nullptr;
-    QMap<QString, std::vector<double>> steps_;
     QTimer patience_;
 };
 
-Learner::Learner(int quizzes) : mostEvents_(std::size_t(quizzes) * mostQuestions) {
+Learner::Learner() {
     patience_.callOnTimeout(qApp, [] { qFatal("A window was waited for in vain"); });
     waitUntil([this] { return (menu_ = open(u"MainMenu"_s)) != nullptr; });
 }
@@ -142,9 +136,10 @@ void Learner::waitUntil(Condition condition) {
     patience_.stop();
 }
 
-/// Times from the click on a button of the window in front until the picture is complete.
+/// Clicks on a button of the window in front and returns how long it takes until the picture is
+/// complete.
 template <class Condition>
-void Learner::time(const QString &step, const QString &button, Condition painted) {
+double Learner::time(const QString &button, Condition painted) {
     waitForServer();
     QCoreApplication::processEvents();
     painted_.forget();
@@ -155,45 +150,39 @@ void Learner::time(const QString &step, const QString &button, Condition painted
     waitUntil(painted);
     QCoreApplication::processEvents();
     waitForServer();
-    note(step, elapsed);
+    return milliseconds(elapsed);
 }
 
-void Learner::note(const QString &step, const QElapsedTimer &elapsed) {
-    const double milliseconds = double(elapsed.nsecsElapsed()) / 1e6;
-    std::vector<double> &times = steps_[step];
-    times.reserve(mostEvents_);
-    times.push_back(milliseconds);
-}
-
-void Learner::takeQuiz(int quiz) {
-    const QString number = QString::number(quiz);
+QJsonObject Learner::takeQuiz(int quiz) {
     QElapsedTimer whole;
     menu_->activateWindow();
     waitUntil([this] { return menu_->isActiveWindow(); });
     whole.start();
-    time(u"open"_s, u"btnQuiz"_s + number, [this] {
+    const double opening = time(u"btnQuiz%1"_s.arg(quiz), [this] {
         quiz_ = open(u"MainTest"_s);
         return painted_.contains(quiz_, u"lblQuestion"_s);
     });
     waitUntil([this] { return quiz_->isActiveWindow(); });
 
-    for (int left = quizRun().questionCount; left > 0; --left) {
+    const auto answer = [](int left) {
         const int right = quizRun().correctAnswerNumber;
-        const int answer = left % 8 != 0 ? right : right == 1 ? 2 : 1;
-        const QString button = u"btnAnswer%1"_s.arg(answer);
-        if (left > 1) {
-            time(u"answer"_s, button, [this] { return painted_.contains(quiz_, u"lblStatus"_s); });
-            // The next question's text may be the same.
-            time(u"next"_s, u"btnNextQuestion"_s,
-                 [this] { return painted_.contains(quiz_, u"lblProgressPercent"_s); });
-            continue;
-        }
-        time(u"end"_s, button, [this] {
-            return painted_.contains(open(u"QuizComplete"_s), u"lblTheStatus"_s) &&
-                   painted_.contains(open(u"MainMenu"_s), u"progressbarMain"_s);
-        });
+        return u"btnAnswer%1"_s.arg(left % 8 != 0 ? right : right == 1 ? 2 : 1);
+    };
+    QJsonArray answers;
+    QJsonArray questions;
+    for (int left = quizRun().questionCount; left > 1; --left) {
+        answers.append(
+            time(answer(left), [this] { return painted_.contains(quiz_, u"lblStatus"_s); }));
+        // The next question's text may be the same.
+        questions.append(time(u"btnNextQuestion"_s, [this] {
+            return painted_.contains(quiz_, u"lblProgressPercent"_s);
+        }));
     }
-    note(u"quiz "_s + number, whole);
+    const double ending = time(answer(1), [this] {
+        return painted_.contains(open(u"QuizComplete"_s), u"lblTheStatus"_s) &&
+               painted_.contains(open(u"MainMenu"_s), u"progressbarMain"_s);
+    });
+    const double all = milliseconds(whole);
 
     Window *next = open(u"MainMenu"_s);
     open(u"QuizComplete"_s)->close();
@@ -204,45 +193,11 @@ void Learner::takeQuiz(int quiz) {
     for (int depth = 0; depth < 3; ++depth) {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-}
-
-struct Cost {
-    double processorTime;
-    double proportionalKiB;
-    double heapKiB;
-};
-
-QJsonObject takeQuizzes(int mainTests, int attempts) {
-    Learner learner(attempts + mainTests);
-    std::vector<Cost> costs;
-    costs.reserve(std::size_t(attempts));
-    for (int attempt = 1; attempt <= attempts; ++attempt) {
-        const double before = processorMilliseconds();
-        learner.takeQuiz(5);
-        costs.push_back({.processorTime = processorMilliseconds() - before,
-                         .proportionalKiB = proportionalKiB(),
-                         .heapKiB = double(mallinfo2().uordblks) / 1024});
-    }
-    for (int attempt = 0; attempt < mainTests; ++attempt) {
-        learner.takeQuiz(7);
-    }
-
-    QJsonObject result;
-    for (auto step = learner.steps().begin(); step != learner.steps().end(); ++step) {
-        QJsonArray times;
-        for (const double time : *step) {
-            times.append(time);
-        }
-        result.insert(step.key(), times);
-    }
-    QJsonArray attemptCosts;
-    for (const Cost &cost : costs) {
-        attemptCosts.append(QJsonObject{{u"cpu"_s, cost.processorTime},
-                                        {u"pss"_s, cost.proportionalKiB},
-                                        {u"heap"_s, cost.heapKiB}});
-    }
-    result.insert(u"attempts"_s, attemptCosts);
-    return result;
+    return {{u"open"_s, QJsonArray{opening}},
+            {u"answer"_s, answers},
+            {u"next"_s, questions},
+            {u"end"_s, QJsonArray{ending}},
+            {u"whole"_s, QJsonArray{all}}};
 }
 
 }  // namespace
@@ -252,20 +207,18 @@ int main(int argc, char **argv) {
     fillControllerTable();
     platform::provideRuntimeFolder();
     platform::Application application(argc, argv);
-    const QCommandLineOption mainTests(u"main-tests"_s, u"Takes quiz 7 so often."_s, u"N"_s,
-                                       u"20"_s);
-    const QCommandLineOption attempts(u"attempts"_s, u"Takes quiz 5 so often before."_s, u"N"_s,
-                                      u"1000"_s);
-    QCommandLineParser parser;
-    parser.addHelpOption();
-    parser.addOptions({mainTests, attempts});
-    parser.process(application);
-
     AppDelegate delegate;
     application.loadMainLayout(delegate);
     delegate.applicationDidFinishLaunching();
-    const QJsonObject result =
-        takeQuizzes(parser.value(mainTests).toInt(), parser.value(attempts).toInt());
-    std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
+
+    Learner learner;
+    for (std::string quiz; std::getline(std::cin, quiz);) {
+        const double before = processorMilliseconds();
+        QJsonObject attempt = learner.takeQuiz(std::stoi(quiz));
+        attempt.insert(u"cpu"_s, processorMilliseconds() - before);
+        attempt.insert(u"pss"_s, proportionalKiB());
+        attempt.insert(u"heap"_s, double(mallinfo2().uordblks) / 1024);
+        std::cout << QJsonDocument(attempt).toJson(QJsonDocument::Compact).constData() << std::endl;
+    }
     return 0;
 }
