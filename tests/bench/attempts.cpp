@@ -14,7 +14,6 @@
 #include <string>
 #include <xcb/xcb.h>
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
@@ -22,7 +21,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QScopedPointer>
-#include <QTest>
 #include <QTimer>
 #include <QtGui/qguiapplication_platform.h>
 
@@ -31,6 +29,7 @@
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
+#include "support/desk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -98,7 +97,7 @@ class Learner final {
     QJsonObject takeQuiz(int quiz);
 
  private:
-    Window *open(const QString &layout) const;
+    Window *opened(const QString &layout) const;
     template <class Condition>
     void waitUntil(Condition condition);
     template <class Condition>
@@ -112,19 +111,14 @@ class Learner final {
 
 Learner::Learner() {
     patience_.callOnTimeout(qApp, [] { qFatal("A window was waited for in vain"); });
-    waitUntil([this] { return (menu_ = open(u"MainMenu"_s)) != nullptr; });
+    waitUntil([this] { return (menu_ = opened(u"MainMenu"_s)) != nullptr; });
 }
 
 /// The window of that layout, other than the menu that is already known.
-Window *Learner::open(const QString &layout) const {
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        auto *window = qobject_cast<Window *>(widget);
-        if (window != nullptr && window != menu_ && window->isVisible() &&
-            window->objectName() == layout) {
-            return window;
-        }
-    }
-    return nullptr;
+Window *Learner::opened(const QString &layout) const {
+    QList<Window *> windows = desk::windows(layout);
+    windows.removeOne(menu_);
+    return windows.value(0);
 }
 
 template <class Condition>
@@ -143,10 +137,10 @@ double Learner::time(const QString &button, Condition painted) {
     waitForServer();
     QCoreApplication::processEvents();
     painted_.forget();
-    auto *control = QApplication::activeWindow()->findChild<QAbstractButton *>(button);
+    const QWidget *window = QApplication::activeWindow();
     QElapsedTimer elapsed;
     elapsed.start();
-    QTest::mouseClick(control, Qt::LeftButton);
+    desk::click(window, button);
     waitUntil(painted);
     QCoreApplication::processEvents();
     waitForServer();
@@ -159,7 +153,7 @@ QJsonObject Learner::takeQuiz(int quiz) {
     waitUntil([this] { return menu_->isActiveWindow(); });
     whole.start();
     const double opening = time(u"btnQuiz%1"_s.arg(quiz), [this] {
-        quiz_ = open(u"MainTest"_s);
+        quiz_ = opened(u"MainTest"_s);
         return painted_.contains(quiz_, u"lblQuestion"_s);
     });
     waitUntil([this] { return quiz_->isActiveWindow(); });
@@ -179,19 +173,19 @@ QJsonObject Learner::takeQuiz(int quiz) {
         }));
     }
     const double ending = time(answer(1), [this] {
-        return painted_.contains(open(u"QuizComplete"_s), u"lblTheStatus"_s) &&
-               painted_.contains(open(u"MainMenu"_s), u"progressbarMain"_s);
+        return painted_.contains(opened(u"QuizComplete"_s), u"lblTheStatus"_s) &&
+               painted_.contains(opened(u"MainMenu"_s), u"progressbarMain"_s);
     });
     const double all = milliseconds(whole);
 
-    Window *next = open(u"MainMenu"_s);
-    open(u"QuizComplete"_s)->close();
+    Window *next = opened(u"MainMenu"_s);
+    opened(u"QuizComplete"_s)->close();
     menu_->close();
     menu_ = next;
     // As the event loop does when none of the program's own code runs.
     QCoreApplication::processEvents();
     for (int depth = 0; depth < 3; ++depth) {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        desk::freeUnused();
     }
     return {{u"open"_s, QJsonArray{opening}},
             {u"answer"_s, answers},
