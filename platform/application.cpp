@@ -63,6 +63,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationName(u"zorvan"_s);
     setApplicationDisplayName(u"Zorvan"_s);
     setApplicationVersion(QStringLiteral(ZORVAN_VERSION));
+    setDesktopFileName(QStringLiteral(ZORVAN_ID));
     setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
     QAccessible::installFactory(describeControl);
@@ -113,8 +114,8 @@ void Application::about() {
     box->setIconPixmap(
         QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box->devicePixelRatioF()));
     box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
-    box->setInformativeText(u"%1\n\nQt %2"_s.arg(mainLayout_->property("about").toString(),
-                                                 QString::fromLatin1(qVersion())));
+    box->setInformativeText(QStringLiteral(ZORVAN_DESCRIPTION ".\n\nQt ") +
+                            QString::fromLatin1(qVersion()));
     box->setDefaultButton(box->addButton(u"OK"_s, QMessageBox::AcceptRole));
     for (QLabel *label : box->findChildren<QLabel *>()) {
         if (!label->pixmap().isNull()) {

@@ -20,7 +20,8 @@ packages_bench=("${packages_run[@]}" "${packages_tour[@]}" "${packages_measure[@
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 if [ "$(uname -s)" = Linux ]; then
-    packages_test+=("${packages_tour[@]}" "${packages_measure[@]}" python3-pytest weston qt6-wayland orca qt6ct)
+    packages_test+=("${packages_tour[@]}" "${packages_measure[@]}" python3-pytest weston qt6-wayland orca qt6ct
+        desktop-file-utils appstream man-db binutils-mingw-w64-x86-64)
 fi
 
 # To analyse the sources and the running program.

@@ -28,6 +28,8 @@ def test_a_quiz_is_passed_on_wayland(learner):
     structure = QUIZZES[5]
     menu = learner.start_for_the_first_time()
     expect_on_screen(learner.display, "Zorvan")
+    # The compositor finds the icon by it.
+    assert learner.display.programs() == {"org.zorvan.Zorvan"}
     learner.take(structure, menu)
     expect_on_screen(learner.display, "Results — Zorvan", "Zorvan", "Zorvan")
     quit_by_menu(learner)

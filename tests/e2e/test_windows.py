@@ -13,6 +13,15 @@ def test_the_main_menu_needs_no_picture_file(learner):
     learner.quit()
 
 
+def test_the_window_manager_knows_the_program(learner):
+    menu = learner.start_for_the_first_time()
+    x_window = learner.program.x_window(menu)
+    # By the name that the desktop entry gives, it finds the program's icon.
+    named = learner.display.run("xprop", "-id", x_window, "WM_CLASS")
+    assert named.strip() == 'WM_CLASS(STRING) = "zorvan", "zorvan"'
+    learner.quit()
+
+
 def test_two_quizzes_share_one_attempt(learner):
     structure, methods = QUIZZES[5], QUIZZES[3]
     menu = learner.start_for_the_first_time()

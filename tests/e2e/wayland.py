@@ -38,8 +38,15 @@ class WaylandDisplay:
 
     def titles(self):
         """The titles of all windows that are on the screen, in the order of the alphabet."""
+        return sorted(title for title, _ in self._windows())
+
+    def programs(self):
+        """The names of the programs whose windows are on the screen, as their entries have them."""
+        return {program for _, program in self._windows()}
+
+    def _windows(self):
         scene = self._run("weston-debug", "scene-graph")
-        return sorted(re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ", scene))
+        return re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ([^,\s]+)", scene)
 
     def picture(self, file):
         """Saves a picture of the whole screen, as it is."""

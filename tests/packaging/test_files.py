@@ -1,0 +1,124 @@
+"""What makes a desktop know the program, on Linux, macOS and Windows."""
+
+import os
+import plistlib
+import re
+import struct
+import subprocess
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+import pytest
+
+ID = "org.zorvan.Zorvan"
+ICONS = Path(__file__).parents[2] / "resources/icons"
+SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
+
+
+def run(*command):
+    done = subprocess.run(
+        [str(part) for part in command],
+        capture_output=True,
+        text=True,
+        check=False,
+        env=os.environ | {"LC_ALL": "C.UTF-8"},
+    )
+    return done.returncode, done.stdout + done.stderr
+
+
+def test_every_file_has_its_place(share):
+    installed = {str(file.relative_to(share.parent)) for file in share.parent.rglob("*") if file.is_file()}
+    assert installed == {
+        "bin/zorvan",
+        f"share/applications/{ID}.desktop",
+        f"share/metainfo/{ID}.metainfo.xml",
+        "share/man/man1/zorvan.1",
+        f"share/icons/hicolor/scalable/apps/{ID}.svg",
+    } | {f"share/icons/hicolor/{size}x{size}/apps/{ID}.png" for size in SIZES}
+
+
+def test_the_desktop_entry_is_valid(share):
+    assert run("desktop-file-validate", share / f"applications/{ID}.desktop") == (0, "")
+
+
+def test_the_metainfo_lacks_only_a_licence(share):
+    file = share / f"metainfo/{ID}.metainfo.xml"
+    _, report = run("appstreamcli", "validate", "--no-net", "--pedantic", "--format=yaml", file)
+    # The owner has not chosen a licence; the identifier has a capital letter as many have.
+    assert re.findall(r"- tag: (.*)", report) == [
+        "cid-contains-uppercase-letter",
+        "metadata-license-invalid",
+    ], report
+
+
+def test_the_metainfo_names_the_version_and_the_entry(share, version):
+    component = ElementTree.parse(share / f"metainfo/{ID}.metainfo.xml").getroot()
+    assert component.findtext("id") == ID
+    assert component.findtext("launchable") == f"{ID}.desktop"
+    assert component.findtext("provides/binary") == "zorvan"
+    assert [release.get("version") for release in component.iter("release")] == [version]
+
+
+def test_the_manual_page_is_set_without_warnings(share, version):
+    page = share / "man/man1/zorvan.1"
+    assert run("man", "--warnings", "--encoding=UTF-8", "--local-file", "-Tutf8", "-Z", page)[1].count(
+        "warning"
+    ) == 0
+    _, text = run("man", "--warnings", "--local-file", page)
+    assert f"Zorvan {version}" in text and "@" not in text
+
+
+@pytest.mark.parametrize("size", SIZES)
+def test_an_icon_has_the_size_of_its_folder(share, size):
+    header = (share / f"icons/hicolor/{size}x{size}/apps/{ID}.png").read_bytes()[:24]
+    assert header[:8] == b"\x89PNG\r\n\x1a\n"
+    assert struct.unpack(">II", header[16:]) == (size, size)
+
+
+def test_the_bundle_of_macos_says_what_it_is(build, version):
+    plist = plistlib.loads((build / "packaging/Info.plist").read_bytes())
+    assert plist["CFBundleIdentifier"] == ID
+    assert plist["CFBundleDisplayName"] == "Zorvan"
+    assert plist["CFBundleShortVersionString"] == plist["CFBundleVersion"] == version
+    assert plist["LSApplicationCategoryType"] == "public.app-category.education"
+    assert (ICONS / plist["CFBundleIconFile"]).is_file()
+
+
+def test_the_icon_of_macos_has_every_size():
+    data = (ICONS / "zorvan.icns").read_bytes()
+    assert data[:4] == b"icns" and struct.unpack(">I", data[4:8]) == (len(data),)
+    kinds, offset = set(), 8
+    while offset < len(data):
+        kind, length = struct.unpack(">4sI", data[offset : offset + 8])
+        kinds.add(kind)
+        offset += length
+    # From 16 to 1024 pixels.
+    assert kinds >= {b"is32", b"il32", b"ih32", b"it32", b"ic08", b"ic09", b"ic10"}
+
+
+def test_the_icon_of_windows_has_every_size():
+    data = (ICONS / "zorvan.ico").read_bytes()
+    _, kind, count = struct.unpack("<HHH", data[:6])
+    widths = [data[6 + 16 * entry] or 256 for entry in range(count)]
+    assert kind == 1 and widths == [16, 24, 32, 48, 64, 128, 256]
+
+
+def test_the_resource_of_windows_compiles(build, version, tmp_path):
+    resource = tmp_path / "zorvan.res"
+    status, report = run(
+        "x86_64-w64-mingw32-windres",
+        "--preprocessor=cpp",
+        build / "packaging/zorvan.rc",
+        "--output-format=res",
+        resource,
+    )
+    assert (status, report) == (0, "")
+    compiled = resource.read_bytes()
+    for name, value in {"ProductName": "Zorvan", "ProductVersion": version}.items():
+        entry = f"{name}\0".encode("utf-16-le")
+        assert entry in compiled and value.encode("utf-16-le") in compiled.split(entry)[1][:64]
+    # The largest picture is a PNG file as it stands.
+    assert (ICONS / "zorvan-256.png").read_bytes()[:24] in compiled or b"\x89PNG" in compiled
+    numbers = [int(number) for number in version.split(".")] + [0]
+    high, low = numbers[0] << 16 | numbers[1], numbers[2] << 16 | numbers[3]
+    assert struct.pack("<II", high, low) * 2 in compiled
