@@ -8,6 +8,7 @@
 #endif
 
 #include <QAccessible>
+#include <QActionGroup>
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
@@ -144,6 +145,7 @@ void Application::fillMenuBar(Window &window) {
     // reader a menu belongs to one window.
     for (const QAction *shared : mainLayout_->menuBar()->actions()) {
         QMenu *menu = window.menuBar()->addMenu(shared->text());
+        menu->setProperty("listsWindows", shared->menu()->property("listsWindows"));
         menu->addActions(shared->menu()->actions());
         connect(menu, &QObject::destroyed, this, &Application::forgetAccessibleItems);
     }
@@ -154,8 +156,36 @@ void Application::describeMenus(QMenuBar &menuBar) {
     menuBar.setAccessibleName(u"Menu bar"_s);
     for (const QAction *action : menuBar.actions()) {
         // The name by which a screen reader knows an open menu.
-        action->menu()->setWindowTitle(action->iconText());
-        connect(action->menu(), &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
+        QMenu *menu = action->menu();
+        menu->setWindowTitle(action->iconText());
+        connect(menu, &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
+        if (menu->property("listsWindows").toBool()) {
+            connect(menu, &QMenu::aboutToShow, this, [this, menu] { listWindows(*menu); });
+        }
+    }
+}
+
+void Application::listWindows(QMenu &menu) {
+    qDeleteAll(menu.findChildren<QActionGroup *>());
+    auto *listed = new QActionGroup(&menu);
+    (new QAction(listed))->setSeparator(true);
+    for (const QPointer<Window> &window : openWindows()) {
+        if (window == mainLayout_.get()) {
+            continue;
+        }
+        // The number tells windows of one title apart, and is the key of the first nine.
+        const qsizetype number = listed->actions().size();
+        QString title = window->windowTitle();
+        title.replace(u'&', u"&&"_s);
+        auto *item = new QAction(
+            (number < 10 ? u"&%1 %2"_s : u"%1 %2"_s).arg(QString::number(number), title), listed);
+        item->setMenuRole(QAction::NoRole);
+        item->setCheckable(true);
+        item->setChecked(window->isActiveWindow());
+        connect(item, &QAction::triggered, window, &Window::bringToFront);
+    }
+    if (listed->actions().size() > 1) {
+        menu.addActions(listed->actions());
     }
 }
 
@@ -181,10 +211,8 @@ void Application::offerWayBack() {
     if (quitting_ || !mainLayout_) {
         return;
     }
-    for (const QWidget *widget : topLevelWidgets()) {
-        if (qobject_cast<const Window *>(widget) != nullptr && widget->isVisible()) {
-            return;
-        }
+    if (!openWindows().isEmpty()) {
+        return;
     }
     if (!std::exchange(wayBackIsDressed_, true)) {
         theme::dress(*mainLayout_);
@@ -222,17 +250,23 @@ bool Application::event(QEvent *event) {
 }
 
 bool Application::everyWindowAgreesToClose() {
-    // In the order in which they were opened, which topLevelWidgets() does not keep. Some may go
-    // while others are asked.
-    const QWindowList opened = topLevelWindows();
-    const QList<QPointer<QWindow>> handles(opened.begin(), opened.end());
-    return std::ranges::all_of(handles, [](const QPointer<QWindow> &handle) {
-        if (handle.isNull() || !handle->isVisible()) {
-            return true;
-        }
-        auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()));
-        return window == nullptr || window->mayClose();
+    // Some may go while others are asked.
+    return std::ranges::all_of(openWindows(), [](const QPointer<Window> &window) {
+        return window.isNull() || !window->isVisible() || window->mayClose();
     });
+}
+
+QList<QPointer<Window>> Application::openWindows() {
+    // The order is that of their handles; topLevelWidgets() keeps none.
+    QList<QPointer<Window>> windows;
+    for (const QWindow *handle : topLevelWindows()) {
+        if (handle->isVisible()) {
+            if (auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()))) {
+                windows << window;
+            }
+        }
+    }
+    return windows;
 }
 
 }  // namespace platform

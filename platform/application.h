@@ -3,9 +3,11 @@
 #include <memory>
 
 #include <QApplication>
+#include <QPointer>
 
 #include "platform/window.h"
 
+class QMenu;
 class QMenuBar;
 
 namespace platform {
@@ -51,9 +53,12 @@ class Application final : public QApplication, public WindowDelegate {
     void windowDidClose() override { quit(); }
     void fillMenuBar(Window &window);
     void describeMenus(QMenuBar &menuBar);
+    void listWindows(QMenu &menu);
     void forgetAccessibleItems();
     void offerWayBack();
     static bool everyWindowAgreesToClose();
+    /// Those on screen, in the order in which they were opened.
+    static QList<QPointer<Window>> openWindows();
 
     std::unique_ptr<Window> mainLayout_;
     bool wayBackIsDressed_ = false;

@@ -49,6 +49,12 @@ bool Window::mayClose() {
     return mayClose;
 }
 
+void Window::bringToFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
 void Window::fitToScreen() {
     if (qobject_cast<const QScrollArea *>(centralWidget()) != nullptr) {
         // It scrolls since it was shown before.

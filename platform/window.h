@@ -26,6 +26,8 @@ class Window final : public QMainWindow {
     void closeUnasked();
     /// Asks the delegate.
     bool mayClose();
+    /// Gives the window the focus, above all others, also where it was minimised.
+    void bringToFront();
     /// Lets the content scroll where the screen is too small for it. To be called before the window
     /// is shown.
     void fitToScreen();

@@ -1,7 +1,7 @@
 """Several windows at once, none at all, and the end of the program in the middle of a quiz."""
 
 from learner import QUIZZES, Attempt
-from program import Role
+from program import Role, State, has
 
 
 def test_the_main_menu_needs_no_picture_file(learner):
@@ -20,6 +20,38 @@ def test_the_window_manager_knows_the_program(learner):
     named = learner.display.run("xprop", "-id", x_window, "WM_CLASS")
     assert named.strip() == 'WM_CLASS(STRING) = "zorvan", "zorvan"'
     learner.quit()
+
+
+def test_the_window_menu_leads_to_what_is_open(learner):
+    menu = learner.start_for_the_first_time()
+    attempt = learner.open_quiz(QUIZZES[5], menu)
+    learner.program.press("ctrl+comma")
+    settings = learner.program.wait_for_window("Settings")
+    learner.choose_menu_item("Window", "2 Structure")
+    learner.program.wait_until("the quiz has the focus", lambda: is_in_front(attempt.window))
+    learner.program.press("alt+w")
+    names = ("1 Zorvan", "2 Structure", "3 Settings")
+    items = learner.program.wait_for_all(
+        attempt.window, *((Role.MENU_ITEM, name) for name in names)
+    )
+    assert [has(item, State.CHECKED) for item in items] == [False, True, False]
+    learner.program.press("3")
+    learner.program.wait_until("the settings have the focus", lambda: is_in_front(settings))
+    learner.program.press("Escape")
+    learner.program.wait_until_gone(settings)
+    learner.program.bring_to_front(attempt.window)
+    learner.program.press("alt+w")
+    learner.program.wait_for(Role.MENU_ITEM, "2 Structure")
+    assert learner.program.find(Role.MENU_ITEM, "3 Settings") == []
+    learner.program.press("1")
+    learner.program.wait_until("the main menu has the focus", lambda: is_in_front(menu))
+    learner.program.press("ctrl+q")
+    learner.abandon("Yes")
+    learner.expect_the_end()
+
+
+def is_in_front(window):
+    return has(window, State.ACTIVE)
 
 
 def test_two_quizzes_share_one_attempt(learner):

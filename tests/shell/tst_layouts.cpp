@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QSet>
 #include <QTest>
 #include <QTextDocument>
 
@@ -24,6 +25,9 @@ class tst_layouts final : public QObject {
     void menusListTheirItemsWithShortcuts();
     void everyMenuItemHasARole();
     void menuItemsDoNotRepeat();
+    void menuItemsHaveKeysOfTheirOwn();
+    void noTwoKeysOfAWindowAreTheSame_data();
+    void noTwoKeysOfAWindowAreTheSame();
     void indicatorsRangeOverThePasses();
     void timingOptionsAreOneGroup();
     void everyTextIsPlain_data();
@@ -205,6 +209,50 @@ void tst_layouts::menuItemsDoNotRepeat() {
         }
     }
     QCOMPARE(items, 13);
+}
+
+void tst_layouts::menuItemsHaveKeysOfTheirOwn() {
+    const auto window = build(u"MainLayout"_s);
+    QSet<QKeySequence> shortcuts;
+    for (const QAction *menu : window->menuBar()->actions()) {
+        QSet<QKeySequence> keys;
+        for (const QAction *item : menu->menu()->actions()) {
+            if (item->isSeparator()) {
+                continue;
+            }
+            const QKeySequence key = QKeySequence::mnemonic(item->text());
+            QVERIFY2(!key.isEmpty() && !keys.contains(key), qUtf8Printable(item->text()));
+            keys << key;
+            QVERIFY2(!shortcuts.contains(item->shortcut()), qUtf8Printable(item->text()));
+            if (!item->shortcut().isEmpty()) {
+                shortcuts << item->shortcut();
+            }
+        }
+    }
+    QCOMPARE(shortcuts.size(), 12);
+}
+
+void tst_layouts::noTwoKeysOfAWindowAreTheSame_data() {
+    layoutRows();
+}
+
+void tst_layouts::noTwoKeysOfAWindowAreTheSame() {
+    QFETCH(const QString, name);
+    // Every window has the menu bar of the main layout.
+    const auto mainLayout = build(u"MainLayout"_s);
+    QSet<QKeySequence> keys;
+    for (const QAction *menu : mainLayout->menuBar()->actions()) {
+        keys << QKeySequence::mnemonic(menu->text());
+    }
+    QCOMPARE(keys.size(), 4);
+    const auto window = build(name);
+    for (const QAbstractButton *button : window->findChildren<QAbstractButton *>()) {
+        const QKeySequence key = QKeySequence::mnemonic(button->text());
+        QVERIFY2(!keys.contains(key), qUtf8Printable(button->text()));
+        if (!key.isEmpty()) {
+            keys << key;
+        }
+    }
 }
 
 void tst_layouts::indicatorsRangeOverThePasses() {

@@ -35,9 +35,17 @@ class tst_menubar final : public QObject {
     void closeItemClosesOnlyTheWindowInFront();
     void escapeClosesOnlyTheAuxiliaryWindows_data();
     void escapeClosesOnlyTheAuxiliaryWindows();
+    void windowMenuNamesWhatIsOpen();
+    void windowMenuBringsAWindowToTheFront();
+    void windowMenuTellsManyWindowsApart();
     void aboutSaysWhatTheProgramIs();
 
  private:
+    /// The items of the window's open Window menu that name windows; an asterisk marks those that
+    /// are checked.
+    static QStringList windowsListed(const platform::Window *window);
+    static QMenu &openWindowMenu(const platform::Window *window);
+
     std::optional<RunningProgram> program_;
 };
 
@@ -244,6 +252,67 @@ void tst_menubar::escapeClosesOnlyTheAuxiliaryWindows() {
     QCOMPARE(program_->alerts->messages(), QStringList());
 }
 
+QMenu &tst_menubar::openWindowMenu(const platform::Window *window) {
+    QMenu &menu = *window->menuBar()->actions().at(2)->menu();
+    menu.popup(window->mapToGlobal(QPoint(0, 0)));
+    return menu;
+}
+
+QStringList tst_menubar::windowsListed(const platform::Window *window) {
+    QMenu &menu = openWindowMenu(window);
+    QStringList listed;
+    for (const QAction *item : menu.actions()) {
+        if (item->property("action").toString().isEmpty()) {
+            listed << item->text() + (item->isChecked() ? u"*"_s : QString());
+        }
+    }
+    menu.close();
+    return listed;
+}
+
+void tst_menubar::windowMenuNamesWhatIsOpen() {
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    program_->delegate->ShowHelp();
+    platform::Window *help = program_->delegate->theHelp->window();
+    program_->delegate->goPreferences();
+    platform::Window *settings = program_->delegate->theSettings->window();
+    QVERIFY(QTest::qWaitForWindowActive(settings));
+    const QString separator;
+    QCOMPARE(windowsListed(settings),
+             QStringList({separator, u"&1 Zorvan"_s, u"&2 Help"_s, u"&3 Settings*"_s}));
+    help->setWindowTitle(u"Help & more"_s);
+    menu->close();
+    QCOMPARE(windowsListed(settings),
+             QStringList({separator, u"&1 Help && more"_s, u"&2 Settings*"_s}));
+    help->close();
+    settings->close();
+    QCoreApplication::processEvents();
+    QCOMPARE(windowsListed(desk::window(u"MainLayout"_s)), QStringList());
+}
+
+void tst_menubar::windowMenuBringsAWindowToTheFront() {
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    platform::Window *settings = openwindow::open(u"Settings"_s, *program_->delegate);
+    QVERIFY(QTest::qWaitForWindowActive(settings));
+    menu->showMinimized();
+    QMenu &open = openWindowMenu(settings);
+    QTest::keyClick(&open, Qt::Key_1);
+    QVERIFY(!open.isVisible());
+    QVERIFY(QTest::qWaitForWindowActive(menu));
+    QVERIFY(!menu->isMinimized());
+    QVERIFY(settings->isVisible());
+}
+
+void tst_menubar::windowMenuTellsManyWindowsApart() {
+    for (int window = 0; window < 10; ++window) {
+        program_->delegate->ShowHelp();
+    }
+    const QStringList listed = windowsListed(program_->delegate->theHelp->window());
+    QCOMPARE(listed.size(), 11);
+    QCOMPARE(listed.at(9), u"&9 Help"_s);
+    QVERIFY2(listed.at(10).startsWith(u"10 Help"), qPrintable(listed.at(10)));
+}
+
 void tst_menubar::aboutSaysWhatTheProgramIs() {
     platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
     learner::pick(menu, u"about"_s);
@@ -258,7 +327,8 @@ void tst_menubar::aboutSaysWhatTheProgramIs() {
     QVERIFY(box->isVisible());
     // The clock of an open quiz goes on: the box is no alert.
     QVERIFY(!box->isModal());
-    QVERIFY(box->text().startsWith(u"Zorvan "));
+    QCOMPARE(box->text(), u"Zorvan "_s + QStringLiteral(ZORVAN_VERSION));
+    QVERIFY(box->informativeText().endsWith(u"\nQt "_s + QString::fromLatin1(qVersion())));
     QCOMPARE(box->defaultButton()->text(), u"OK"_s);
     // Beside the text, in proportion to it.
     const double lines =
