@@ -17,6 +17,10 @@ packages_tour=(
 packages_measure=(pkgconf libxcb1-dev libxcb-damage0-dev)
 packages_bench=("${packages_run[@]}" "${packages_tour[@]}" "${packages_measure[@]}" binutils)
 
+# To make packages, and to try them on a Debian of their own.
+packages_package=("${packages_run[@]}" dpkg-dev file)
+packages_try_package=("${packages_package[@]}" lintian debootstrap)
+
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 if [ "$(uname -s)" = Linux ]; then

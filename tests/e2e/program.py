@@ -23,11 +23,10 @@ class Program:
         self.display = display
         self._log = display.session.log("program")
         self._log.unlink(missing_ok=True)
-        self._process = display.session.spawn(
-            "program",
-            [str(Path(command).absolute())],
-            display.environment | dict(environment),
-        )
+        self._process = self.spawn(command, display.environment | dict(environment))
+
+    def spawn(self, command, environment):
+        return self.display.session.spawn("program", [str(Path(command).absolute())], environment)
 
     def log_lines(self):
         """What the program has written to its standard output and standard error."""

@@ -1,0 +1,27 @@
+# What ./package makes of the installed files: a Debian package and a tarball of the sources.
+set(CPACK_PACKAGE_VENDOR "Zorvan")
+set(CPACK_PACKAGE_CONTACT "Zorvan developers <developers@zorvan.org>")
+set(CPACK_PACKAGE_DESCRIPTION_FILE ${PROJECT_SOURCE_DIR}/packaging/debian/description)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_THREADS 0)
+set(CPACK_GENERATOR DEB)
+
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/complete.cmake)
+set(CPACK_ZORVAN_RELEASE_DATE ${ZORVAN_RELEASE_DATE})
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SECTION education)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Windows in a Wayland session; without it they come by way of X11.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_SOURCE_GENERATOR TXZ)
+set(CPACK_SOURCE_PACKAGE_FILE_NAME zorvan-${PROJECT_VERSION})
+set(CPACK_SOURCE_IGNORE_FILES
+    "/\\\\.git/" "/build[^/]*/" "/__pycache__/" "/e2e-evidence/" "/CMakeUserPresets.json"
+    "/compile_commands.json" "\\\\.user$")
+
+include(CPack)

@@ -1,0 +1,81 @@
+"""Starts the installed program as a desktop does, by its desktop entry, and uses it.
+
+    desktop.py HOME
+
+The first time, a quiz is passed; from then on it has to be known that it was.
+"""
+
+import os
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent.parent / "e2e"))
+
+from gi.repository import Gio, GLib
+
+from learner import QUIZZES, Learner
+from program import Program
+from session import Display, Session
+
+ENTRY = "org.zorvan.Zorvan.desktop"
+QUIZ = QUIZZES[5]
+
+
+def main():
+    home = Path(sys.argv[1])
+    with Session() as session, Display(session) as display:
+        learner = Learner(display, ENTRY, home / ".config", program_type=LaunchedProgram)
+        known = learner.stored()
+        if known:
+            learner.start()
+            learner.store = known
+            learner.expect_levels(learner.program.wait_for_window("Zorvan"))
+        else:
+            learner.take(QUIZ, learner.start_for_the_first_time())
+        assert learner.passes(QUIZ) == 1
+        learner.quit()
+        assert learner.stored() == learner.store
+    print("Its progress was kept" if known else "A quiz was passed")
+
+
+class LaunchedProgram(Program):
+    """A program that a desktop starts by its entry."""
+
+    def spawn(self, entry, environment):
+        context = Gio.AppLaunchContext()
+        for variable, value in environment.items():
+            context.setenv(variable, value)
+        launched = []
+        with self._log.open("ab") as log:
+            Gio.DesktopAppInfo.new(entry).launch_uris_as_manager_with_fds(
+                [],
+                context,
+                GLib.SpawnFlags.SEARCH_PATH | GLib.SpawnFlags.DO_NOT_REAP_CHILD,
+                None,
+                None,
+                lambda _, pid, *data: launched.append(LaunchedProcess(pid)),
+                None,
+                -1,
+                log.fileno(),
+                log.fileno(),
+            )
+        return launched[0]
+
+
+class LaunchedProcess:
+    """What is asked of a process, for a child that somebody else started."""
+
+    def __init__(self, pid):
+        self.pid = pid
+        self.returncode = None
+
+    def poll(self):
+        if self.returncode is None:
+            ended, status = os.waitpid(self.pid, os.WNOHANG)
+            if ended:
+                self.returncode = os.waitstatus_to_exitcode(status)
+        return self.returncode
+
+
+if __name__ == "__main__":
+    main()
