@@ -29,7 +29,7 @@ if [ "$(uname -s)" = Linux ]; then
 fi
 
 # To analyse the sources and the running program.
-packages_analyse=(binutils clang-tidy clazy cppcheck valgrind libc6-dbg shellcheck pyflakes3)
+packages_analyse=(binutils clang-format clang-tidy clazy cppcheck valgrind libc6-dbg shellcheck pyflakes3)
 
 # Installs those of the packages that are missing. Where that cannot be done it says what is
 # needed and goes on: the tools may be there by other names.
