@@ -11,7 +11,8 @@ from pathlib import Path
 import pytest
 
 ID = "org.zorvan.Zorvan"
-ICONS = Path(__file__).parents[2] / "resources/icons"
+ROOT = Path(__file__).parents[2]
+ICONS = ROOT / "resources/icons"
 SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 
 
@@ -57,6 +58,13 @@ def test_the_metainfo_names_the_version_and_the_entry(share, version):
     assert component.findtext("launchable") == f"{ID}.desktop"
     assert component.findtext("provides/binary") == "zorvan"
     assert [release.get("version") for release in component.iter("release")] == [version]
+
+
+def test_the_changelog_has_the_version_and_its_date(share, version):
+    component = ElementTree.parse(share / f"metainfo/{ID}.metainfo.xml").getroot()
+    [date] = [release.get("date") for release in component.iter("release")]
+    changelog = (ROOT / "CHANGELOG.md").read_text("utf-8")
+    assert re.findall(r"^## \[(\d.*)\] - (.*)$", changelog, re.MULTILINE)[0] == (version, date)
 
 
 def test_the_manual_page_is_set_without_warnings(share, version):
