@@ -17,19 +17,23 @@ SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 
 
 def run(*command):
-    done = subprocess.run(
+    return subprocess.run(
         [str(part) for part in command],
         capture_output=True,
         text=True,
-        check=False,
-        env=os.environ | {"LC_ALL": "C.UTF-8"},
+        env=os.environ | {"LC_ALL": "C.UTF-8", "MANWIDTH": "100"},
     )
-    return done.returncode, done.stdout + done.stderr
+
+
+def expect_no_complaint(*command):
+    done = run(*command)
+    assert (done.returncode, done.stderr) == (0, ""), done.stdout
+    return done.stdout
 
 
 def test_every_file_has_its_place(share):
-    installed = {str(file.relative_to(share.parent)) for file in share.parent.rglob("*") if file.is_file()}
-    assert installed == {
+    files = [file for file in share.parent.rglob("*") if file.is_file()]
+    assert {str(file.relative_to(share.parent)) for file in files} == {
         "bin/zorvan",
         f"share/applications/{ID}.desktop",
         f"share/metainfo/{ID}.metainfo.xml",
@@ -39,12 +43,15 @@ def test_every_file_has_its_place(share):
 
 
 def test_the_desktop_entry_is_valid(share):
-    assert run("desktop-file-validate", share / f"applications/{ID}.desktop") == (0, "")
+    file = share / f"applications/{ID}.desktop"
+    assert expect_no_complaint("desktop-file-validate", file) == ""
+    # As the window manager knows the program's windows.
+    assert "StartupWMClass=zorvan" in file.read_text("utf-8").splitlines()
 
 
 def test_the_metainfo_lacks_only_a_licence(share):
     file = share / f"metainfo/{ID}.metainfo.xml"
-    _, report = run("appstreamcli", "validate", "--no-net", "--pedantic", "--format=yaml", file)
+    report = run("appstreamcli", "validate", "--no-net", "--pedantic", "--format=yaml", file).stdout
     # The owner has not chosen a licence; the identifier has a capital letter as many have.
     assert re.findall(r"- tag: (.*)", report) == [
         "cid-contains-uppercase-letter",
@@ -69,10 +76,7 @@ def test_the_changelog_has_the_version_and_its_date(share, version):
 
 def test_the_manual_page_is_set_without_warnings(share, version):
     page = share / "man/man1/zorvan.1"
-    assert run("man", "--warnings", "--encoding=UTF-8", "--local-file", "-Tutf8", "-Z", page)[1].count(
-        "warning"
-    ) == 0
-    _, text = run("man", "--warnings", "--local-file", page)
+    text = expect_no_complaint("man", "--warnings", "--local-file", page)
     assert f"Zorvan {version}" in text and "@" not in text
 
 
@@ -104,29 +108,34 @@ def test_the_icon_of_macos_has_every_size():
     assert kinds >= {b"is32", b"il32", b"ih32", b"it32", b"ic08", b"ic09", b"ic10"}
 
 
-def test_the_icon_of_windows_has_every_size():
+def pictures_of_windows():
+    """Width and content of each picture in the icon."""
     data = (ICONS / "zorvan.ico").read_bytes()
     _, kind, count = struct.unpack("<HHH", data[:6])
-    widths = [data[6 + 16 * entry] or 256 for entry in range(count)]
-    assert kind == 1 and widths == [16, 24, 32, 48, 64, 128, 256]
+    assert kind == 1
+    for entry in range(count):
+        width, *_, length, offset = struct.unpack("<BBBBHHII", data[6 + 16 * entry :][:16])
+        yield width or 256, data[offset : offset + length]
+
+
+def test_the_icon_of_windows_has_every_size():
+    assert [width for width, _ in pictures_of_windows()] == [16, 24, 32, 48, 64, 128, 256]
 
 
 def test_the_resource_of_windows_compiles(build, version, tmp_path):
     resource = tmp_path / "zorvan.res"
-    status, report = run(
+    expect_no_complaint(
         "x86_64-w64-mingw32-windres",
         "--preprocessor=cpp",
-        build / "packaging/zorvan.rc",
         "--output-format=res",
+        build / "packaging/zorvan.rc",
         resource,
     )
-    assert (status, report) == (0, "")
     compiled = resource.read_bytes()
     for name, value in {"ProductName": "Zorvan", "ProductVersion": version}.items():
-        entry = f"{name}\0".encode("utf-16-le")
-        assert entry in compiled and value.encode("utf-16-le") in compiled.split(entry)[1][:64]
-    # The largest picture is a PNG file as it stands.
-    assert (ICONS / "zorvan-256.png").read_bytes()[:24] in compiled or b"\x89PNG" in compiled
-    numbers = [int(number) for number in version.split(".")] + [0]
-    high, low = numbers[0] << 16 | numbers[1], numbers[2] << 16 | numbers[3]
-    assert struct.pack("<II", high, low) * 2 in compiled
+        name, value = (f"{text}\0".encode("utf-16-le") for text in (name, value))
+        assert name in compiled and compiled.split(name)[1].lstrip(b"\0").startswith(value)
+    major, minor, patch = (int(number) for number in version.split("."))
+    assert struct.pack("<HHHH", minor, major, 0, patch) * 2 in compiled
+    for width, picture in pictures_of_windows():
+        assert picture in compiled, f"the picture of {width} pixels is missing"
