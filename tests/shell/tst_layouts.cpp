@@ -28,6 +28,7 @@ class tst_layouts final : public QObject {
     void menuItemsHaveKeysOfTheirOwn();
     void noTwoKeysOfAWindowAreTheSame_data();
     void noTwoKeysOfAWindowAreTheSame();
+    void onlyWhatAsksFurtherHasAnEllipsis();
     void indicatorsRangeOverThePasses();
     void timingOptionsAreOneGroup();
     void everyTextIsPlain_data();
@@ -253,6 +254,20 @@ void tst_layouts::noTwoKeysOfAWindowAreTheSame() {
             keys << key;
         }
     }
+}
+
+void tst_layouts::onlyWhatAsksFurtherHasAnEllipsis() {
+    QStringList asking;
+    for (const auto &[name, builder] : platform::layouts()) {
+        const auto window = build(name);
+        for (const QAbstractButton *button : window->findChildren<QAbstractButton *>()) {
+            asking << button->text();
+        }
+        for (const QAction *item : window->findChildren<QAction *>()) {
+            asking << item->text();
+        }
+    }
+    QCOMPARE(asking.filter(u"."_s) + asking.filter(u"…"_s), QStringList{u"&Clear Progress…"_s});
 }
 
 void tst_layouts::indicatorsRangeOverThePasses() {
