@@ -13,7 +13,12 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/lintian-overrides
 configure_file(${CMAKE_CURRENT_LIST_DIR}/changelog.in ${doc}/changelog.Debian @ONLY)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/../../CHANGELOG.md ${doc}/changelog COPYONLY)
 
-# Without the time of day, so that the same sources make the same package.
+# The manual page and the changelogs are to be compressed, without the time of day.
 execute_process(
     COMMAND gzip -9 --no-name ${doc}/changelog ${doc}/changelog.Debian ${share}/man/man1/zorvan.1
     COMMAND_ERROR_IS_FATAL ANY)
+
+# Whatever the rights that the builder gives to new files.
+file(CHMOD_RECURSE ${doc} ${share}/lintian
+    FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
+    DIRECTORY_PERMISSIONS ${CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
