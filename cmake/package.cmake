@@ -15,9 +15,6 @@ if(CMAKE_SYSTEM_NAME STREQUAL Linux)
     # Windows in a Wayland session; without it they come by way of X11.
     set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
     set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-    # Whatever the rights that the builder gives to new folders.
-    set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-        OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 endif()
 
 set(CPACK_SOURCE_GENERATOR TXZ)

@@ -18,7 +18,9 @@ execute_process(
     COMMAND gzip -9 --no-name ${doc}/changelog ${doc}/changelog.Debian ${share}/man/man1/zorvan.1
     COMMAND_ERROR_IS_FATAL ANY)
 
-# Whatever the rights that the builder gives to new files.
+# Whatever the rights that the builder gives to new files and folders.
 file(CHMOD_RECURSE ${doc} ${share}/lintian
-    FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
-    DIRECTORY_PERMISSIONS ${CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
+    FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+file(CHMOD_RECURSE ${CPACK_TEMPORARY_INSTALL_DIRECTORY}
+    DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
+        GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
