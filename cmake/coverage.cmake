@@ -6,7 +6,8 @@ list(TRANSFORM rooms PREPEND --filter=${PROJECT_SOURCE_DIR}/)
 list(TRANSFORM rooms APPEND /)
 add_custom_target(coverage
     COMMAND find ${PROJECT_BINARY_DIR} -name "*.gcda" -delete
-    COMMAND ${CMAKE_CTEST_COMMAND} --preset coverage
+    # Where a test lets no file be written, the counts are not either: nothing is to be said of it.
+    COMMAND ${CMAKE_COMMAND} -E env GCOV_ERROR_FILE=/dev/null ${CMAKE_CTEST_COMMAND} --preset coverage
     COMMAND ${GCOVR} --root ${PROJECT_SOURCE_DIR} ${rooms} --exclude-throw-branches
             --exclude-unreachable-branches --fail-under-line 95 --html-details
             ${PROJECT_BINARY_DIR}/coverage.html --txt - ${PROJECT_BINARY_DIR}
