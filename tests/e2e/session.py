@@ -166,12 +166,14 @@ class Display:
             f" {self._options}",
         )
         self.environment = {"DISPLAY": f":{number}", "QT_QPA_PLATFORM": "xcb"}
+        # It names itself before it is ready, and never gives the focus to what is there by then.
         self._manager = self.session.spawn(
-            "openbox", ["openbox", "--sm-disable"], self.environment
+            "openbox",
+            ["openbox", "--sm-disable", "--startup", "xprop -root -f READY 32c -set READY 1"],
+            self.environment,
         )
         wait_until(
-            "the window manager is ready",
-            lambda: "0x" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+            "the window manager is ready", lambda: "= 1" in self.run("xprop", "-root", "READY")
         )
         return self
 
