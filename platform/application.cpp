@@ -8,22 +8,19 @@
 #endif
 
 #include <QAccessible>
-#include <QActionGroup>
 #include <QDir>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QResource>
 #include <QTimer>
-#include <QWindow>
 
 #include "platform/accessibility.h"
 #include "platform/actions.h"
 #include "platform/keyrepeat.h"
 #include "platform/layouts.h"
+#include "platform/menus.h"
 #include "platform/style.h"
 #include "platform/theme.h"
 
@@ -93,11 +90,7 @@ void Application::loadMainLayout(QObject &delegate) {
     mainLayout_ = std::make_unique<Window>(*this);
     layoutNamed(u"MainLayout"_s)(*mainLayout_);
     connectActions(*mainLayout_, {&delegate, this});
-    describeMenus(*mainLayout_->menuBar());
-#ifdef Q_OS_MACOS
-    desktopMenuBar_ = std::make_unique<QMenuBar>();
-    desktopMenuBar_->addActions(mainLayout_->menuBar()->actions());
-#endif
+    menus_ = std::make_unique<Menus>(*mainLayout_);
 }
 
 void Application::closeWindow() {
@@ -129,75 +122,9 @@ void Application::about() {
 }
 
 void Application::willShow(Window &window) {
-    if (!mainLayout_) {
-        return;
-    }
-#ifndef Q_OS_MACOS
-    if (window.menuBar()->actions().isEmpty()) {
-        fillMenuBar(window);
-    }
-#endif
-    mainLayout_->hide();
-}
-
-void Application::fillMenuBar(Window &window) {
-    // The items are the same in every window, the menus that hold them are not: to a screen
-    // reader a menu belongs to one window.
-    for (const QAction *shared : mainLayout_->menuBar()->actions()) {
-        QMenu *menu = window.menuBar()->addMenu(shared->text());
-        menu->setProperty("listsWindows", shared->menu()->property("listsWindows"));
-        menu->addActions(shared->menu()->actions());
-        connect(menu, &QObject::destroyed, this, &Application::forgetAccessibleItems);
-    }
-    describeMenus(*window.menuBar());
-}
-
-void Application::describeMenus(QMenuBar &menuBar) {
-    menuBar.setAccessibleName(u"Menu bar"_s);
-    for (const QAction *action : menuBar.actions()) {
-        // The name by which a screen reader knows an open menu.
-        QMenu *menu = action->menu();
-        menu->setWindowTitle(action->iconText());
-        connect(menu, &QMenu::aboutToShow, this, &Application::forgetAccessibleItems);
-        if (menu->property("listsWindows").toBool()) {
-            connect(menu, &QMenu::aboutToShow, this, [this, menu] { listWindows(*menu); });
-        }
-    }
-}
-
-void Application::listWindows(QMenu &menu) {
-    qDeleteAll(menu.findChildren<QActionGroup *>());
-    auto *listed = new QActionGroup(&menu);
-    (new QAction(listed))->setSeparator(true);
-    for (const QPointer<Window> &window : openWindows()) {
-        if (window == mainLayout_.get()) {
-            continue;
-        }
-        // The number tells windows of one title apart, and is the key of the first nine.
-        const qsizetype number = listed->actions().size();
-        QString title = window->windowTitle();
-        title.replace(u'&', u"&&"_s);
-        auto *item = new QAction(
-            (number < 10 ? u"&%1 %2"_s : u"%1 %2"_s).arg(QString::number(number), title), listed);
-        item->setMenuRole(QAction::NoRole);
-        item->setCheckable(true);
-        item->setChecked(window->isActiveWindow());
-        connect(item, &QAction::triggered, window, &Window::bringToFront);
-    }
-    if (listed->actions().size() > 1) {
-        menu.addActions(listed->actions());
-    }
-}
-
-void Application::forgetAccessibleItems() {
-    // Each is known as an item of the first menu that a screen reader found it in: hidden in all
-    // others, and lost with that one.
-    for (const QAction *menu : mainLayout_->menuBar()->actions()) {
-        for (QAction *item : menu->menu()->actions()) {
-            if (QAccessibleInterface *known = QAccessible::queryAccessibleInterface(item)) {
-                QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
-            }
-        }
+    if (mainLayout_) {
+        menus_->provideMenuBar(window);
+        mainLayout_->hide();
     }
 }
 
@@ -208,10 +135,7 @@ void Application::didClose() {
 
 void Application::offerWayBack() {
 #ifndef Q_OS_MACOS
-    if (quitting_ || !mainLayout_) {
-        return;
-    }
-    if (!openWindows().isEmpty()) {
+    if (quitting_ || !mainLayout_ || !Window::onScreen().isEmpty()) {
         return;
     }
     if (!std::exchange(wayBackIsDressed_, true)) {
@@ -251,22 +175,9 @@ bool Application::event(QEvent *event) {
 
 bool Application::everyWindowAgreesToClose() {
     // Some may go while others are asked.
-    return std::ranges::all_of(openWindows(), [](const QPointer<Window> &window) {
+    return std::ranges::all_of(Window::onScreen(), [](const QPointer<Window> &window) {
         return window.isNull() || !window->isVisible() || window->mayClose();
     });
-}
-
-QList<QPointer<Window>> Application::openWindows() {
-    // The order is that of their handles; topLevelWidgets() keeps none.
-    QList<QPointer<Window>> windows;
-    for (const QWindow *handle : topLevelWindows()) {
-        if (handle->isVisible()) {
-            if (auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()))) {
-                windows << window;
-            }
-        }
-    }
-    return windows;
 }
 
 }  // namespace platform

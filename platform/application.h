@@ -3,14 +3,12 @@
 #include <memory>
 
 #include <QApplication>
-#include <QPointer>
 
 #include "platform/window.h"
 
-class QMenu;
-class QMenuBar;
-
 namespace platform {
+
+class Menus;
 
 /// Gives the session a runtime folder where it has none, as for root outside a login: the toolkit
 /// would take the same one, with a warning. Call it before the application is made.
@@ -51,19 +49,12 @@ class Application final : public QApplication, public WindowDelegate {
  private:
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
-    void fillMenuBar(Window &window);
-    void describeMenus(QMenuBar &menuBar);
-    void listWindows(QMenu &menu);
-    void forgetAccessibleItems();
     void offerWayBack();
     static bool everyWindowAgreesToClose();
-    /// Those on screen, in the order in which they were opened.
-    static QList<QPointer<Window>> openWindows();
 
     std::unique_ptr<Window> mainLayout_;
+    std::unique_ptr<Menus> menus_;
     bool wayBackIsDressed_ = false;
-    /// The desktop's own menu bar, where it has one.
-    std::unique_ptr<QMenuBar> desktopMenuBar_;
     bool quitting_ = false;
 };
 

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QWindow>
 
 #include "platform/eventloop.h"
 #include "platform/group.h"
@@ -36,6 +37,19 @@ void scrollTo(QScrollArea &area, QWidget *focus) {
 }  // namespace
 
 Window::Window(WindowDelegate &delegate) : delegate_(delegate) {}
+
+QList<QPointer<Window>> Window::onScreen() {
+    // The order is that of their handles; topLevelWidgets() keeps none.
+    QList<QPointer<Window>> windows;
+    for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
+        if (handle->isVisible()) {
+            if (auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()))) {
+                windows << window;
+            }
+        }
+    }
+    return windows;
+}
 
 void Window::closeUnasked() {
     unasked_ = true;

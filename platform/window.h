@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QMainWindow>
+#include <QPointer>
 
 namespace platform {
 
@@ -21,6 +23,9 @@ class Window final : public QMainWindow {
 
  public:
     explicit Window(WindowDelegate &delegate);
+
+    /// Those on screen, in the order in which they were opened.
+    static QList<QPointer<Window>> onScreen();
 
     /// Closes the window without asking the delegate.
     void closeUnasked();
