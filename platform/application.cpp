@@ -55,6 +55,28 @@ QIcon programIcon() {
     return icon;
 }
 
+QMessageBox *newAboutBox(QWidget *parent) {
+    auto *box = new QMessageBox(parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(u"About Zorvan"_s);
+    box->setTextFormat(Qt::PlainText);
+    const int side = 4 * box->fontMetrics().lineSpacing();
+    box->setIconPixmap(
+        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box->devicePixelRatioF()));
+    box->setText(u"Zorvan %1"_s.arg(QCoreApplication::applicationVersion()));
+    box->setInformativeText(QStringLiteral(ZORVAN_DESCRIPTION ".\n\nQt ") +
+                            QString::fromLatin1(qVersion()));
+    box->setDefaultButton(box->addButton(u"OK"_s, QMessageBox::AcceptRole));
+    for (QLabel *label : box->findChildren<QLabel *>()) {
+        if (!label->pixmap().isNull()) {
+            label->setAccessibleName(QGuiApplication::applicationDisplayName());
+        }
+    }
+    theme::dress(*box);
+    box->setModal(false);
+    return box;
+}
+
 }  // namespace
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
@@ -100,25 +122,12 @@ void Application::closeWindow() {
 }
 
 void Application::about() {
-    auto *box = new QMessageBox(activeWindow());
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(u"About Zorvan"_s);
-    box->setTextFormat(Qt::PlainText);
-    const int side = 4 * box->fontMetrics().lineSpacing();
-    box->setIconPixmap(
-        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box->devicePixelRatioF()));
-    box->setText(u"Zorvan %1"_s.arg(applicationVersion()));
-    box->setInformativeText(QStringLiteral(ZORVAN_DESCRIPTION ".\n\nQt ") +
-                            QString::fromLatin1(qVersion()));
-    box->setDefaultButton(box->addButton(u"OK"_s, QMessageBox::AcceptRole));
-    for (QLabel *label : box->findChildren<QLabel *>()) {
-        if (!label->pixmap().isNull()) {
-            label->setAccessibleName(applicationDisplayName());
-        }
+    if (aboutBox_.isNull()) {
+        aboutBox_ = newAboutBox(activeWindow());
     }
-    theme::dress(*box);
-    box->setModal(false);
-    box->show();
+    aboutBox_->show();
+    aboutBox_->raise();
+    aboutBox_->activateWindow();
 }
 
 void Application::willShow(Window &window) {

@@ -3,8 +3,11 @@
 #include <memory>
 
 #include <QApplication>
+#include <QPointer>
 
 #include "platform/window.h"
+
+class QMessageBox;
 
 namespace platform {
 
@@ -55,6 +58,7 @@ class Application final : public QApplication, public WindowDelegate {
     std::unique_ptr<Window> mainLayout_;
     std::unique_ptr<Menus> menus_;
     bool wayBackIsDressed_ = false;
+    QPointer<QMessageBox> aboutBox_;
     bool quitting_ = false;
 };
 

@@ -39,12 +39,14 @@ class tst_menubar final : public QObject {
     void windowMenuBringsAWindowToTheFront();
     void windowMenuTellsManyWindowsApart();
     void aboutSaysWhatTheProgramIs();
+    void aboutIsOpenOnce();
 
  private:
     /// The items of the window's open Window menu that name windows; an asterisk marks those that
     /// are checked.
     static QStringList windowsListed(const platform::Window *window);
     static QMenu &openWindowMenu(const platform::Window *window);
+    static QList<QMessageBox *> aboutBoxes();
 
     std::optional<RunningProgram> program_;
 };
@@ -319,15 +321,20 @@ void tst_menubar::windowMenuTellsManyWindowsApart() {
     QVERIFY2(listed.at(10).startsWith(u"10 Help"), qPrintable(listed.at(10)));
 }
 
-void tst_menubar::aboutSaysWhatTheProgramIs() {
-    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
-    learner::pick(menu, u"about"_s);
+QList<QMessageBox *> tst_menubar::aboutBoxes() {
     QList<QMessageBox *> boxes;
     for (QWidget *widget : QApplication::topLevelWidgets()) {
         if (auto *box = qobject_cast<QMessageBox *>(widget)) {
             boxes << box;
         }
     }
+    return boxes;
+}
+
+void tst_menubar::aboutSaysWhatTheProgramIs() {
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    learner::pick(menu, u"about"_s);
+    const QList<QMessageBox *> boxes = aboutBoxes();
     QCOMPARE(boxes.size(), 1);
     QMessageBox *box = boxes.first();
     QVERIFY(box->isVisible());
@@ -349,6 +356,23 @@ void tst_menubar::aboutSaysWhatTheProgramIs() {
     box->close();
     desk::freeUnused();
     QVERIFY(menu->isVisible());
+}
+
+void tst_menubar::aboutIsOpenOnce() {
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    learner::pick(menu, u"about"_s);
+    const QPointer<QMessageBox> box = aboutBoxes().constFirst();
+    menu->bringToFront();
+    QVERIFY(QTest::qWaitForWindowActive(menu));
+    learner::pick(menu, u"about"_s);
+    QCOMPARE(aboutBoxes(), QList<QMessageBox *>({box}));
+    QVERIFY(QTest::qWaitForWindowActive(box));
+    box->close();
+    desk::freeUnused();
+    QVERIFY(box.isNull());
+    learner::pick(menu, u"about"_s);
+    QCOMPARE(aboutBoxes().size(), 1);
+    QVERIFY(aboutBoxes().constFirst()->isVisible());
 }
 
 ZORVAN_TEST_MAIN(tst_menubar)
