@@ -125,7 +125,7 @@ void Application::about() {
     if (aboutBox_.isNull()) {
         aboutBox_ = newAboutBox(activeWindow());
     }
-    aboutBox_->show();
+    aboutBox_->showNormal();
     aboutBox_->raise();
     aboutBox_->activateWindow();
 }

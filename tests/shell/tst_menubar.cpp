@@ -362,11 +362,13 @@ void tst_menubar::aboutIsOpenOnce() {
     platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
     learner::pick(menu, u"about"_s);
     const QPointer<QMessageBox> box = aboutBoxes().constFirst();
+    box->showMinimized();
     menu->bringToFront();
     QVERIFY(QTest::qWaitForWindowActive(menu));
     learner::pick(menu, u"about"_s);
     QCOMPARE(aboutBoxes(), QList<QMessageBox *>({box}));
     QVERIFY(QTest::qWaitForWindowActive(box));
+    QVERIFY(!box->isMinimized());
     box->close();
     desk::freeUnused();
     QVERIFY(box.isNull());
