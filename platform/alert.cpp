@@ -3,54 +3,144 @@
 #include <utility>
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <QWindow>
 
+#include "platform/repeatingtimer.h"
 #include "platform/theme.h"
+#include "platform/window.h"
 
 namespace platform {
+
+namespace {
+
+/// Keeps the windows of the program from being used before the alert that blocks them is there.
+class InputBlock final : public QObject {
+ public:
+    InputBlock() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override {
+        switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::Wheel:
+            case QEvent::TouchBegin:
+            case QEvent::KeyPress:
+            case QEvent::ShortcutOverride:
+            case QEvent::Shortcut:
+                return true;
+            case QEvent::Close:
+                event->ignore();
+                return true;
+            default:
+                return false;
+        }
+    }
+};
+
+/// Waits for the user to come to a window of the program, and has the desktop point at `window`.
+void waitForTheUser(Window *window) {
+    if (QGuiApplication::applicationState() == Qt::ApplicationActive) {
+        return;
+    }
+    QApplication::alert(window);
+    const InputBlock block;
+    QEventLoop loop;
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &loop,
+                     [&loop](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive) {
+                             loop.quit();
+                         }
+                     });
+    loop.exec();
+}
+
+/// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
+/// with it: not every desktop knows that an alert blocks more than its owner.
+void keepInFront(QMessageBox &box, const QPointer<Window> &owner) {
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &box,
+                     [&box, owner](const QWindow *focused) {
+                         if (focused == nullptr) {
+                             return;
+                         }
+                         if (owner) {
+                             owner->raise();
+                         }
+                         if (focused == box.windowHandle()) {
+                             box.raise();
+                         } else {
+                             bringToFront(box);
+                         }
+                     });
+}
+
+}  // namespace
 
 Alert::Alert(QString message, Buttons buttons, QString informativeText)
     : message_(std::move(message)),
       buttons_(std::move(buttons)),
       informativeText_(std::move(informativeText)) {}
 
-int Alert::runModal() const {
-    QMessageBox box(QApplication::activeWindow());
-    box.setText(message_);
-    box.setInformativeText(informativeText_);
+QMessageBox *Alert::newBox(Window *over) const {
+    auto *box = new QMessageBox(over);
+    box->setText(message_);
+    box->setInformativeText(informativeText_);
     // The box's own setTextFormat() leaves the informative text out.
-    for (QLabel *label : box.findChildren<QLabel *>()) {
+    for (QLabel *label : box->findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
         label->setIndent(0);
     }
-    box.setAccessibleName(message_);
+    box->setAccessibleName(message_);
 
-    QPushButton *standard = box.addButton(buttons_.defaultButton, QMessageBox::AcceptRole);
-    box.setDefaultButton(standard);
-    box.setEscapeButton(standard);
-    QPushButton *alternate = nullptr;
+    QPushButton *standard = box->addButton(buttons_.defaultButton, QMessageBox::AcceptRole);
+    box->setDefaultButton(standard);
+    box->setEscapeButton(standard);
     if (!buttons_.alternateButton.isEmpty()) {
-        alternate = box.addButton(buttons_.alternateButton, QMessageBox::RejectRole);
-        box.setEscapeButton(alternate);
+        box->setEscapeButton(box->addButton(buttons_.alternateButton, QMessageBox::RejectRole));
     }
     if (!buttons_.otherButton.isEmpty()) {
-        box.addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
+        box->addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
     }
 
-    theme::dress(box);
+    theme::dress(*box);
     // No icon stands before the text.
-    if (auto *grid = qobject_cast<QGridLayout *>(box.layout())) {
+    if (auto *grid = qobject_cast<QGridLayout *>(box->layout())) {
         grid->setHorizontalSpacing(0);
     }
+    return box;
+}
 
-    box.exec();
-    if (box.clickedButton() == standard) {
-        return DefaultReturn;
+int Alert::runModal(Window *owner, Cause cause) const {
+    const TickHold hold;
+    const QPointer<Window> over =
+        owner != nullptr && owner->isVisible() ? owner : Window::inFront();
+    if (cause == Cause::Event) {
+        waitForTheUser(over);
     }
-    return box.clickedButton() == alternate ? AlternateReturn : OtherReturn;
+    if (over) {
+        over->comeForward();
+    }
+    const QPointer<QMessageBox> box = newBox(over);
+    keepInFront(*box, over);
+    box->exec();
+    if (!box) {
+        return buttons_.alternateButton.isEmpty() ? DefaultReturn : AlternateReturn;
+    }
+    box->deleteLater();
+    switch (box->buttonRole(box->clickedButton())) {
+        case QMessageBox::AcceptRole:
+            return DefaultReturn;
+        case QMessageBox::RejectRole:
+            return AlternateReturn;
+        default:
+            return OtherReturn;
+    }
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/application.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #ifdef Q_OS_LINUX
@@ -125,9 +126,8 @@ void Application::about() {
     if (aboutBox_.isNull()) {
         aboutBox_ = newAboutBox(activeWindow());
     }
-    aboutBox_->showNormal();
-    aboutBox_->raise();
-    aboutBox_->activateWindow();
+    aboutBox_->show();
+    bringToFront(*aboutBox_);
 }
 
 void Application::willShow(Window &window) {
@@ -140,6 +140,18 @@ void Application::willShow(Window &window) {
 void Application::didClose() {
     // Another window may be on its way.
     QTimer::singleShot(0, this, &Application::offerWayBack);
+    if (applicationState() == Qt::ApplicationActive) {
+        // Some window managers now and then leave no window with the keyboard.
+        constexpr std::chrono::milliseconds untilTheyHaveChosen(300);
+        QTimer::singleShot(untilTheyHaveChosen, this, &Application::keepAWindowActive);
+    }
+}
+
+void Application::keepAWindowActive() {
+    Window *front = Window::inFront();
+    if (front != nullptr && applicationState() != Qt::ApplicationActive) {
+        bringToFront(*front);
+    }
 }
 
 void Application::offerWayBack() {

@@ -53,6 +53,7 @@ class Application final : public QApplication, public WindowDelegate {
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
     void offerWayBack();
+    static void keepAWindowActive();
     static bool everyWindowAgreesToClose();
 
     std::unique_ptr<Window> mainLayout_;

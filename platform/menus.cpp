@@ -69,7 +69,7 @@ void Menus::listWindows(QMenu &menu) {
         item->setMenuRole(QAction::NoRole);
         item->setCheckable(true);
         item->setChecked(window->isActiveWindow());
-        connect(item, &QAction::triggered, window, &Window::bringToFront);
+        connect(item, &QAction::triggered, window, [window] { bringToFront(*window); });
     }
     if (listed->actions().size() > 1) {
         menu.addActions(listed->actions());

@@ -2,11 +2,29 @@
 
 #include <utility>
 
-#include <QApplication>
+#include <QCoreApplication>
 
 #include "platform/eventloop.h"
 
 namespace platform {
+
+namespace {
+
+int &holds() {
+    static int holds = 0;
+    return holds;
+}
+
+}  // namespace
+
+TickHold::TickHold() {
+    ++holds();
+}
+
+TickHold::~TickHold() {
+    QMetaObject::invokeMethod(
+        qApp, [] { --holds(); }, Qt::QueuedConnection);
+}
 
 std::unique_ptr<RepeatingTimer> RepeatingTimer::scheduledTimer(std::chrono::milliseconds interval,
                                                                QObject &target,
@@ -30,7 +48,7 @@ bool RepeatingTimer::isValid() const {
 }
 
 void RepeatingTimer::fire() {
-    if (!isValid() || QApplication::activeModalWidget() != nullptr) {
+    if (!isValid() || holds() > 0) {
         return;
     }
     // By copy: the tick may free this timer.

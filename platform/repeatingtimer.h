@@ -9,7 +9,7 @@
 namespace platform {
 
 /// A timer that ticks at a fixed interval on the event loop until it is invalidated or freed.
-/// Ticks that fall due while a modal alert is up are dropped, not made up. A tick may free its own
+/// Ticks that fall due while a TickHold lives are dropped, not made up. A tick may free its own
 /// timer.
 class RepeatingTimer final {
  public:
@@ -29,6 +29,16 @@ class RepeatingTimer final {
 
     QTimer timer_;
     std::function<void()> tick_;
+};
+
+/// Keeps every RepeatingTimer from ticking: for as long as it lives, and then until control is back
+/// in the event loop, so that no tick comes between an answer and what is done about it.
+class TickHold final {
+ public:
+    TickHold();
+    ~TickHold();
+    TickHold(const TickHold &) = delete;
+    TickHold &operator=(const TickHold &) = delete;
 };
 
 }  // namespace platform

@@ -63,10 +63,20 @@ bool Window::mayClose() {
     return mayClose;
 }
 
-void Window::bringToFront() {
-    setWindowState(windowState() & ~Qt::WindowMinimized);
-    raise();
-    activateWindow();
+Window *Window::inFront() {
+    Window *front = nullptr;
+    for (const QPointer<Window> &window : onScreen()) {
+        if (front == nullptr || window->turn_ > front->turn_) {
+            front = window;
+        }
+    }
+    return front;
+}
+
+void Window::comeForward() {
+    if (turn_ > 0 && !isActiveWindow()) {
+        bringToFront(*this);
+    }
 }
 
 void Window::fitToScreen() {
@@ -107,6 +117,14 @@ void Window::showEvent(QShowEvent *event) {
     setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
+void Window::changeEvent(QEvent *event) {
+    static int turns = 0;
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        turn_ = ++turns;
+    }
+    QMainWindow::changeEvent(event);
+}
+
 void Window::closeEvent(QCloseEvent *event) {
     event->setAccepted(unasked_ || mayClose());
     if (event->isAccepted()) {
@@ -131,6 +149,20 @@ void Window::keyPressEvent(QKeyEvent *event) {
         }
     }
     QMainWindow::keyPressEvent(event);
+}
+
+void bringToFront(QWidget &window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    const QWindow *focused = QGuiApplication::focusWindow();
+    if (focused == nullptr || focused->type() != Qt::Popup) {
+        window.activateWindow();
+        return;
+    }
+    // On Wayland a request in the name of a menu that is just closing is lost.
+    QObject::connect(
+        qApp, &QGuiApplication::focusWindowChanged, &window, [&window] { window.activateWindow(); },
+        Qt::SingleShotConnection);
 }
 
 }  // namespace platform

@@ -26,25 +26,34 @@ class Window final : public QMainWindow {
 
     /// Those on screen, in the order in which they were opened.
     static QList<QPointer<Window>> onScreen();
+    /// Of those, the one that had the keyboard last; null where none is on screen.
+    static Window *inFront();
 
     /// Closes the window without asking the delegate.
     void closeUnasked();
     /// Asks the delegate.
     bool mayClose();
-    /// Gives the window the focus, above all others, also where it was minimised.
-    void bringToFront();
+    /// Brings a window that was used before to the front again; one that is only just appearing
+    /// does so by itself.
+    void comeForward();
     /// Lets the content scroll where the screen is too small for it. To be called before the window
     /// is shown.
     void fitToScreen();
 
  protected:
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
  private:
     WindowDelegate &delegate_;
     bool unasked_ = false;
+    /// The turn at which it last had the keyboard; 0 where it never had.
+    int turn_ = 0;
 };
+
+/// Gives any window the keyboard, above all others, also where it was minimised.
+void bringToFront(QWidget &window);
 
 }  // namespace platform

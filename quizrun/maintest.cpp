@@ -47,7 +47,7 @@ void MainTest::windowDidLoad() {
         LoadCurrentTest();
     } catch (const platform::Exception &) {
         platform::Alert(u"Could not load the selected test."_s, {.defaultButton = u"OK"_s})
-            .runModal();
+            .runModal(window());
     }
 
     if (defaults.valueForKey(progressstore::timedQuizzes) == u"yes") {

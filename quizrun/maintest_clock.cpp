@@ -46,7 +46,8 @@ void MainTest::timerFired() {
 
 void MainTest::timeIsUp() {
     quizRun().quizTimer.reset();
-    platform::Alert(u"The time is up for this test."_s, {.defaultButton = u"OK"_s}).runModal();
+    platform::Alert(u"The time is up for this test."_s, {.defaultButton = u"OK"_s})
+        .runModal(window(), platform::Alert::Cause::Event);
     platform::Preferences::standardUserDefaults().setValueForKey(u"fail"_s,
                                                                  progressstore::currentStatus);
     showResults();

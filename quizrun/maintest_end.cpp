@@ -70,7 +70,7 @@ bool MainTest::windowShouldClose() {
                            u"This will end your current progress on this test, would you still "
                            "like to close this window?"_s,
                            {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
-                           .runModal();
+                           .runModal(window());
     if (answer != Alert::DefaultReturn) {
         return false;
     }

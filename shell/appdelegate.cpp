@@ -45,7 +45,8 @@ void AppDelegate::AssignTest(int quizNumber) {
         theMainMenu->close();
         theMainTest->showWindow();
     } catch (const platform::Exception &) {
-        platform::Alert(u"Error loading the current quiz"_s, {.defaultButton = u"OK"_s}).runModal();
+        platform::Alert(u"Error loading the current quiz"_s, {.defaultButton = u"OK"_s})
+            .runModal(nullptr);
     }
 }
 

@@ -38,7 +38,7 @@ void MainMenu::FirstRunCheck() {
         u"Welcome to Zorvan, this is the main progress screen where you can select quizzes to "
         "take and track your progress."_s,
         {.defaultButton = u"OK"_s})
-        .runModal();
+        .runModal(window());
 }
 
 void MainMenu::SetProgressBars() {
@@ -64,7 +64,7 @@ void MainMenu::AssignTest(int quizNumber) {
         theTestScreen = makeController<MainTest>(u"MainTest"_s);
         theTestScreen->showWindow();
     } catch (const platform::Exception &) {
-        Alert(u"Error loading the current quiz"_s, {.defaultButton = u"OK"_s}).runModal();
+        Alert(u"Error loading the current quiz"_s, {.defaultButton = u"OK"_s}).runModal(window());
     }
 }
 

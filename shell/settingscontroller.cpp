@@ -35,7 +35,7 @@ void SettingsController::resetProgress() {
     const int answer =
         Alert(u"This will reset all progress. Are you sure you want to clear your progress?"_s,
               {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
-            .runModal();
+            .runModal(window());
     if (answer == Alert::DefaultReturn) {
         clearProgress();
     }
@@ -44,5 +44,6 @@ void SettingsController::resetProgress() {
 void SettingsController::clearProgress() {
     progressstore::seed();
     // Open windows go on showing the old counts until they are filled again.
-    Alert(u"All progress on quizzes has been reset"_s, {.defaultButton = u"OK"_s}).runModal();
+    Alert(u"All progress on quizzes has been reset"_s, {.defaultButton = u"OK"_s})
+        .runModal(window());
 }

@@ -57,7 +57,7 @@ void everyWindowAtOnce(const LookAtAll &look) {
         look(windows);
     });
     platform::Alert(u"Are you sure?"_s, {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
-        .runModal();
+        .runModal(nullptr);
     states::shownBox().close();
     wayBack().hide();
     desk::clear();

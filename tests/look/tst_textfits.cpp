@@ -215,7 +215,7 @@ void tst_textfits::everyAlert() {
         }
     });
     platform::Alert(message, {.defaultButton = button, .alternateButton = alternateButton})
-        .runModal();
+        .runModal(nullptr);
     QVERIFY(alerts.verify());
     QCOMPARE(flaws, QString());
     QVERIFY(shown.contains(message));

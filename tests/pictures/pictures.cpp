@@ -154,7 +154,7 @@ void takeAll(Album &album) {
     platform::Alert(
         u"This will reset all progress. Are you sure you want to clear your progress?"_s,
         {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
-        .runModal();
+        .runModal(nullptr);
 }
 
 }  // namespace

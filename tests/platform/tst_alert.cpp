@@ -3,14 +3,49 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
+#include <QWindow>
 
 #include "platform/alert.h"
+#include "platform/window.h"
 #include "support/alerts.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
 
 using platform::Alert;
+using platform::Window;
+
+namespace {
+
+/// A window without a controller.
+struct TestWindow {
+    struct Delegate final : QObject, platform::WindowDelegate {
+        bool windowShouldClose() override { return true; }
+        void windowDidClose() override {}
+    };
+
+    /// Shows the window, in front of the others.
+    bool appear() const {
+        window->show();
+        window->activateWindow();
+        return QTest::qWaitForWindowActive(window.get());
+    }
+
+    /// Shows the window as it is while another program has the keyboard: the virtual desktop gives
+    /// none to tool tips.
+    bool appearBehindAnotherProgram() const {
+        window->setWindowFlags(Qt::ToolTip);
+        window->show();
+        return QTest::qWaitForWindowExposed(window.get()) &&
+               QGuiApplication::applicationState() != Qt::ApplicationActive;
+    }
+
+    Delegate delegate;
+    std::unique_ptr<Window> window = std::make_unique<Window>(delegate);
+};
+
+}  // namespace
 
 class tst_alert final : public QObject {
     Q_OBJECT
@@ -18,6 +53,9 @@ class tst_alert final : public QObject {
  private Q_SLOTS:
     void init();
     void cleanup();
+
+    // The first: once a window has had the keyboard, the virtual desktop never takes it away.
+    void alertAfterAnEventWaitsForTheUser();
 
     void eachButtonHasItsResult_data();
     void eachButtonHasItsResult();
@@ -30,6 +68,12 @@ class tst_alert final : public QObject {
     void alertBlocksTheWholeProgram();
     void defaultButtonHasTheFocus();
     void screenReaderGetsTheMessage();
+    void alertStandsOverItsOwner();
+    void alertOfAHiddenOwnerStandsOverTheWindowInFront();
+    void ownerComesForward();
+    void pressingABlockedWindowBringsTheAlertBack();
+    void alertWhoseOwnerIsFreedIsAnsweredAsByEscape_data();
+    void alertWhoseOwnerIsFreedIsAnsweredAsByEscape();
 
  private:
     static QMessageBox &box();
@@ -65,7 +109,7 @@ void tst_alert::eachButtonHasItsResult() {
     QFETCH(const QString, button);
     QFETCH(const int, result);
     alerts_->answer(button);
-    QCOMPARE(Alert(u"Now?"_s, {u"Yes"_s, u"No"_s, u"Later"_s}).runModal(), result);
+    QCOMPARE(Alert(u"Now?"_s, {u"Yes"_s, u"No"_s, u"Later"_s}).runModal(nullptr), result);
     QCOMPARE(alerts_->shown().first().buttons.size(), 3);
 }
 
@@ -92,7 +136,7 @@ void tst_alert::keysPressTheDefaultAndTheAlternate() {
     QFETCH(const Qt::Key, key);
     QFETCH(const int, result);
     alerts_->press(key);
-    QCOMPARE(Alert(u"Now?"_s, {u"Yes"_s, alternate, other}).runModal(), result);
+    QCOMPARE(Alert(u"Now?"_s, {u"Yes"_s, alternate, other}).runModal(nullptr), result);
 }
 
 void tst_alert::alertIsBare() {
@@ -101,7 +145,7 @@ void tst_alert::alertIsBare() {
         QVERIFY(box().detailedText().isEmpty());
         QVERIFY(box().checkBox() == nullptr);
     });
-    Alert(u"Done"_s, {u"OK"_s}).runModal();
+    Alert(u"Done"_s, {u"OK"_s}).runModal(nullptr);
     const ShownAlert alert = alerts_->shown().first();
     QCOMPARE(alert.message, u"Done"_s);
     QCOMPARE(alert.buttons, QStringList{u"OK"_s});
@@ -125,7 +169,7 @@ void tst_alert::textIsShownToTheCharacter() {
         literal = label->text() == text && label->textFormat() == Qt::PlainText &&
                   label->buddy() == nullptr;
     });
-    Alert(text, {u"OK"_s}).runModal();
+    Alert(text, {u"OK"_s}).runModal(nullptr);
     QVERIFY(literal);
 }
 
@@ -136,7 +180,7 @@ void tst_alert::informativeTextIsShownToTheCharacter() {
         const auto *label = box().findChild<QLabel *>(u"qt_msgbox_informativelabel"_s);
         literal = label->text() == text && label->textFormat() == Qt::PlainText;
     });
-    Alert(u"Done"_s, {u"OK"_s}, text).runModal();
+    Alert(u"Done"_s, {u"OK"_s}, text).runModal(nullptr);
     QCOMPARE(alerts_->shown().first().informativeText, text);
     QVERIFY(literal);
 }
@@ -154,7 +198,7 @@ void tst_alert::alertBlocksTheWholeProgram() {
         blocked = !returned && box().windowModality() == Qt::ApplicationModal;
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, button.geometry().center());
     });
-    Alert(u"Done"_s, {u"OK"_s}).runModal();
+    Alert(u"Done"_s, {u"OK"_s}).runModal(nullptr);
     returned = true;
     QVERIFY(blocked);
     QCOMPARE(clicks, 0);
@@ -168,15 +212,114 @@ void tst_alert::defaultButtonHasTheFocus() {
         const auto *button = qobject_cast<QPushButton *>(box().focusWidget());
         focused = button == nullptr ? QString() : button->text();
     });
-    Alert(u"Sure?"_s, {u"Yes"_s, u"No"_s}).runModal();
+    Alert(u"Sure?"_s, {u"Yes"_s, u"No"_s}).runModal(nullptr);
     QCOMPARE(focused, u"Yes"_s);
 }
 
 void tst_alert::screenReaderGetsTheMessage() {
     QString spoken;
     alerts_->answer(u"OK"_s, [&] { spoken = box().accessibleName(); });
-    Alert(u"Done & dusted"_s, {u"OK"_s}).runModal();
+    Alert(u"Done & dusted"_s, {u"OK"_s}).runModal(nullptr);
     QCOMPARE(spoken, u"Done & dusted"_s);
+}
+
+void tst_alert::alertStandsOverItsOwner() {
+    TestWindow owner;
+    TestWindow other;
+    QVERIFY(owner.appear() && other.appear());
+    QVERIFY(other.window->isActiveWindow());
+    const QWidget *below = nullptr;
+    alerts_->answer(u"OK"_s, [&] { below = box().parentWidget(); });
+    Alert(u"Done"_s, {u"OK"_s}).runModal(owner.window.get());
+    QCOMPARE(below, owner.window.get());
+}
+
+void tst_alert::alertOfAHiddenOwnerStandsOverTheWindowInFront() {
+    const TestWindow hidden;
+    TestWindow front;
+    TestWindow behind;
+    QVERIFY(front.appear() && behind.appear() && front.appear());
+    QWidgetList below;
+    for (Window *owner : {hidden.window.get(), static_cast<Window *>(nullptr)}) {
+        alerts_->answer(u"OK"_s, [&] { below << box().parentWidget(); });
+        Alert(u"Done"_s, {u"OK"_s}).runModal(owner);
+    }
+    QCOMPARE(below, (QWidgetList{front.window.get(), front.window.get()}));
+    QVERIFY(!hidden.window->isVisible());
+}
+
+void tst_alert::ownerComesForward() {
+    TestWindow owner;
+    TestWindow other;
+    QVERIFY(owner.appear() && other.appear());
+    owner.window->showMinimized();
+    other.window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(other.window.get()));
+    bool minimised = true;
+    alerts_->answer(u"OK"_s, [&] { minimised = owner.window->isMinimized(); });
+    Alert(u"Done"_s, {u"OK"_s}).runModal(owner.window.get());
+    QVERIFY(!minimised);
+}
+
+void tst_alert::pressingABlockedWindowBringsTheAlertBack() {
+    TestWindow owner;
+    TestWindow other;
+    QVERIFY(owner.appear() && other.appear());
+    QStringList lost;
+    alerts_->answer(u"OK"_s, [&] {
+        for (TestWindow *window : {&owner, &other}) {
+            const QWindow *alert = box().windowHandle();
+            // What a desktop does when a window is pressed.
+            window->window->windowHandle()->requestActivate();
+            if (!QTest::qWaitFor([&] { return QGuiApplication::focusWindow() == alert; })) {
+                lost << (window == &owner ? u"owner"_s : u"another"_s);
+            }
+        }
+    });
+    Alert(u"Done"_s, {u"OK"_s}).runModal(owner.window.get());
+    QCOMPARE(lost, QStringList());
+}
+
+void tst_alert::alertWhoseOwnerIsFreedIsAnsweredAsByEscape_data() {
+    QTest::addColumn<QString>("alternate");
+    QTest::addColumn<int>("result");
+    QTest::newRow("OK") << QString() << 1;
+    QTest::newRow("Yes and No") << u"No"_s << 0;
+}
+
+void tst_alert::alertWhoseOwnerIsFreedIsAnsweredAsByEscape() {
+    QFETCH(const QString, alternate);
+    QFETCH(const int, result);
+    TestWindow owner;
+    QVERIFY(owner.appear());
+    QTimer::singleShot(0, &owner.delegate, [&] { owner.window.reset(); });
+    QCOMPARE(Alert(u"Sure?"_s, {u"Yes"_s, alternate}).runModal(owner.window.get()), result);
+}
+
+void tst_alert::alertAfterAnEventWaitsForTheUser() {
+    TestWindow owner;
+    auto *button = new QPushButton(owner.window.get());
+    owner.window->setCentralWidget(button);
+    int clicks = 0;
+    connect(button, &QPushButton::clicked, &owner.delegate, [&] { ++clicks; });
+    QVERIFY(owner.appearBehindAnotherProgram());
+    bool shown = true;
+    bool closed = true;
+    QTimer::singleShot(0, &owner.delegate, [&] {
+        shown = QApplication::activeModalWidget() != nullptr;
+        // It is as good as there.
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::keyClick(button, Qt::Key_Space);
+        closed = owner.window->close();
+        owner.window->windowHandle()->requestActivate();
+    });
+    alerts_->answer(u"OK"_s);
+    QCOMPARE(Alert(u"Over"_s, {u"OK"_s}).runModal(owner.window.get(), Alert::Cause::Event), 1);
+    QVERIFY(!shown);
+    QCOMPARE(clicks, 0);
+    QVERIFY(!closed);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(clicks, 1);
 }
 
 ZORVAN_TEST_MAIN(tst_alert)

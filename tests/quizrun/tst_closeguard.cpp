@@ -95,6 +95,7 @@ void tst_closeguard::noKeepsTheWindowAndTheCountdown() {
     QCOMPARE(quizRun().quizTimer.get(), clock);
     QVERIFY(quizRun().quizTimer->isValid());
     QCOMPARE(desk::text(window, u"lblTimeLeft"_s), u"3:32");
+    QCoreApplication::processEvents();
     quizRun().quizTimer->fire();
     QCOMPARE(desk::text(window, u"lblTimeLeft"_s), u"3:31");
     QCOMPARE(quizRun().questionIndex, 2);
@@ -152,6 +153,7 @@ void tst_closeguard::noTickIsDeliveredWhileTheLearnerIsAsked() {
     quiz->window()->close();
     QVERIFY(quiz->window()->isVisible());
     QCOMPARE(quizRun().secondsLeft, 1);
+    QCoreApplication::processEvents();
     quizRun().quizTimer->fire();
     QCOMPARE(desk::text(quiz->window(), u"lblTimeLeft"_s), u"0:00");
 }
