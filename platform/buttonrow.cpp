@@ -76,6 +76,9 @@ void ButtonRow::adoptParts() {
     level_ = findChild<LevelIndicator *>();
     if (level_ != nullptr) {
         connect(level_, &LevelIndicator::valueInWordsChanged, this, &ButtonRow::describe);
+    }
+    if (level_ != nullptr && words_ == nullptr) {
+        // Otherwise once its words are there: a screen reader reads each change.
         describe();
     }
 }
@@ -88,7 +91,9 @@ void ButtonRow::describe() {
     if (words_ != nullptr && !words_->text().isEmpty()) {
         parts << words_->text().toLower();
     }
-    button_->setAccessibleDescription(parts.join(u", "_s));
+    if (const QString words = parts.join(u", "_s); words != button_->accessibleDescription()) {
+        button_->setAccessibleDescription(words);
+    }
 }
 
 bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {

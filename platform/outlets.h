@@ -33,8 +33,10 @@ class OutletBase {
     void setAccessibleName(const QString &name) const;
     void setAccessibleDescription(const QString &description) const;
     void setFocus() const;
-    /// Has a screen reader say `text`. Needs Qt 6.8; before that nothing is said, and the text has
-    /// to be reachable through the focus.
+    /// Whether Qt can announce a text to a screen reader, as it does from 6.8 on. Before that the
+    /// text has to belong to what the focus moves to.
+    static constexpr bool announces = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
+    /// Has a screen reader say `text`, where that can be done.
     void announce(const QString &text) const;
 
  protected:

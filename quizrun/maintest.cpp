@@ -169,13 +169,13 @@ void MainTest::CorrectAnswer() {
     showVerdict(u"correct"_s);
     quizRun().correctCount += 1;
     countAnswer("%.0f %%");
-    readVerdictOut(u"correct"_s);
+    goOnOrEnd(u"correct"_s);
 }
 
 void MainTest::WrongAnswer() {
     showVerdict(u"wrong"_s);
     countAnswer("%.0f%%");
-    readVerdictOut(u"wrong, the right answer is "_s + rightAnswer().accessibleName());
+    goOnOrEnd(u"wrong, the right answer is "_s + rightAnswer().accessibleName());
 }
 
 void MainTest::showVerdict(const QString &verdict) {
@@ -190,10 +190,19 @@ void MainTest::countAnswer(const char *scoreFormat) {
         static_cast<float>(run.correctCount) / static_cast<float>(run.questionIndex + 1);
     lblCorrectPercent.setStringValue(stringWithFormat(scoreFormat, double(run.scoreRatio * 100)));
     run.questionIndex += 1;
-    if (run.questionIndex + 1 > run.questionCount) {
+}
+
+void MainTest::goOnOrEnd(const QString &verdict) {
+    const bool isOver = quizRun().questionIndex + 1 > quizRun().questionCount;
+    if (isOver) {
+        // Heard before the results.
+        readVerdictOut(verdict);
         GameOver();
     }
     btnNextQuestion.setHidden(false);
+    if (!isOver) {
+        readVerdictOut(verdict);
+    }
 }
 
 void MainTest::goNextQuestion() {
@@ -234,8 +243,11 @@ void MainTest::readVerdictOut(const QString &verdict) {
     btnAnswer1.setAccessibleDescription(QString());
     rightAnswer().setAccessibleDescription(u"the right answer"_s);
     const QString withScore = u"%1, score %2"_s.arg(verdict, lblCorrectPercent.stringValue());
-    btnNextQuestion.setAccessibleDescription(withScore);
+    if constexpr (!platform::Button::announces) {
+        btnNextQuestion.setAccessibleDescription(withScore);
+    }
     btnNextQuestion.setFocus();
+    // After the focus, whose own words would cut it short.
     btnNextQuestion.announce(withScore);
 }
 

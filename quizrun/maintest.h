@@ -69,6 +69,7 @@ class MainTest final : public platform::WindowController {
     void markAnswers(int right, int chosen);
     void showVerdict(const QString &verdict);
     void countAnswer(const char *scoreFormat);
+    void goOnOrEnd(const QString &verdict);
 
     // A screen reader says what the focus moves to and what that stands in: the question with the
     // first answer, the verdict with the button that goes on.
