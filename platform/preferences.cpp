@@ -1,5 +1,7 @@
 #include "platform/preferences.h"
 
+#include <utility>
+
 #include "platform/exception.h"
 #include "platform/log.h"
 
@@ -32,6 +34,9 @@ Preferences &Preferences::standardUserDefaults() {
 }
 
 void Preferences::setValueForKey(const QString &value, const QString &key) {
+    if (observer_) {
+        observer_(value, key);
+    }
     unwritten_.insert(key, value);
     try {
         writeToDisk();
@@ -78,6 +83,10 @@ std::optional<QString> Preferences::valueForKey(const QString &key) {
 
 std::optional<QString> Preferences::objectForKey(const QString &key) {
     return valueForKey(key);
+}
+
+void Preferences::setObserver(Observer observer) {
+    observer_ = std::move(observer);
 }
 
 }  // namespace platform

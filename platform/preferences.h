@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QMap>
@@ -26,11 +27,17 @@ class Preferences final {
     /// As valueForKey; for callers that ask only whether the key exists.
     std::optional<QString> objectForKey(const QString &key);
 
+    using Observer = std::function<void(const QString &value, const QString &key)>;
+    /// Tells `observer` of every write that is asked for, before it is made: the file has them
+    /// sorted, a test has to know their order.
+    void setObserver(Observer observer);
+
  private:
     /// Raises Exception with the reason where that cannot be done.
     void writeToDisk();
 
     QSettings settings_;
+    Observer observer_;
     /// What is not on the disk.
     QMap<QString, QString> unwritten_;
     bool reportedUnparsable_ = false;

@@ -15,6 +15,12 @@ int &holds() {
     return holds;
 }
 
+QList<RepeatingTimer *> &timers() {
+    // Never freed: a timer may go as late as the statics that hold it.
+    static auto &timers = *new QList<RepeatingTimer *>;
+    return timers;
+}
+
 }  // namespace
 
 TickHold::TickHold() {
@@ -37,7 +43,19 @@ std::unique_ptr<RepeatingTimer> RepeatingTimer::scheduledTimer(std::chrono::mill
     return timer;
 }
 
-RepeatingTimer::RepeatingTimer(std::function<void()> tick) : tick_(std::move(tick)) {}
+RepeatingTimer::RepeatingTimer(std::function<void()> tick) : tick_(std::move(tick)) {
+    timers() << this;
+}
+
+RepeatingTimer::~RepeatingTimer() {
+    timers().removeOne(this);
+}
+
+QList<RepeatingTimer *> RepeatingTimer::running() {
+    QList<RepeatingTimer *> running = timers();
+    running.removeIf([](const RepeatingTimer *timer) { return !timer->isValid(); });
+    return running;
+}
 
 void RepeatingTimer::invalidate() {
     timer_.stop();
@@ -45,6 +63,10 @@ void RepeatingTimer::invalidate() {
 
 bool RepeatingTimer::isValid() const {
     return timer_.isActive();
+}
+
+std::chrono::milliseconds RepeatingTimer::interval() const {
+    return timer_.intervalAsDuration();
 }
 
 void RepeatingTimer::fire() {

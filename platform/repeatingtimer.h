@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include <QList>
 #include <QTimer>
 
 namespace platform {
@@ -17,10 +18,17 @@ class RepeatingTimer final {
     static std::unique_ptr<RepeatingTimer> scheduledTimer(std::chrono::milliseconds interval,
                                                           QObject &target,
                                                           std::function<void()> tick);
+    ~RepeatingTimer();
+    RepeatingTimer(const RepeatingTimer &) = delete;
+    RepeatingTimer &operator=(const RepeatingTimer &) = delete;
+
+    /// Every valid timer of the process: a test lets time pass by firing them.
+    static QList<RepeatingTimer *> running();
 
     /// Stops the timer for good.
     void invalidate();
     bool isValid() const;
+    std::chrono::milliseconds interval() const;
     /// Delivers one tick, as the event loop does when one falls due.
     void fire();
 

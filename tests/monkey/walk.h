@@ -105,7 +105,6 @@ class Walk final : public QObject {
     Intent intent_ = Intent::Wander;
     /// The windows by the time of their last use, the latest last.
     QList<QPointer<QWidget>> used_;
-    bool secondPasses_ = false;
 
     // What happened in this step.
     bool cleared_ = false;

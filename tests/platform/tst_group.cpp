@@ -189,7 +189,8 @@ void tst_group::focusIsDrawn() {
     const drawing::Paints drawn(group);
     group.setFocus();
     QVERIFY(group.hasFocus());
-    QTRY_VERIFY2(drawn.count() > 0, "The group is not drawn anew when it gets the focus");
+    QVERIFY2(QTest::qWaitFor([&] { return drawn.count() > 0; }),
+             "The group is not drawn anew when it gets the focus");
     // All the way round.
     QVERIFY(drawing::pixels(group, accent) >= 2 * (group.width() + group.height()));
 

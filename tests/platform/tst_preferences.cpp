@@ -39,6 +39,7 @@ class tst_preferences final : public QObject {
     void fileThatIsBrokenAgainIsToldAgain();
     void unwritableStoreWarnsOnceAndGoesOnInMemory_data();
     void unwritableStoreWarnsOnceAndGoesOnInMemory();
+    void observerIsToldOfEachWriteInOrder();
     void standardUserDefaultsAreOneObject();
 
  private:
@@ -319,6 +320,21 @@ void tst_preferences::unwritableStoreWarnsOnceAndGoesOnInMemory() {
     QVERIFY2(line.contains(home_->filePath(u"home"_s)), qUtf8Printable(line));
     QVERIFY2(!line.trimmed().endsWith(u"program ends."),
              qUtf8Printable(u"No reason is given: "_s + line));
+}
+
+void tst_preferences::observerIsToldOfEachWriteInOrder() {
+    Preferences preferences;
+    QStringList told;
+    preferences.setObserver(
+        [&](const QString &value, const QString &key) { told << key + u'=' + value; });
+    preferences.setValueForKey(u"1"_s, u"zebra"_s);
+    preferences.setValueForKey(u"2"_s, u"ant"_s);
+    preferences.setValueForKey(u"2"_s, u"ant"_s);
+    QCOMPARE(told, (QStringList{u"zebra=1"_s, u"ant=2"_s, u"ant=2"_s}));
+
+    preferences.setObserver({});
+    preferences.setValueForKey(u"3"_s, u"ant"_s);
+    QCOMPARE(told.size(), 3);
 }
 
 void tst_preferences::standardUserDefaultsAreOneObject() {

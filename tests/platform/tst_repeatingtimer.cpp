@@ -23,6 +23,7 @@ class tst_repeatingtimer final : public QObject {
     void replacedTimerTicksNoMore();
     void fireDeliversOneTick();
     void invalidTimerDoesNotFire();
+    void runningTimersAreThoseThatTick();
     void noTickWhileAnAlertIsUp();
     void noTickBetweenAnAnswerAndWhatIsDoneAboutIt();
     void tickMayFreeItsOwnTimer();
@@ -95,6 +96,20 @@ void tst_repeatingtimer::invalidTimerDoesNotFire() {
     timer->invalidate();
     timer->fire();
     QCOMPARE(ticks, 0);
+}
+
+void tst_repeatingtimer::runningTimersAreThoseThatTick() {
+    QObject target;
+    const auto second = RepeatingTimer::scheduledTimer(1s, target, [] {});
+    auto hour = RepeatingTimer::scheduledTimer(1h, target, [] {});
+    QCOMPARE(RepeatingTimer::running(), (QList<RepeatingTimer *>{second.get(), hour.get()}));
+    QVERIFY(second->interval() == 1s);
+    QVERIFY(hour->interval() == 1h);
+
+    second->invalidate();
+    QCOMPARE(RepeatingTimer::running(), QList<RepeatingTimer *>{hour.get()});
+    hour.reset();
+    QCOMPARE(RepeatingTimer::running(), QList<RepeatingTimer *>());
 }
 
 void tst_repeatingtimer::noTickWhileAnAlertIsUp() {

@@ -142,8 +142,8 @@ void tst_stage::newMoodIsDrawnAtOnce() {
     const int before = stage.count();
     const int imageBefore = image.count();
     shown.stage.setMood(Stage::Mood::Festive);
-    QTRY_VERIFY(stage.count() > before);
-    QTRY_VERIFY(image.count() > imageBefore);
+    QVERIFY(QTest::qWaitFor([&] { return stage.count() > before; }));
+    QVERIFY(QTest::qWaitFor([&] { return image.count() > imageBefore; }));
 }
 
 void tst_stage::pictureOffTheStageIsDrawnInTheAccent() {

@@ -2,14 +2,16 @@
 
 #include <QList>
 
-class QTimer;
+namespace platform {
+class RepeatingTimer;
+}
 
 /// The clocks of the process, and time that passes without being waited for.
 namespace clocks {
 
-/// The toolkit's timers that tick once a second, over and over.
-QList<QTimer *> running();
-/// A second goes by: the event loop delivers what the running clocks have coming.
+/// The program's timers that tick once a second.
+QList<platform::RepeatingTimer *> running();
+/// A second goes by: each of them ticks.
 void passSecond();
 
 }  // namespace clocks

@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringView>
 
 #include "platform/window.h"
 
@@ -18,7 +19,7 @@ platform::Window *window(const QString &layout);
 
 /// The control of that name; ends the test program where there is none.
 template <class Control = QWidget>
-Control &control(const QWidget *window, const QString &name);
+Control &control(const QWidget *window, QStringView name);
 
 /// The text of the label of that name.
 QString text(const QWidget *window, const QString &name);
@@ -35,10 +36,10 @@ void freeUnused();
 }  // namespace desk
 
 template <class Control>
-Control &desk::control(const QWidget *window, const QString &name) {
-    auto *found = window == nullptr ? nullptr : window->findChild<Control *>(name);
+Control &desk::control(const QWidget *window, QStringView name) {
+    auto *found = window == nullptr ? nullptr : window->findChild<Control *>(name.toString());
     if (found == nullptr) {
-        qFatal("No control \"%s\"", qUtf8Printable(name));
+        qFatal("No control \"%s\"", name.toUtf8().constData());
     }
     return *found;
 }

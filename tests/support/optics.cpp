@@ -147,8 +147,13 @@ class Canvas final : public QPaintDevice {
                 return ratio;
             case PdmDevicePixelRatioScaled:
                 return qRound(ratio * devicePixelRatioFScale());
-            default:
+            case PdmDpiX:
+            case PdmDpiY:
+            case PdmPhysicalDpiX:
+            case PdmPhysicalDpiY:
                 return dotsPerInch_;
+            default:
+                return QPaintDevice::metric(metric);
         }
     }
 

@@ -1,13 +1,10 @@
 #include "support/store.h"
 
-#include <dlfcn.h>
-
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
-#include <QSettings>
-#include <QTextStream>
-#include <QVariant>
+
+#include "platform/preferences.h"
 
 namespace {
 
@@ -15,16 +12,6 @@ namespace {
 QList<store::Write> recordedWrites;  // clazy:exclude=non-pod-global-static
 
 }  // namespace
-
-// Stands in front of the toolkit's own function: the order of the writes cannot be read off the
-// file, which is sorted.
-void QSettings::setValue(QAnyStringView key, const QVariant &value) {
-    using SetValue = void (*)(QSettings *, QAnyStringView, const QVariant &);
-    static const auto original = reinterpret_cast<SetValue>(
-        dlsym(RTLD_NEXT, "_ZN9QSettings8setValueE14QAnyStringViewRK8QVariant"));
-    recordedWrites.append({key.toString(), value.toString()});
-    original(this, key, value);
-}
 
 namespace store {
 
@@ -100,6 +87,10 @@ QList<Write> writes() {
 
 void forgetWrites() {
     recordedWrites.clear();
+    platform::Preferences::standardUserDefaults().setObserver(
+        [](const QString &value, const QString &key) {
+            recordedWrites.append({key, value});
+        });
 }
 
 }  // namespace store
