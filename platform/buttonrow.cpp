@@ -30,7 +30,7 @@ void ButtonRow::setStanding(Standing standing, const QString &words) {
     standing_ = standing;
     if (words_ != nullptr) {
         words_->setStringValue(words);
-        describe();
+        describeOnce();
     }
     update();
 }
@@ -75,12 +75,14 @@ void ButtonRow::adoptParts() {
     words_ = labels.value(1);
     level_ = findChild<LevelIndicator *>();
     if (level_ != nullptr) {
-        connect(level_, &LevelIndicator::valueInWordsChanged, this, &ButtonRow::describe);
+        connect(level_, &LevelIndicator::valueInWordsChanged, this, &ButtonRow::describeOnce);
+        describeOnce();
     }
-    if (level_ != nullptr && words_ == nullptr) {
-        // Otherwise once its words are there: a screen reader reads each change.
-        describe();
-    }
+}
+
+void ButtonRow::describeOnce() {
+    // When level and words are both in place: a screen reader reads each change.
+    QMetaObject::invokeMethod(this, &ButtonRow::describe, Qt::QueuedConnection);
 }
 
 void ButtonRow::describe() {

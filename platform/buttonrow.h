@@ -45,6 +45,7 @@ class ButtonRow final : public QWidget {
 
  private:
     void adoptParts();
+    void describeOnce();
     void describe();
 
     QAbstractButton *button_ = nullptr;

@@ -194,6 +194,7 @@ void tst_controls::rowsButtonIsDescribedByItsLevel() {
     level.setMaxValue(3);
     row.show();
     const auto description = [&] {
+        QCoreApplication::processEvents();
         return QAccessible::queryAccessibleInterface(&button)->text(QAccessible::Description);
     };
     QCOMPARE(description(), u"0 of 3 passes"_s);

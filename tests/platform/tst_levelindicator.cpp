@@ -215,6 +215,7 @@ void tst_levelindicator::mainMenuSaysEveryLevelInWords() {
     QCOMPARE(name(u"progressbarQuiz7"_s), u"Main Test, 3 of 3 passes"_s);
     QVERIFY2(name(u"progressbarMain"_s).endsWith(u"5 of 21 passes"),
              qUtf8Printable(name(u"progressbarMain"_s)));
+    QCoreApplication::processEvents();
     const auto description = [&](const QString &button) {
         return desk::control(menu->window(), button).accessibleDescription();
     };

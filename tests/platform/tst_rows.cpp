@@ -366,10 +366,12 @@ void tst_rows::wordsSayHowARowStands() {
     window.show();
     row.setStanding(Standing::Done, u"Mastered"_s);
     QCOMPARE(words.text(), u"Mastered"_s);
+    QCoreApplication::processEvents();
     QCOMPARE(button.accessibleDescription(), u"mastered"_s);
     QCOMPARE(text.text(), u"19 questions"_s);
     row.setStanding(Standing::Open);
     QCOMPARE(words.text(), QString());
+    QCoreApplication::processEvents();
     QCOMPARE(button.accessibleDescription(), QString());
 }
 

@@ -80,6 +80,7 @@ struct Steps {
         return words;
     }
     QStringList descriptions() const {
+        QCoreApplication::processEvents();
         QStringList descriptions;
         for (const Step &step : steps) {
             descriptions << step.button.accessibleDescription();

@@ -33,6 +33,11 @@ QString spoken(QWidget &control, QAccessible::Text text) {
     return QAccessible::queryAccessibleInterface(&control)->text(text);
 }
 
+/// What is read with the focus; where Qt can announce it, it would be heard twice.
+QString readWithTheFocus(const QString &verdict) {
+    return QT_VERSION >= QT_VERSION_CHECK(6, 8, 0) ? QString() : verdict;
+}
+
 }  // namespace
 
 class tst_quizcontrols final : public QObject {
@@ -338,7 +343,7 @@ void tst_quizcontrols::aRightAnswerIsReadOutWithTheWayOn() {
     auto &next = desk::control(quiz.window(), u"btnNextQuestion"_s);
     quizdesk::answerRight(quiz.window());
     QCOMPARE(quiz.window()->focusWidget(), &next);
-    QCOMPARE(spoken(next, QAccessible::Description), u"correct, score 100 %"_s);
+    QCOMPARE(spoken(next, QAccessible::Description), readWithTheFocus(u"correct, score 100 %"_s));
 }
 
 void tst_quizcontrols::aWrongAnswerIsReadOutWithTheRightOne() {
@@ -346,8 +351,9 @@ void tst_quizcontrols::aWrongAnswerIsReadOutWithTheRightOne() {
     auto &next = desk::control(quiz.window(), u"btnNextQuestion"_s);
     quizdesk::answerWrong(quiz.window());
     QCOMPARE(quiz.window()->focusWidget(), &next);
-    QCOMPARE(spoken(next, QAccessible::Description),
-             u"wrong, the right answer is B: PHP: Hypertext Preprocessor, score 0%"_s);
+    QCOMPARE(
+        spoken(next, QAccessible::Description),
+        readWithTheFocus(u"wrong, the right answer is B: PHP: Hypertext Preprocessor, score 0%"_s));
 }
 
 void tst_quizcontrols::theRightAnswerIsSaidUntilTheNextQuestion_data() {
