@@ -128,6 +128,8 @@ class Session:
             "LC_ALL": "C.UTF-8",
             "GSETTINGS_BACKEND": "memory",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            # Newer Qt writes a line whenever it is asked about a control that has gone.
+            "QT_LOGGING_RULES": "qt.accessibility.atspi.warning=false",
         }
         _, os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.spawn_server(
             "dbus-daemon",
@@ -234,6 +236,13 @@ class Display:
         """Saves a picture of a window with its frame, or of the whole screen, as it is."""
         source = ["-frame", "-window", x_window] if x_window else ["-window", "root"]
         self.run("import", "-silent", *source, file)
+
+    def differing_pixels(self, before, after):
+        """How many pixels of two pictures differ; None where they cannot be compared."""
+        metric = ("compare", "-metric", "AE", before, after, "null:")
+        # ImageMagick 7 adds their share.
+        number = re.match(r"[\d.]+(e\+\d+)?", self.attempt(*metric).stderr)
+        return float(number[0]) if number else None
 
     def attempt(self, *command):
         """Runs a command to its end."""
