@@ -20,6 +20,10 @@ from gi.repository import Atspi, GLib
 # Seconds that any one thing may take; what watches the program can make it slower.
 PATIENCE = int(os.environ.get("PATIENCE", "60"))
 
+# Keys by their number. By name, xdotool holds Alt with those that newer keyboard layouts list with
+# Alt as well.
+KEY_CODES = {"F1": 67}
+
 
 class Stuck(Exception):
     """What was waited for did not come."""
@@ -197,7 +201,7 @@ class Display:
 
     def press(self, *keys):
         """Types keys, such as "Tab" or "ctrl+q", into the window with the focus."""
-        self.run("xdotool", "key", *keys)
+        self.run("xdotool", "key", *(KEY_CODES.get(key, key) for key in keys))
         self._pause()
 
     @contextlib.contextmanager
