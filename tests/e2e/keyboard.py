@@ -91,11 +91,9 @@ class Keyboard:
             left, top, width, height = extents(row_of(stop))
             after = self._picture("after")
             crop = f"[{width}x{height}+{left}+{top}]"
-            difference = self.program.display.attempt(
-                "compare", "-metric", "AE", f"{before}{crop}", f"{after}{crop}", "null:"
-            ).stderr
             # What is scrolled out of the screen has no place on it.
-            return difference.isdecimal() and int(difference) >= width + height and after
+            difference = self.program.display.differing_pixels(f"{before}{crop}", f"{after}{crop}")
+            return (difference or 0) >= width + height and after
 
         after = self.program.wait_until(f"the focus is seen on {describe(stop)}", changed)
         return after.replace(before)

@@ -111,7 +111,8 @@ class Learner:
 
     def expect_the_end(self):
         assert self.program.exit_status() == 0, self.program.log_lines()
-        assert self.program.log_lines() == self.log
+        written = self.program.log_lines()
+        assert written == self.log, f"the program wrote {written} instead of {self.log}"
 
     def come_back(self):
         """Quits, starts again, and finds all as it was left."""

@@ -183,7 +183,11 @@ class Program:
             if file.exists():
                 file.replace(before)
             self.display.picture(file, x_window)
-            return before.exists() and self._painted(file) and self._same(before, file)
+            return (
+                before.exists()
+                and self._painted(file)
+                and self.display.differing_pixels(before, file) == 0
+            )
 
         file.unlink(missing_ok=True)
         self.wait_until(f"{file.name} is painted", rests)
@@ -191,10 +195,6 @@ class Program:
 
     def _painted(self, file):
         return int(self.display.run("identify", "-format", "%k", file)) > 8
-
-    def _same(self, before, after):
-        metric = ("compare", "-metric", "AE", before, after, "null:")
-        return self.display.attempt(*metric).returncode == 0
 
     def _application(self):
         """The program on the accessibility bus; None while it is not there."""

@@ -20,6 +20,10 @@ from gi.repository import Atspi, GLib
 # Seconds that any one thing may take; what watches the program can make it slower.
 PATIENCE = int(os.environ.get("PATIENCE", "60"))
 
+# Keys by their number. By name, xdotool holds Alt with those that newer keyboard layouts list with
+# Alt as well.
+KEY_CODES = {"F1": 67}
+
 
 class Stuck(Exception):
     """What was waited for did not come."""
@@ -128,6 +132,8 @@ class Session:
             "LC_ALL": "C.UTF-8",
             "GSETTINGS_BACKEND": "memory",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            # Newer Qt writes a line whenever it is asked about a control that has gone.
+            "QT_LOGGING_RULES": "qt.accessibility.atspi.warning=false",
         }
         _, os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.spawn_server(
             "dbus-daemon",
@@ -195,7 +201,7 @@ class Display:
 
     def press(self, *keys):
         """Types keys, such as "Tab" or "ctrl+q", into the window with the focus."""
-        self.run("xdotool", "key", *keys)
+        self.run("xdotool", "key", *(KEY_CODES.get(key, key) for key in keys))
         self._pause()
 
     @contextlib.contextmanager
@@ -234,6 +240,13 @@ class Display:
         """Saves a picture of a window with its frame, or of the whole screen, as it is."""
         source = ["-frame", "-window", x_window] if x_window else ["-window", "root"]
         self.run("import", "-silent", *source, file)
+
+    def differing_pixels(self, before, after):
+        """How many pixels of two pictures differ; None where they cannot be compared."""
+        metric = ("compare", "-metric", "AE", before, after, "null:")
+        # ImageMagick 7 adds their share.
+        number = re.match(r"[\d.]+(e\+\d+)?", self.attempt(*metric).stderr)
+        return float(number[0]) if number else None
 
     def attempt(self, *command):
         """Runs a command to its end."""

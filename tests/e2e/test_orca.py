@@ -38,18 +38,30 @@ class Orca:
         said since the last time.
         """
         pattern = ".*".join(re.escape(" ".join(phrase.split())) for phrase in phrases)
+        self._hear(phrases, lambda said: (match := re.search(pattern, said)) and match.end())
+
+    def expect_in_any_order(self, *phrases):
+        """Hears all of these phrases among what is said since the last time."""
+        self._hear(
+            phrases,
+            lambda said: all(phrase in said for phrase in phrases)
+            and max(said.index(phrase) + len(phrase) for phrase in phrases),
+        )
+
+    def _hear(self, phrases, end):
         try:
-            heard = wait_until(
-                f"the screen reader says {phrases}", lambda: re.search(pattern, self.said())
+            self._heard += wait_until(
+                f"the screen reader says {phrases}", lambda: end(self.said())
             )
         finally:
             print(self.said())
-        self._heard += heard.end()
 
     def said(self):
-        """What it has said since the last time."""
+        """What it has said since the last time, in the words of any version."""
         spoken = re.findall(r"SPEECH OUTPUT: '(.*?)' ?\{", self._written(), re.DOTALL)
-        return " ".join(" ".join(spoken).split())[self._heard :]
+        said = " ".join(" ".join(spoken).split())
+        # Newer ones do not always add that a window is one.
+        return re.sub(r" frame\b\.?", "", said.replace("push button", "button"))[self._heard :]
 
     def _written(self):
         return self._log.read_text("utf-8", errors="replace") if self._log.exists() else ""
@@ -71,21 +83,21 @@ def learner(learner):
 def test_a_quiz_is_taken_by_ear(learner, orca):
     learner.start()
     program = learner.program
-    orca.expect(f"alert {GREETING}", "OK push button.")
+    orca.expect(f"alert {GREETING}", "OK button.")
     learner.store = dict(SEEDS)
     program.press("Return")
-    orca.expect("Zorvan frame.", "Terminology: 14 questions push button.", "0 of 3 passes, next.")
+    orca.expect("Zorvan", "Terminology: 14 questions button.", "0 of 3 passes, next.")
     program.press("Tab")
-    orca.expect("Variables: 19 questions push button.", "0 of 3 passes.")
+    orca.expect("Variables: 19 questions button.", "0 of 3 passes.")
 
     program.press("ctrl+5")
-    orca.expect("Structure frame.")
+    orca.expect("Structure")
     attempt = Attempt(learner, STRUCTURE, program.wait_for_window("Structure"))
     while True:
         question = attempt.question()
         position = f"Question {len(attempt.asked) + 1} of 7."
         answers = answer_names(question)
-        orca.expect(f"{question['text']} panel.", f"{answers[0]} push button.", position)
+        orca.expect(f"{question['text']} panel.", f"{answers[0]} button.", position)
         right = len(attempt.asked) != 1
         attempt.answer(right, "abc")
         if len(attempt.asked) == STRUCTURE.length:
@@ -93,24 +105,25 @@ def test_a_quiz_is_taken_by_ear(learner, orca):
         right_answer = answers[question["right"] - 1]
         verdict = "correct" if right else f"wrong, the right answer is {right_answer}"
         score = f"score {attempt.right / len(attempt.asked) * 100:.0f}"
-        orca.expect("Next Question push button.", f"{verdict}, {score}")
+        # By the focus or, where Qt can announce it, ahead of the focus or after it.
+        orca.expect_in_any_order("Next Question button.", f"{verdict}, {score}")
         program.press("Return")
     learner.expect_results(attempt)
     marks = "Pass mark 1: earned. Pass mark 2: missing. Pass mark 3: missing."
-    orca.expect("Results frame.", f"Structure. {marks} {PASSED[1]} panel.", "Home push button.")
+    orca.expect("Results", f"Structure. {marks} {PASSED[1]} panel.", "Home button.")
 
     program.press("ctrl+comma")
-    orca.expect("Settings frame.", "Timing.", "Untimed: take as long as you like", "selected")
+    orca.expect("Settings", "Timing.", "Untimed: take as long as you like", "selected")
     program.press("Tab")
-    orca.expect("It cannot be undone.", "Clear Progress… push button.")
+    orca.expect("It cannot be undone.", "Clear Progress… button.")
     program.press("Escape")
-    orca.expect("Results frame.", PASSED[1], "Home push button.")
+    orca.expect("Results", PASSED[1], "Home button.")
     program.press("F1")
-    orca.expect("Help frame.", "The quizzes. Six quizzes each cover one side of PHP")
+    orca.expect("Help", "The quizzes. Six quizzes each cover one side of PHP")
     program.press("Tab")
     orca.expect("An attempt. The questions of a quiz come one at a time")
     program.press("Escape")
-    orca.expect("Results frame.")
+    orca.expect("Results")
     program.press("ctrl+q")
     # The log has lines by the toolkit, about keys that the screen reader was slow to let through.
     assert program.exit_status() == 0
@@ -127,13 +140,13 @@ def test_the_clock_is_not_read_out(learner, orca):
     program.wait_for_window("Zorvan")
     attempt = learner.open_quiz(STRUCTURE, menu)
     clock = program.wait_for(Role.LABEL, "Time left: 1:45", attempt.window)
-    orca.expect("Structure frame.", "Question 1 of 7.")
+    orca.expect("Structure", "Question 1 of 7.")
     second = int(name_of(clock)[-2:])
     for passed in (1, 2, 3):
         text = f"Time left: 1:{second - passed:02}"
         program.wait_until(f'"{text}" can be read', lambda: name_of(clock) == text)
     assert orca.said() == ""
     program.press("ctrl+q")
-    orca.expect(f"alert {ABANDON}", "Yes push button.")
+    orca.expect(f"alert {ABANDON}", "Yes button.")
     program.press("Return")
     assert program.exit_status() == 0

@@ -162,5 +162,5 @@ class Desk:
         return float(self.display.run("convert", picture, *bright, *broad, *count))
 
     def expect_same(self, file, wanted):
-        done = self.display.attempt("compare", "-metric", "AE", file, wanted, "null:")
-        assert done.stderr == "0", f"{done.stderr} pixels of {file} are not as in {wanted}"
+        different = self.display.differing_pixels(file, wanted)
+        assert different == 0, f"{different} pixels of {file} are not as in {wanted}"

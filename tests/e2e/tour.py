@@ -7,6 +7,7 @@ each window on the way.
 import signal
 import sys
 import tempfile
+import traceback
 from pathlib import Path
 
 from learner import GREETING, QUIZZES, Learner
@@ -27,7 +28,9 @@ def main():
             tour.take()
         except (Stuck, AssertionError) as problem:
             tour.program.leave_evidence(folder)
-            sys.exit(f"The tour failed: {problem}. How far it came is in {folder}")
+            # Most assertions say by their own line alone what they want.
+            reason = str(problem) or traceback.extract_tb(problem.__traceback__)[-1].line
+            sys.exit(f"The tour failed: {reason}. How far it came is in {folder}")
     print(f"The tour is complete. Its pictures are in {folder}")
 
 
