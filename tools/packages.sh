@@ -23,10 +23,18 @@ packages_try_package=("${packages_package[@]}" lintian debootstrap)
 
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
+packages_test_all=("${packages_test[@]}")
 if [ "$(uname -s)" = Linux ]; then
-    packages_test+=("${packages_tour[@]}" "${packages_measure[@]}" python3-pytest weston qt6-wayland orca qt6ct
+    packages_test+=("${packages_tour[@]}" python3-pytest)
+    packages_test_all=("${packages_test[@]}" "${packages_measure[@]}" weston qt6-wayland orca qt6ct
         desktop-file-utils appstream man-db binutils-mingw-w64-x86-64)
 fi
+
+# To try the sources on a Debian of their own.
+packages_try_debian=(debootstrap git)
+
+# What CI builds with: the same sources are compiled several times.
+packages_ci=(ccache)
 
 # To analyse the sources and the running program.
 packages_analyse=(binutils clang-format clang-tidy clazy cppcheck valgrind libc6-dbg shellcheck pyflakes3)
