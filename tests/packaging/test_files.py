@@ -49,14 +49,13 @@ def test_the_desktop_entry_is_valid(share):
     assert "StartupWMClass=zorvan" in file.read_text("utf-8").splitlines()
 
 
-def test_the_metainfo_lacks_only_a_licence(share):
+def test_the_metainfo_is_valid(share):
     file = share / f"metainfo/{ID}.metainfo.xml"
-    report = run("appstreamcli", "validate", "--no-net", "--pedantic", "--format=yaml", file).stdout
-    # The owner has not chosen a licence; the identifier has a capital letter as many have.
-    assert re.findall(r"- tag: (.*)", report) == [
-        "cid-contains-uppercase-letter",
-        "metadata-license-invalid",
-    ], report
+    report = run("appstreamcli", "validate", "--no-net", "--no-color", file).stdout
+    assert "Validation" in report
+    # There is no homepage yet. Hints differ from version to version.
+    found = set(re.findall(r"^[EW]: \S+ (\S+)", report, re.MULTILINE))
+    assert found <= {"url-homepage-missing"}, report
 
 
 def test_the_metainfo_names_the_version_and_the_entry(share, version):
