@@ -78,7 +78,7 @@ class Program:
         found = [
             window
             for window in children(self._application())
-            if has(window, State.SHOWING) and _is_named(window, title)
+            if has(window, State.SHOWING) and _fits(title_of(window), title)
         ]
         return sorted(found, key=lambda window: not has(window, State.ACTIVE))
 
@@ -216,6 +216,11 @@ def name_of(item):
     return ask(item.get_name) or ""
 
 
+def title_of(window):
+    """Its name, to which Qt adds the program's from 6.11 on."""
+    return name_of(window).removesuffix(" — Zorvan")
+
+
 def description_of(item):
     return ask(item.get_description) or ""
 
@@ -284,11 +289,15 @@ def _window_of(item):
 
 
 def _is_named(item, name):
+    return _fits(name_of(item), name)
+
+
+def _fits(text, name):
     if isinstance(name, str):
-        return name_of(item) == name
+        return text == name
     if isinstance(name, re.Pattern):
-        return name.fullmatch(name_of(item)) is not None
-    return name_of(item) in name
+        return name.fullmatch(text) is not None
+    return text in name
 
 
 def _lines(item, depth):

@@ -46,7 +46,7 @@ class WaylandDisplay:
 
     def _windows(self):
         scene = self._run("weston-debug", "scene-graph")
-        return re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ([^,\s]+)", scene)
+        return re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ([\w.-]+)", scene)
 
     def picture(self, file):
         """Saves a picture of the whole screen, as it is."""
