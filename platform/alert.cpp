@@ -44,12 +44,25 @@ class InputBlock final : public QObject {
     }
 };
 
-/// Waits for the user to come to a window of the program, and has the desktop point at `window`.
+void askForAttention(Window &window) {
+    QApplication::alert(&window);
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+    // Qt's alert() does not reach Wayland yet. There, who asks for the keyboard and is not entitled
+    // to it gets attention.
+    if (QGuiApplication::platformName().startsWith(u"wayland")) {
+        window.activateWindow();
+    }
+#endif
+}
+
+/// Waits for the user to come back from another program, and has the desktop point at `window`.
 void waitForTheUser(Window *window) {
-    if (QGuiApplication::applicationState() == Qt::ApplicationActive) {
+    // On a desktop that gives the keyboard to no window there is nobody to wait for.
+    if (QGuiApplication::applicationState() == Qt::ApplicationActive || window == nullptr ||
+        !window->hasBeenActive()) {
         return;
     }
-    QApplication::alert(window);
+    askForAttention(*window);
     const InputBlock block;
     QEventLoop loop;
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &loop,

@@ -74,7 +74,7 @@ Window *Window::inFront() {
 }
 
 void Window::comeForward() {
-    if (turn_ > 0 && !isActiveWindow()) {
+    if (hasBeenActive() && !isActiveWindow()) {
         bringToFront(*this);
     }
 }

@@ -33,6 +33,8 @@ class Window final : public QMainWindow {
     void closeUnasked();
     /// Asks the delegate.
     bool mayClose();
+    /// Whether it ever had the keyboard.
+    bool hasBeenActive() const { return turn_ > 0; }
     /// Brings a window that was used before to the front again; one that is only just appearing
     /// does so by itself.
     void comeForward();
