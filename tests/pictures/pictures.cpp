@@ -2,13 +2,16 @@
 #include <cstdlib>
 
 #include <QDir>
+#include <QFile>
 #include <QFontInfo>
 #include <QMessageBox>
 #include <QPixmap>
+#include <QRawFont>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QtEndian>
 
 #include "platform/alert.h"
 #include "platform/application.h"
@@ -50,6 +53,19 @@ class Album final {
     QString folder_;
     QString theme_;
 };
+
+/// Says beside the pictures which font they are drawn with: another version spaces letters
+/// otherwise.
+void nameFont(const QFont &font, const QString &folder) {
+    // In 65536ths, after the version of the table itself.
+    const QByteArray head = QRawFont::fromFont(font).fontTable("head");
+    const double version = qFromBigEndian<qint32>(head.sliced(4).constData()) / 65536.0;
+    QFile file(folder + u"/font.txt"_s);
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(u"%1 %2\n"_s.arg(font.family()).arg(version, 0, 'f', 3).toUtf8()) < 0) {
+        qFatal("Cannot write %s", qUtf8Printable(file.fileName()));
+    }
+}
 
 store::Contents withProgress(const QString &test, const QString &status) {
     store::Contents contents = store::seeded();
@@ -182,6 +198,7 @@ int main(int argc, char **argv) {
 
     const QString folder = QString::fromLocal8Bit(argv[1]);
     QDir().mkpath(folder);
+    nameFont(font, folder);
     AppDelegate delegate;
     application.loadMainLayout(delegate);
 
