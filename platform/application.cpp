@@ -149,7 +149,7 @@ void Application::didClose() {
 
 void Application::keepAWindowActive() {
     Window *front = Window::inFront();
-    if (front != nullptr && applicationState() != Qt::ApplicationActive) {
+    if (front != nullptr && !front->isMinimized() && applicationState() != Qt::ApplicationActive) {
         bringToFront(*front);
     }
 }

@@ -1,5 +1,7 @@
 #include "platform/window.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
@@ -64,13 +66,12 @@ bool Window::mayClose() {
 }
 
 Window *Window::inFront() {
-    Window *front = nullptr;
-    for (const QPointer<Window> &window : onScreen()) {
-        if (front == nullptr || window->turn_ > front->turn_) {
-            front = window;
-        }
-    }
-    return front;
+    const auto turn = [](const Window *window) {
+        return window->isMinimized() ? -1 : window->turn_;
+    };
+    const QList<QPointer<Window>> windows = onScreen();
+    const auto front = std::ranges::max_element(windows, {}, turn);
+    return front == windows.end() ? nullptr : *front;
 }
 
 void Window::comeForward() {

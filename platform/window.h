@@ -26,7 +26,8 @@ class Window final : public QMainWindow {
 
     /// Those on screen, in the order in which they were opened.
     static QList<QPointer<Window>> onScreen();
-    /// Of those, the one that had the keyboard last; null where none is on screen.
+    /// Of those, the one that had the keyboard last, a minimised one only where all are; null where
+    /// none is on screen.
     static Window *inFront();
 
     /// Closes the window without asking the delegate.
