@@ -281,6 +281,13 @@ def shown(item):
             yield from shown(child)
 
 
+def below(item):
+    """All that is below `item`, shown or not."""
+    for child in children(item):
+        yield child
+        yield from below(child)
+
+
 def _window_of(item):
     parent = ask(item.get_parent)
     while parent and ask(parent.get_role) != Role.APPLICATION:

@@ -3,6 +3,7 @@
 import pytest
 
 from learner import QUIZZES
+from program import Role, ask, below, name_of
 from session import wait_until
 from wayland import ActionProgram, WaylandDisplay
 
@@ -49,5 +50,12 @@ def expect_on_screen(display, *titles):
 
 
 def quit_by_menu(learner):
-    learner.choose_menu_item("Zorvan", "Quit")
+    # Nothing was ever pressed or typed here, and without that newer Qt opens no menu.
+    learner.program.click(
+        next(
+            item
+            for item in below(learner.program.windows()[0])
+            if ask(item.get_role) == Role.MENU_ITEM and name_of(item) == "Quit"
+        )
+    )
     learner.expect_the_end()
