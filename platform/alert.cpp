@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
@@ -121,11 +120,7 @@ QMessageBox *Alert::newBox(Window *over) const {
         box->addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
     }
 
-    theme::dress(*box);
-    // No icon stands before the text.
-    if (auto *grid = qobject_cast<QGridLayout *>(box->layout())) {
-        grid->setHorizontalSpacing(0);
-    }
+    theme::keepDressed(*box);
     return box;
 }
 

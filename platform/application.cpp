@@ -56,14 +56,18 @@ QIcon programIcon() {
     return icon;
 }
 
+void giveIcon(QMessageBox &box) {
+    const int side = 4 * box.fontMetrics().lineSpacing();
+    box.setIconPixmap(
+        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box.devicePixelRatioF()));
+}
+
 QMessageBox *newAboutBox(QWidget *parent) {
     auto *box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(u"About Zorvan"_s);
     box->setTextFormat(Qt::PlainText);
-    const int side = 4 * box->fontMetrics().lineSpacing();
-    box->setIconPixmap(
-        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box->devicePixelRatioF()));
+    giveIcon(*box);
     box->setText(u"Zorvan %1"_s.arg(QCoreApplication::applicationVersion()));
     box->setInformativeText(QStringLiteral(ZORVAN_DESCRIPTION ".\n\nQt ") +
                             QString::fromLatin1(qVersion()));
@@ -73,7 +77,11 @@ QMessageBox *newAboutBox(QWidget *parent) {
             label->setAccessibleName(QGuiApplication::applicationDisplayName());
         }
     }
-    theme::dress(*box);
+    theme::keepDressed(*box, [box] {
+        // It makes the layout anew.
+        giveIcon(*box);
+        theme::dress(*box);
+    });
     box->setModal(false);
     return box;
 }
@@ -87,6 +95,8 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setDesktopFileName(QStringLiteral(ZORVAN_ID));
     setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
+    // Mirrored, code says something else.
+    setLayoutDirection(Qt::LeftToRight);
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
     installEventFilter(this);
@@ -160,7 +170,7 @@ void Application::offerWayBack() {
         return;
     }
     if (!std::exchange(wayBackIsDressed_, true)) {
-        theme::dress(*mainLayout_);
+        theme::keepDressed(*mainLayout_, [this] { mainLayout_->fitToContent(); });
     }
     mainLayout_->show();
 #endif

@@ -21,6 +21,8 @@ struct TextLabel::Setting {
     struct Source {
         QString text;
         QFont font;
+        /// Fonts of one size in points are equal at every resolution.
+        int dotsPerInch;
         QTextOption::WrapMode wrapMode;
         Qt::Alignment alignment;
         double leading;
@@ -176,7 +178,7 @@ QFont TextLabel::codeFont() const {
         // A desktop that names none.
         font.setFamily(u"monospace"_s);
     }
-    font.setPointSizeF(QFontInfo(window()->font()).pointSizeF());
+    theme::setSize(font, window()->font());
     return font;
 }
 
@@ -184,6 +186,7 @@ const TextLabel::Setting &TextLabel::typeset(double width) const {
     const bool hasCode = codeBelow_ && text().contains(u'\n');
     Setting::Source source{.text = text(),
                            .font = font(),
+                           .dotsPerInch = logicalDpiY(),
                            .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
                            .alignment = alignment() & Qt::AlignHorizontal_Mask,
                            .leading = leading_,
@@ -207,7 +210,7 @@ int TextLabel::keptWidth() const {
         return 0;
     }
     const QFontMetricsF metrics(font());
-    double width = characters_ * metrics.averageCharWidth();
+    double width = characters_ * theme::characterWidth(font());
     for (const QChar each : widestText_) {
         width += each.isDigit() ? widestDigit(metrics) : metrics.horizontalAdvance(each);
     }
@@ -221,7 +224,8 @@ QSize TextLabel::sizeHint() const {
         size.setWidth(kept);
     }
     if (lines_ > 0) {
-        size.setHeight(lines_ * fontMetrics().lineSpacing());
+        // A user's style sheet may have changed the sizes that they were counted with.
+        size.setHeight(qMax(size.height(), lines_ * fontMetrics().lineSpacing()));
     }
     size = size.grownBy(padding());
     return band_ ? size.expandedTo({0, qRound(theme::smallestTarget * baseUnit())}) : size;
@@ -232,11 +236,9 @@ QSize TextLabel::minimumSizeHint() const {
 }
 
 int TextLabel::heightForWidth(int width) const {
-    if (lines_ > 0) {
-        return sizeHint().height();
-    }
     const QMargins margins = padding();
-    return textSize(width - margins.left() - margins.right()).grownBy(margins).height();
+    const int height = textSize(width - margins.left() - margins.right()).grownBy(margins).height();
+    return lines_ > 0 ? qMax(height, lines_ * fontMetrics().lineSpacing()) : height;
 }
 
 void TextLabel::paintEvent(QPaintEvent *) {

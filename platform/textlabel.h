@@ -11,7 +11,8 @@ namespace platform {
 /// characters whatever it shows, so that nothing around it moves when its text changes.
 class TextLabel final : public QLabel {
     Q_OBJECT
-    /// How wide a line is meant to be, in average characters; 0 leaves it to the text.
+    /// How wide a line is meant to be, in characters as the theme counts them; 0 leaves it to the
+    /// text.
     Q_PROPERTY(int characters READ characters WRITE setCharacters)
     /// The widest text there always is room for, with any digits for its own.
     Q_PROPERTY(QString widestText MEMBER widestText_)

@@ -1,16 +1,23 @@
 #include "platform/theme.h"
 
 #include <array>
+#include <utility>
 
+#include <QBackingStore>
 #include <QBoxLayout>
 #include <QDialog>
+#include <QEvent>
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGridLayout>
+#include <QGuiApplication>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QWindow>
 
 #include "platform/rowbutton.h"
 
@@ -98,9 +105,10 @@ const Entry *named(const std::array<Entry, size> &entries, const QVariant &name)
 
 void scaleText(QWidget &widget) {
     if (const TextStyle *style = named(textStyles, widget.property("textStyle"))) {
+        // What it would have without a style of its own.
+        widget.setFont(QFont());
         QFont font = widget.font();
-        // The desktop may have set the font in pixels.
-        font.setPointSizeF(QFontInfo(font).pointSizeF() * style->size);
+        setSize(font, font, style->size);
         font.setWeight(style->weight);
         widget.setFont(font);
     }
@@ -134,6 +142,12 @@ void space(const QWidget &widget, double unit) {
     for (QLayout *within : layout->findChildren<QLayout *>()) {
         setGaps(*within, *spacing, unit);
     }
+    const auto *box = qobject_cast<const QMessageBox *>(&widget);
+    auto *grid = qobject_cast<QGridLayout *>(layout);
+    if (box != nullptr && grid != nullptr && box->iconPixmap().isNull()) {
+        // No icon stands before the text.
+        grid->setHorizontalSpacing(0);
+    }
 }
 
 /// `rect` with its edges on whole pixels of the device.
@@ -144,6 +158,86 @@ QRectF snapped(const QPainter &painter, const QRectF &rect) {
     const QPointF bottomRight(qRound(there.right()), qRound(there.bottom()));
     return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
 }
+
+/// Dresses a window anew once all that is in it has heard of the change.
+class Dresser final : public QObject {
+ public:
+    Dresser(QWidget &window, std::function<void()> dressedAnew)
+        : QObject(&window), window_(window), dressedAnew_(std::move(dressedAnew)) {
+        for (const QScreen *screen : QGuiApplication::screens()) {
+            connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Dresser::takeUpResolution);
+        }
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override {
+        switch (event->type()) {
+            case QEvent::ApplicationFontChange:
+            case QEvent::FontChange:
+            case QEvent::StyleChange:
+                if (!std::exchange(due_, true)) {
+                    QMetaObject::invokeMethod(
+                        this, [this] { dressAnew(); }, Qt::QueuedConnection);
+                }
+                break;
+            default:
+                break;
+        }
+        return false;
+    }
+
+ private:
+    /// A window learns by itself only of a resolution that comes with another screen.
+    void takeUpResolution() {
+        QWindow *handle = window_.windowHandle();
+        if (handle == nullptr) {
+            return;
+        }
+        // What the window manager was told is in pixels of the device.
+        window_.setBaseSize({});
+        window_.setBaseSize(window_.size());
+        handle->resize(window_.size());
+        if (QBackingStore *store = window_.backingStore()) {
+            store->resize(window_.size());
+        }
+        Q_EMIT handle->screenChanged(handle->screen());
+        dressSoon();
+    }
+
+    void dressSoon() {
+        if (!std::exchange(due_, true)) {
+            QMetaObject::invokeMethod(
+                this, [this] { dressAnew(); }, Qt::QueuedConnection);
+        }
+    }
+
+    void dressAnew() {
+        due_ = false;
+        dress(window_);
+        settle();
+        if (dressedAnew_) {
+            dressedAnew_();
+        }
+        if (qobject_cast<QMessageBox *>(&window_) != nullptr) {
+            // A box takes its size when it is asked to, not when something in it has another.
+            settle();
+            window_.layout()->invalidate();
+            QEvent request(QEvent::LayoutRequest);
+            QCoreApplication::sendEvent(&window_, &request);
+        }
+    }
+
+    /// Has layouts ask anew what they need, from the innermost on.
+    void settle() {
+        const QList<QWidget *> widgets = window_.findChildren<QWidget *>();
+        for (auto widget = widgets.rbegin(); widget != widgets.rend(); ++widget) {
+            QCoreApplication::sendPostedEvents(*widget, QEvent::LayoutRequest);
+        }
+    }
+
+    QWidget &window_;
+    std::function<void()> dressedAnew_;
+    bool due_ = false;
+};
 
 void enlargeButton(QAbstractButton &button, double unit) {
     if (qobject_cast<RowButton *>(&button) != nullptr) {
@@ -204,6 +298,17 @@ double unit(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
 }
 
+double characterWidth(const QFont &font) {
+    return QFontMetricsF(font).horizontalAdvance(u'0');
+}
+
+void setSize(QFont &font, const QFont &other, double times) {
+    // The desktop may have set the other in pixels; and where there are no fonts, none has a size.
+    if (const double points = QFontInfo(other).pointSizeF(); points > 0) {
+        font.setPointSizeF(points * times);
+    }
+}
+
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {
     QPen pen = edgePen(palette, panel.edge, panel.unit);
     double width = 0;
@@ -254,6 +359,8 @@ void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
 }
 
 void dress(QWidget &window) {
+    // A style sheet gives its fonts as it polishes.
+    window.ensurePolished();
     const double unit = theme::unit(window);
     space(window, unit);
     for (QWidget *widget : window.findChildren<QWidget *>()) {
@@ -265,22 +372,27 @@ void dress(QWidget &window) {
             widget->setSizePolicy(policy);
         }
         if (const int characters = widget->property("widest").toInt(); characters > 0) {
-            widget->setMaximumWidth(characters * widget->fontMetrics().averageCharWidth());
+            widget->setMaximumWidth(qRound(characters * characterWidth(widget->font())));
         }
         if (auto *button = qobject_cast<QAbstractButton *>(widget)) {
             enlargeButton(*button, unit);
         }
+        // What was measured before is measured anew.
+        widget->updateGeometry();
     }
     for (QScrollArea *area : window.findChildren<QScrollArea *>()) {
-        // What was measured before it was dressed is measured anew.
-        for (QWidget *widget : area->findChildren<QWidget *>()) {
-            widget->updateGeometry();
+        if (area->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff) {
+            // It scrolls up and down only: a line is never cut off.
+            area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
+                                  area->verticalScrollBar()->sizeHint().width());
+            area->verticalScrollBar()->setAccessibleName(area->accessibleName());
         }
-        // It scrolls up and down only: a line is never cut off.
-        area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
-                              area->verticalScrollBar()->sizeHint().width());
-        area->verticalScrollBar()->setAccessibleName(area->accessibleName());
     }
+}
+
+void keepDressed(QWidget &window, std::function<void()> dressedAnew) {
+    dress(window);
+    window.installEventFilter(new Dresser(window, std::move(dressedAnew)));
 }
 
 }  // namespace platform::theme

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
+
 #include <QColor>
 #include <QPalette>
 
+class QFont;
 class QPainter;
 class QWidget;
 
@@ -63,6 +66,13 @@ inline constexpr double controlRadius = 0.8;
 /// a line has sixteen.
 double unit(const QWidget &widget);
 
+/// How wide a "0" is, in pixels: what widths of texts are counted in. Measured, for the average
+/// that a font states may be anything.
+double characterWidth(const QFont &font);
+
+/// Gives the font `times` the size of the other.
+void setSize(QFont &font, const QFont &other, double times = 1);
+
 /// What a panel is made of; Band is dark, for white text.
 enum class Ground { None, Surface, Lit, Pressed, Prominent, Accent, LitAccent, Outline, Band };
 /// How its edge is drawn.
@@ -87,13 +97,17 @@ enum class Sign { Tick, Cross };
 void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
                const QColor &color);
 
-/// Gives a window that was just built from its layout its type scale and its distances, and makes
-/// every button large enough to hit. Layouts say by property what a control needs:
+/// Gives a window its type scale and its distances, and makes every button large enough to hit; the
+/// same however often it is done. Layouts say by property what a control needs:
 ///   textStyle  title, heading, question, caption, or nothing for body text
 ///   spacing    margins around and gaps between what stands in it: window, flush, section, panel,
 ///              row, step, list, edge, page, text, foot, or nothing for plain gaps
 ///   keepsRoom  keeps its room while it is hidden
-///   widest     is never wider than so many average characters
+///   widest     is never wider than so many characters
 void dress(QWidget &window);
+
+/// Dresses a window, and again whenever its font, its style or the resolution of its screen has
+/// changed; `dressedAnew` is called after each of these times.
+void keepDressed(QWidget &window, std::function<void()> dressedAnew = {});
 
 }  // namespace platform::theme

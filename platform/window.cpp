@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -81,16 +82,68 @@ void Window::comeForward() {
 }
 
 void Window::fitToScreen() {
-    if (qobject_cast<const QScrollArea *>(centralWidget()) != nullptr) {
-        // It scrolls since it was shown before.
+    // One that was shown before scrolls already.
+    if (scrollArea() == nullptr && isLargerThan(roomOnScreen())) {
+        letContentScroll();
+        resize(scrolledSize());
+    }
+}
+
+void Window::fitToContent() {
+    const QSize before = size();
+    const bool untouched = before == fitted_;
+    const bool keepsSize = isMaximized() || isFullScreen();
+    layout()->invalidate();
+    if (scrollArea() == nullptr && isLargerThan(keepsSize ? before : roomOnScreen())) {
+        letContentScroll();
+    }
+    if (keepsSize) {
         return;
     }
+    if (scrollArea() != nullptr) {
+        resize(scrolledSize());
+    } else {
+        adjustSize();
+    }
+    fitted_ = size();
+    if (!untouched) {
+        resize(fitted_.expandedTo(before));
+    }
+}
+
+QScrollArea *Window::scrollArea() const {
+    return qobject_cast<QScrollArea *>(centralWidget());
+}
+
+QSize Window::neededSize() const {
+    const QScrollArea *area = scrollArea();
+    if (area == nullptr) {
+        return sizeHint();
+    }
+    layout()->invalidate();
+    return sizeHint() - area->sizeHint() + area->widget()->sizeHint();
+}
+
+QSize Window::roomOnScreen() const {
     const QSize frame = (theme::unit(*this) * QSizeF(2, 4)).toSize();
-    const QSize room = screen()->availableSize() - frame;
-    const QSize needed = sizeHint();
-    if (needed.width() <= room.width() && needed.height() <= room.height()) {
-        return;
-    }
+    return screen()->availableSize() - frame;
+}
+
+bool Window::isLargerThan(const QSize &room) const {
+    const QSize needed = neededSize();
+    return needed.width() > room.width() || needed.height() > room.height();
+}
+
+QSize Window::scrolledSize() const {
+    const QScrollArea &area = *scrollArea();
+    const QSize bars(area.verticalScrollBar()->sizeHint().width(),
+                     area.horizontalScrollBar()->sizeHint().height());
+    const QSize room = roomOnScreen();
+    return isLargerThan(room) ? (neededSize() + bars).boundedTo(room) : neededSize();
+}
+
+void Window::letContentScroll() {
+    const QPointer<QWidget> focused = focusWidget();
     auto *area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
@@ -107,13 +160,17 @@ void Window::fitToScreen() {
             scrollTo(*area, focus);
         }
     });
-    const QSize bars(area->verticalScrollBar()->sizeHint().width(),
-                     area->horizontalScrollBar()->sizeHint().height());
-    resize((needed + bars).boundedTo(room));
+    if (focused) {
+        // It was lost on the way.
+        focused->setFocus();
+    }
 }
 
 void Window::showEvent(QShowEvent *event) {
     QMainWindow::showEvent(event);
+    if (!event->spontaneous()) {
+        fitted_ = size();
+    }
     // Otherwise a style may hide the focus until Tab is pressed.
     setAttribute(Qt::WA_KeyboardFocusChange);
 }
@@ -124,6 +181,14 @@ void Window::changeEvent(QEvent *event) {
         turn_ = ++turns;
     }
     QMainWindow::changeEvent(event);
+}
+
+void Window::resizeEvent(QResizeEvent *event) {
+    QMainWindow::resizeEvent(event);
+    // A window manager that tiles asks no window how small it can be.
+    if (scrollArea() == nullptr && size().expandedTo(minimumSize()) != size()) {
+        letContentScroll();
+    }
 }
 
 void Window::closeEvent(QCloseEvent *event) {

@@ -4,6 +4,8 @@
 #include <QMainWindow>
 #include <QPointer>
 
+class QScrollArea;
+
 namespace platform {
 
 /// Who answers for a window.
@@ -42,18 +44,34 @@ class Window final : public QMainWindow {
     /// Lets the content scroll where the screen is too small for it. To be called before the window
     /// is shown.
     void fitToScreen();
+    /// Follows a content that has grown or shrunk as a whole. A window that somebody has resized
+    /// does not become smaller.
+    void fitToContent();
 
  protected:
     void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
  private:
+    /// Around the content, once it scrolls.
+    QScrollArea *scrollArea() const;
+    /// To show all of the content.
+    QSize neededSize() const;
+    /// Within the frame that a window manager adds.
+    QSize roomOnScreen() const;
+    bool isLargerThan(const QSize &room) const;
+    QSize scrolledSize() const;
+    void letContentScroll();
+
     WindowDelegate &delegate_;
     bool unasked_ = false;
     /// The turn at which it last had the keyboard; 0 where it never had.
     int turn_ = 0;
+    /// As large as it made itself.
+    QSize fitted_;
 };
 
 /// Gives any window the keyboard, above all others, also where it was minimised.

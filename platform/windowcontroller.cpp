@@ -24,7 +24,7 @@ void WindowController::load() {
     window_ = std::make_unique<Window>(*this);
     try {
         buildLayout_(*window_);
-        theme::dress(*window_);
+        theme::keepDressed(*window_, [this] { window_->fitToContent(); });
         for (OutletBase *outlet : outlets_) {
             outlet->fill(*window_);
         }

@@ -202,7 +202,7 @@ inline State alert(const QString &message, const QString &button, const QString 
                 look(shownBox());
             });
             platform::Alert(message, {.defaultButton = button, .alternateButton = alternate})
-                .runModal();
+                .runModal(nullptr);
         })(nothing);
     };
 }

@@ -57,8 +57,10 @@ class tst_textfits final : public QObject {
 void tst_textfits::initTestCase_data() {
     QTest::addColumn<double>("textSize");
     QTest::addColumn<QSize>("screen");
-    QTest::newRow("100 %") << 1.0 << QSize(1280, 720);
-    QTest::newRow("200 %") << 2.0 << QSize(1920, 1080);
+    QTest::addColumn<QString>("styleSheet");
+    QTest::newRow("100 %") << 1.0 << QSize(1280, 720) << QString();
+    QTest::newRow("200 %") << 2.0 << QSize(1920, 1080) << QString();
+    QTest::newRow("style sheet") << 1.0 << QSize(1920, 1080) << u"* { font-size: 18pt }"_s;
 }
 
 void tst_textfits::initTestCase() {
@@ -74,6 +76,7 @@ void tst_textfits::init() {
 void tst_textfits::cleanup() {
     desk::clear();
     QApplication::setFont(font_);
+    qApp->setStyleSheet(QString());
 }
 
 void tst_textfits::applySize() {
@@ -82,6 +85,8 @@ void tst_textfits::applySize() {
     QFont font = font_;
     font.setPointSizeF(font.pointSizeF() * textSize);
     QApplication::setFont(font);
+    QFETCH_GLOBAL(QString, styleSheet);
+    qApp->setStyleSheet(styleSheet);
     // A window manager's frame takes its share.
     screen_ = screen - QSize(16, 48);
 }
@@ -163,6 +168,7 @@ void tst_textfits::askEverything(MainTest &quiz) {
     int asked = 0;
 #define FITS(number)                                   \
     quiz.Question##number();                           \
+    QCoreApplication::processEvents();                 \
     QCOMPARE(texts::flaws(*quiz.window()), QString()); \
     ++asked;
     FOR_EACH_QUESTION_NUMBER(FITS)

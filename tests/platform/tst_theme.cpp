@@ -43,11 +43,12 @@ class tst_theme final : public QObject {
     void dialogIsSpacedAsAWindow();
     void textStylesAreAScale();
     void textStyleFollowsAFontInPixels();
+    void dressedTwiceLooksTheSame();
     void everyButtonIsLargeEnoughToHit_data();
     void everyButtonIsLargeEnoughToHit();
     void buttonHasRoomBesideItsText();
     void roomIsKeptOnlyWhereItIsWanted();
-    void widestIsInAverageCharacters();
+    void widestIsInCharacters();
     void scrolledPageIsNeverCutOffAtItsSide();
 
  private:
@@ -224,6 +225,22 @@ void tst_theme::textStyleFollowsAFontInPixels() {
     QVERIFY2(times > 1.5 && times < 1.7, qPrintable(QString::number(times)));
 }
 
+void tst_theme::dressedTwiceLooksTheSame() {
+    QWidget window;
+    auto *column = new QVBoxLayout(&window);
+    auto *title = new QLabel(u"Which quiz today?"_s);
+    title->setProperty("textStyle", u"title"_s);
+    column->addWidget(title);
+    column->addWidget(new QPushButton(u"OK"_s));
+    platform::theme::dress(window);
+    const QFont font = title->font();
+    const QSize size = window.sizeHint();
+    QVERIFY(font != window.font());
+    platform::theme::dress(window);
+    QCOMPARE(title->font(), font);
+    QCOMPARE(window.sizeHint(), size);
+}
+
 void tst_theme::everyButtonIsLargeEnoughToHit_data() {
     QTest::addColumn<double>("points");
     QTest::newRow("small text") << 7.0;
@@ -274,13 +291,14 @@ void tst_theme::roomIsKeptOnlyWhereItIsWanted() {
     }
 }
 
-void tst_theme::widestIsInAverageCharacters() {
+void tst_theme::widestIsInCharacters() {
     QWidget window;
     QWidget column(&window);
     QWidget another(&window);
     column.setProperty("widest", 100);
     platform::theme::dress(window);
-    QCOMPARE(column.maximumWidth(), 100 * column.fontMetrics().averageCharWidth());
+    QCOMPARE(column.maximumWidth(),
+             qRound(100 * QFontMetricsF(column.font()).horizontalAdvance(u"0"_s)));
     QCOMPARE(another.maximumWidth(), QWIDGETSIZE_MAX);
 }
 
@@ -288,6 +306,7 @@ void tst_theme::scrolledPageIsNeverCutOffAtItsSide() {
     QWidget window;
     auto *area = new QScrollArea(&window);
     area->setAccessibleName(u"Help text"_s);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto *page = new QWidget;
     auto *inPage = new QVBoxLayout(page);
     inPage->addWidget(new QLabel(u"A line that is not to be wrapped, however long it is"_s));

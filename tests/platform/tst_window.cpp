@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QStyleOption>
 #include <QTest>
+#include <QWindow>
 
 #include "platform/windowcontroller.h"
 #include "quizrun/maintest.h"
@@ -40,13 +41,17 @@ class tst_window final : public QObject {
     void windowThatFitsIsLeftAlone();
     void windowShownAgainScrollsOnce();
     void windowFreedWithTheFocusScrollsNoMore();
+    void windowInATileThatIsTooSmallScrolls();
+    void resizedWindowGrowsWithItsText();
 
  private:
+    void setTextSize(double points);
     Window &open(const QString &layout);
     static QScrollArea *area(const Window &window);
     static bool isInView(const Window &window, const QWidget &control);
 
     std::shared_ptr<platform::WindowController> controller_;
+    const QFont font_ = QApplication::font();
 };
 
 void tst_window::init() {
@@ -57,6 +62,13 @@ void tst_window::init() {
 void tst_window::cleanup() {
     controller_.reset();
     desk::clear();
+    QApplication::setFont(font_);
+}
+
+void tst_window::setTextSize(double points) {
+    QFont font = font_;
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
 }
 
 Window &tst_window::open(const QString &layout) {
@@ -187,12 +199,8 @@ void tst_window::focusThatMovesByItselfIsInView() {
 }
 
 void tst_window::focusIsInViewWithTheHeadingOfItsGroup() {
-    QFont large = QApplication::font();
-    const QFont usual = large;
-    large.setPointSizeF(12);
-    QApplication::setFont(large);
+    setTextSize(12);
     Window &window = open(u"Settings"_s);
-    QApplication::setFont(usual);
     QScrollBar &bar = *area(window)->verticalScrollBar();
     QVERIFY(desk::control(&window, u"noRadio"_s).hasFocus());
     bar.setValue(bar.maximum());
@@ -214,12 +222,8 @@ void tst_window::focusIsShownBeforeTabIsPressed() {
 }
 
 void tst_window::windowThatFitsIsLeftAlone() {
-    QFont small = QApplication::font();
-    const QFont usual = small;
-    small.setPointSizeF(5);
-    QApplication::setFont(small);
+    setTextSize(5);
     Window &window = open(u"Settings"_s);
-    QApplication::setFont(usual);
     QCOMPARE(area(window), nullptr);
 }
 
@@ -244,6 +248,46 @@ void tst_window::windowFreedWithTheFocusScrollsNoMore() {
     desk::freeUnused();
     QVERIFY(!newer);
     QVERIFY(QApplication::focusWidget() == nullptr);
+}
+
+void tst_window::windowInATileThatIsTooSmallScrolls() {
+    setTextSize(5);
+    Window &window = open(u"Settings"_s);
+    QCOMPARE(area(window), nullptr);
+    const QSize needed = window.minimumSize();
+    const QWidget *focused = window.focusWidget();
+    QVERIFY(focused != nullptr);
+    // As a window manager does: nobody asks the window.
+    window.windowHandle()->resize(needed - QSize(40, 40));
+    QTRY_COMPARE(window.size(), needed - QSize(40, 40));
+    QVERIFY2(area(window) != nullptr, "the window does not scroll");
+    QTRY_VERIFY(area(window)->verticalScrollBar()->maximum() > 0);
+    QVERIFY(area(window)->horizontalScrollBar()->maximum() > 0);
+    const QWidget &content = *area(window)->widget();
+    QVERIFY2(content.width() >= content.minimumSizeHint().width() &&
+                 content.height() >= content.minimumSizeHint().height(),
+             "the content is squeezed");
+    QCOMPARE(window.focusWidget(), focused);
+    QTRY_VERIFY(focused->hasFocus());
+    window.windowHandle()->resize(needed);
+    QTRY_COMPARE(content.size(), area(window)->viewport()->size());
+    QVERIFY(!area(window)->verticalScrollBar()->isVisible());
+}
+
+void tst_window::resizedWindowGrowsWithItsText() {
+    setTextSize(5);
+    Window &window = open(u"Settings"_s);
+    const QSize fitting = window.size();
+    const QSize larger = fitting + QSize(30, 10);
+    window.resize(larger);
+    setTextSize(6);
+    QTRY_VERIFY(window.height() > larger.height());
+    QCOMPARE(area(window), nullptr);
+    const QSize grown = window.size();
+    setTextSize(5);
+    QCoreApplication::processEvents();
+    // Whoever made it larger wants it so.
+    QCOMPARE(window.size(), grown);
 }
 
 ZORVAN_TEST_MAIN(tst_window)
