@@ -174,10 +174,7 @@ class Dresser final : public QObject {
             case QEvent::ApplicationFontChange:
             case QEvent::FontChange:
             case QEvent::StyleChange:
-                if (!std::exchange(due_, true)) {
-                    QMetaObject::invokeMethod(
-                        this, [this] { dressAnew(); }, Qt::QueuedConnection);
-                }
+                dressSoon();
                 break;
             default:
                 break;
