@@ -363,7 +363,7 @@ void tst_menubar::aboutIsOpenOnce() {
     learner::pick(menu, u"about"_s);
     const QPointer<QMessageBox> box = aboutBoxes().constFirst();
     box->showMinimized();
-    menu->bringToFront();
+    platform::bringToFront(*menu);
     QVERIFY(QTest::qWaitForWindowActive(menu));
     learner::pick(menu, u"about"_s);
     QCOMPARE(aboutBoxes(), QList<QMessageBox *>({box}));
