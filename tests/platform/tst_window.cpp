@@ -259,18 +259,18 @@ void tst_window::windowInATileThatIsTooSmallScrolls() {
     QVERIFY(focused != nullptr);
     // As a window manager does: nobody asks the window.
     window.windowHandle()->resize(needed - QSize(40, 40));
-    QTRY_COMPARE(window.size(), needed - QSize(40, 40));
+    QVERIFY(QTest::qWaitFor([&] { return window.size() == needed - QSize(40, 40); }));
     QVERIFY2(area(window) != nullptr, "the window does not scroll");
-    QTRY_VERIFY(area(window)->verticalScrollBar()->maximum() > 0);
+    QVERIFY(QTest::qWaitFor([&] { return area(window)->verticalScrollBar()->maximum() > 0; }));
     QVERIFY(area(window)->horizontalScrollBar()->maximum() > 0);
     const QWidget &content = *area(window)->widget();
     QVERIFY2(content.width() >= content.minimumSizeHint().width() &&
                  content.height() >= content.minimumSizeHint().height(),
              "the content is squeezed");
     QCOMPARE(window.focusWidget(), focused);
-    QTRY_VERIFY(focused->hasFocus());
+    QVERIFY(QTest::qWaitFor([&] { return focused->hasFocus(); }));
     window.windowHandle()->resize(needed);
-    QTRY_COMPARE(content.size(), area(window)->viewport()->size());
+    QVERIFY(QTest::qWaitFor([&] { return content.size() == area(window)->viewport()->size(); }));
     QVERIFY(!area(window)->verticalScrollBar()->isVisible());
 }
 
@@ -281,7 +281,7 @@ void tst_window::resizedWindowGrowsWithItsText() {
     const QSize larger = fitting + QSize(30, 10);
     window.resize(larger);
     setTextSize(6);
-    QTRY_VERIFY(window.height() > larger.height());
+    QVERIFY(QTest::qWaitFor([&] { return window.height() > larger.height(); }));
     QCOMPARE(area(window), nullptr);
     const QSize grown = window.size();
     setTextSize(5);
