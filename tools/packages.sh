@@ -21,13 +21,16 @@ packages_bench=("${packages_run[@]}" "${packages_tour[@]}" "${packages_measure[@
 packages_package=("${packages_run[@]}" dpkg-dev file)
 packages_try_package=("${packages_package[@]}" lintian debootstrap)
 
+# To try the program on real desktops.
+packages_desktops=(metacity xfwm4 kwin-x11 kwin-wayland kwin-style-breeze mutter sway faketime gir1.2-gtk-3.0)
+
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 packages_test_all=("${packages_test[@]}")
 if [ "$(uname -s)" = Linux ]; then
     packages_test+=("${packages_tour[@]}" python3-pytest)
     packages_test_all=("${packages_test[@]}" "${packages_measure[@]}" weston qt6-wayland orca qt6ct
-        desktop-file-utils appstream man-db binutils-mingw-w64-x86-64)
+        desktop-file-utils appstream man-db binutils-mingw-w64-x86-64 "${packages_desktops[@]}")
 fi
 
 # To try the sources on a Debian of their own.

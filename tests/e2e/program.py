@@ -140,15 +140,19 @@ class Program:
         """Presses the left button over the middle of `item`, which has to be in the window with
         the focus.
         """
-        window = _window_of(item)
+        window = window_of(item)
         self.wait_until(
             f"{describe(item)} is enabled, in a window with the focus",
             lambda: has(item, State.ENABLED) and has(window, State.ACTIVE),
         )
-        # Until the two agree on the place, the program has not yet heard where its window is.
-        self.x_window(window)
-        left, top, width, height = extents(item)
+        left, top, width, height = self.place(item)
         self.display.click(left + width // 2, top + height // 2)
+
+    def place(self, item):
+        """Left, top, width and height, in pixels of the screen."""
+        # Until the two agree on the place, the program has not yet heard where its window is.
+        self.x_window(window_of(item))
+        return extents(item)
 
     def click_button(self, name, within=None, role=Role.PUSH_BUTTON):
         self.click(self.wait_for(role, name, within))
@@ -288,7 +292,7 @@ def below(item):
         yield from below(child)
 
 
-def _window_of(item):
+def window_of(item):
     parent = ask(item.get_parent)
     while parent and ask(parent.get_role) != Role.APPLICATION:
         item, parent = parent, ask(parent.get_parent)

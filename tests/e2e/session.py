@@ -157,6 +157,8 @@ class Display:
     keyboard. It lives in a `with` block.
     """
 
+    client_list = "_NET_CLIENT_LIST_STACKING"
+
     def __init__(self, session, size="1280x720", watched=False, options=""):
         self.session = session
         self.size = size
@@ -172,8 +174,17 @@ class Display:
             f" {self._options}",
         )
         self.environment = {"DISPLAY": f":{number}", "QT_QPA_PLATFORM": "xcb"}
+        self._manager = self.start_manager()
+        return self
+
+    def __exit__(self, *_):
+        self.session.end(self._manager)
+        self.session.end(self._server)
+
+    def start_manager(self):
+        """Starts what manages the windows, and waits until it does."""
         # It names itself before it is ready, and never gives the focus to what is there by then.
-        self._manager = self.session.spawn(
+        manager = self.session.spawn(
             "openbox",
             ["openbox", "--sm-disable", "--startup", "xprop -root -f READY 32c -set READY 1"],
             self.environment,
@@ -181,11 +192,7 @@ class Display:
         wait_until(
             "the window manager is ready", lambda: "= 1" in self.run("xprop", "-root", "READY")
         )
-        return self
-
-    def __exit__(self, *_):
-        self.session.end(self._manager)
-        self.session.end(self._server)
+        return manager
 
     def _screen(self):
         return self.size if self._watched else f"0 {self.size}x24"
@@ -220,7 +227,7 @@ class Display:
 
     def windows(self):
         """Left, top, width and height of each managed window by its X id, topmost first."""
-        listed = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+        listed = self.run("xprop", "-root", self.client_list)
         topmost_first = reversed(re.findall(r"0x[0-9a-f]+", listed))
         return {x_window: self._place(x_window) for x_window in topmost_first}
 

@@ -1,0 +1,51 @@
+"""What journeys have in common, on whatever display."""
+
+from pathlib import Path
+
+import pytest
+
+from learner import Learner
+from session import Session
+
+
+def pytest_addoption(parser):
+    parser.addoption("--program", required=True, help="the program to try")
+    parser.addoption(
+        "--evidence",
+        type=Path,
+        default=Path("e2e-evidence"),
+        help="where a journey that fails leaves a picture of the screen, the accessibility tree"
+        " and what the program wrote",
+    )
+
+
+@pytest.fixture(scope="session")
+def session():
+    with Session() as session:
+        yield session
+
+
+@pytest.fixture
+def learner(request, display, tmp_path):
+    """A learner whose program ends with the journey. A journey on other displays than the usual
+    one, or in another environment, has a fixture `display` or `environment` of its own.
+    """
+    learner = Learner(display, request.config.getoption("--program"), tmp_path)
+    yield learner
+    if learner.program and learner.program.is_running():
+        learner.program.end()
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item):
+    """Collects the evidence while the program still runs."""
+    report = (yield).get_result()
+    folder = item.config.getoption("--evidence") / item.name
+    if report.when == "call" and folder.exists():
+        for file in folder.iterdir():
+            file.unlink()
+    learner = item.funcargs.get("learner")
+    if report.failed and learner is not None and learner.program is not None:
+        folder.mkdir(parents=True, exist_ok=True)
+        learner.program.leave_evidence(folder)
+        report.sections.append(("The evidence", f"is in {folder}"))
