@@ -1,5 +1,8 @@
 #include "platform/alert.h"
 
+#include <chrono>
+#include <memory>
+#include <optional>
 #include <utility>
 
 #include <QApplication>
@@ -8,8 +11,10 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 #include <QWindow>
 
+#include "platform/application.h"
 #include "platform/repeatingtimer.h"
 #include "platform/theme.h"
 #include "platform/window.h"
@@ -46,12 +51,15 @@ class InputBlock final : public QObject {
 void askForAttention(Window &window) {
     QApplication::alert(&window);
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
-    // Qt's alert() does not reach Wayland yet. There, who asks for the keyboard and is not entitled
-    // to it gets attention.
+    // Qt's alert() does not reach Wayland yet. There, who asks for the keyboard in a name that
+    // nobody knows gets attention.
     if (QGuiApplication::platformName().startsWith(u"wayland")) {
+        qputenv("XDG_ACTIVATION_TOKEN", "attention");
         window.activateWindow();
     }
 #endif
+    // The request would wait for whatever comes next.
+    QGuiApplication::sync();
 }
 
 /// Waits for the user to come back from another program, and has the desktop point at `window`.
@@ -61,8 +69,8 @@ void waitForTheUser(Window *window) {
         !window->hasBeenActive()) {
         return;
     }
-    askForAttention(*window);
     const InputBlock block;
+    askForAttention(*window);
     QEventLoop loop;
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &loop,
                      [&loop](Qt::ApplicationState state) {
@@ -73,23 +81,34 @@ void waitForTheUser(Window *window) {
     loop.exec();
 }
 
+/// What exec() gives where the box has to be shown again. Buttons with a role give their own
+/// number.
+constexpr int Covered = -70;
+
 /// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
 /// with it: not every desktop knows that an alert blocks more than its owner.
 void keepInFront(QMessageBox &box, const QPointer<Window> &owner) {
-    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &box,
-                     [&box, owner](const QWindow *focused) {
-                         if (focused == nullptr) {
-                             return;
-                         }
-                         if (owner) {
-                             owner->raise();
-                         }
-                         if (focused == box.windowHandle()) {
-                             box.raise();
-                         } else {
-                             bringToFront(box);
-                         }
-                     });
+    QObject::connect(
+        qApp, &QGuiApplication::focusWindowChanged, &box, [&box, owner](const QWindow *focused) {
+            if (focused == nullptr) {
+                return;
+            }
+            if (owner) {
+                owner->raise();
+            }
+            if (focused == box.windowHandle()) {
+                box.raise();
+                return;
+            }
+            bringToFront(box);
+            // Not every desktop does that for a window that asks, but each for one that appears.
+            constexpr std::chrono::milliseconds untilItMayHave(300);
+            QTimer::singleShot(untilItMayHave, &box, [&box] {
+                if (!box.isActiveWindow() && QGuiApplication::focusWindow() != nullptr) {
+                    box.done(Covered);
+                }
+            });
+        });
 }
 
 }  // namespace
@@ -134,13 +153,24 @@ int Alert::runModal(Window *owner, Cause cause) const {
     if (over) {
         over->comeForward();
     }
-    const QPointer<QMessageBox> box = newBox(over);
-    keepInFront(*box, over);
-    box->exec();
-    if (!box) {
+    std::optional<int> answer;
+    while (!answer) {
+        const QPointer<QMessageBox> box = newBox(over);
+        keepInFront(*box, over);
+        if (box->exec() != Covered || !box) {
+            answer = resultOf(box);
+        }
+        // Unless it has gone with its owner.
+        const std::unique_ptr<QMessageBox> done(box);
+    }
+    Application::shared().keepTheKeyboard();
+    return *answer;
+}
+
+int Alert::resultOf(const QMessageBox *box) const {
+    if (box == nullptr) {
         return buttons_.alternateButton.isEmpty() ? DefaultReturn : AlternateReturn;
     }
-    box->deleteLater();
     switch (box->buttonRole(box->clickedButton())) {
         case QMessageBox::AcceptRole:
             return DefaultReturn;

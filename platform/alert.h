@@ -36,6 +36,8 @@ class Alert final {
 
  private:
     QMessageBox *newBox(Window *over) const;
+    /// A box that is null has been freed.
+    int resultOf(const QMessageBox *box) const;
 
     QString message_;
     Buttons buttons_;

@@ -151,17 +151,19 @@ void Application::didClose() {
     // Another window may be on its way.
     QTimer::singleShot(0, this, &Application::offerWayBack);
     if (applicationState() == Qt::ApplicationActive) {
-        // Some window managers now and then leave no window with the keyboard.
-        constexpr std::chrono::milliseconds untilTheyHaveChosen(300);
-        QTimer::singleShot(untilTheyHaveChosen, this, &Application::keepAWindowActive);
+        keepTheKeyboard();
     }
 }
 
-void Application::keepAWindowActive() {
-    Window *front = Window::inFront();
-    if (front != nullptr && !front->isMinimized() && applicationState() != Qt::ApplicationActive) {
-        bringToFront(*front);
-    }
+void Application::keepTheKeyboard() {
+    constexpr std::chrono::milliseconds untilTheDesktopHasChosen(300);
+    QTimer::singleShot(untilTheDesktopHasChosen, this, [] {
+        Window *front = Window::inFront();
+        if (front != nullptr && !front->isMinimized() &&
+            applicationState() != Qt::ApplicationActive) {
+            bringToFront(*front);
+        }
+    });
 }
 
 void Application::offerWayBack() {

@@ -44,6 +44,9 @@ class Application final : public QApplication, public WindowDelegate {
     void willShow(Window &window);
     /// Called by whoever owns a window, as it closes.
     void didClose();
+    /// Called when a window that had the keyboard has gone: some window managers now and then give
+    /// it to none of those that are left.
+    void keepTheKeyboard();
 
  protected:
     bool event(QEvent *event) override;
@@ -53,7 +56,6 @@ class Application final : public QApplication, public WindowDelegate {
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
     void offerWayBack();
-    static void keepAWindowActive();
     static bool everyWindowAgreesToClose();
 
     std::unique_ptr<Window> mainLayout_;

@@ -218,17 +218,25 @@ void Window::keyPressEvent(QKeyEvent *event) {
 }
 
 void bringToFront(QWidget &window) {
+    static QMetaObject::Connection pending;
+    QObject::disconnect(pending);
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.raise();
-    const QWindow *focused = QGuiApplication::focusWindow();
-    if (focused == nullptr || focused->type() != Qt::Popup) {
-        window.activateWindow();
-        return;
+    window.activateWindow();
+    const auto mayAsk = [](const QWindow *focused) {
+        return focused != nullptr && focused->type() != Qt::Popup;
+    };
+    if (QGuiApplication::applicationState() == Qt::ApplicationActive &&
+        !mayAsk(QGuiApplication::focusWindow())) {
+        // While a menu closes no window has the keyboard, and on Wayland nobody's request is heard.
+        pending = QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &window,
+                                   [&window, mayAsk](const QWindow *focused) {
+                                       if (mayAsk(focused)) {
+                                           QObject::disconnect(pending);
+                                           window.activateWindow();
+                                       }
+                                   });
     }
-    // On Wayland a request in the name of a menu that is just closing is lost.
-    QObject::connect(
-        qApp, &QGuiApplication::focusWindowChanged, &window, [&window] { window.activateWindow(); },
-        Qt::SingleShotConnection);
 }
 
 }  // namespace platform
