@@ -65,16 +65,16 @@ void askForAttention(Window &window) {
 /// Waits for the user to come back from another program, and has the desktop point at `window`.
 void waitForTheUser(Window *window) {
     // On a desktop that gives the keyboard to no window there is nobody to wait for.
-    if (QGuiApplication::applicationState() == Qt::ApplicationActive || window == nullptr ||
+    if (QGuiApplication::focusWindow() != nullptr || window == nullptr ||
         !window->hasBeenActive()) {
         return;
     }
     const InputBlock block;
     askForAttention(*window);
     QEventLoop loop;
-    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &loop,
-                     [&loop](Qt::ApplicationState state) {
-                         if (state == Qt::ApplicationActive) {
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &loop,
+                     [&loop](const QWindow *focused) {
+                         if (focused != nullptr) {
                              loop.quit();
                          }
                      });

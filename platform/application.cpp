@@ -150,7 +150,7 @@ void Application::willShow(Window &window) {
 void Application::didClose() {
     // Another window may be on its way.
     QTimer::singleShot(0, this, &Application::offerWayBack);
-    if (applicationState() == Qt::ApplicationActive) {
+    if (focusWindow() != nullptr) {
         keepTheKeyboard();
     }
 }
@@ -159,8 +159,7 @@ void Application::keepTheKeyboard() {
     constexpr std::chrono::milliseconds untilTheDesktopHasChosen(300);
     QTimer::singleShot(untilTheDesktopHasChosen, this, [] {
         Window *front = Window::inFront();
-        if (front != nullptr && !front->isMinimized() &&
-            applicationState() != Qt::ApplicationActive) {
+        if (front != nullptr && !front->isMinimized() && focusWindow() == nullptr) {
             bringToFront(*front);
         }
     });

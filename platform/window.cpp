@@ -170,15 +170,21 @@ void Window::showEvent(QShowEvent *event) {
     QMainWindow::showEvent(event);
     if (!event->spontaneous()) {
         fitted_ = size();
+        takeTurn();
     }
     // Otherwise a style may hide the focus until Tab is pressed.
     setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
-void Window::changeEvent(QEvent *event) {
+void Window::takeTurn() {
     static int turns = 0;
+    turn_ = ++turns;
+}
+
+void Window::changeEvent(QEvent *event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
-        turn_ = ++turns;
+        hasBeenActive_ = true;
+        takeTurn();
     }
     QMainWindow::changeEvent(event);
 }
@@ -222,16 +228,16 @@ void bringToFront(QWidget &window) {
     QObject::disconnect(pending);
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.raise();
-    window.activateWindow();
-    const auto mayAsk = [](const QWindow *focused) {
-        return focused != nullptr && focused->type() != Qt::Popup;
-    };
-    if (QGuiApplication::applicationState() == Qt::ApplicationActive &&
-        !mayAsk(QGuiApplication::focusWindow())) {
-        // While a menu closes no window has the keyboard, and on Wayland nobody's request is heard.
+    const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
+    const QWindow *focused = QGuiApplication::focusWindow();
+    if (focused == nullptr || !isPopup(focused)) {
+        window.activateWindow();
+    }
+    if (focused == nullptr || isPopup(focused)) {
+        // While a menu closes, Wayland hears no request for the keyboard.
         pending = QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &window,
-                                   [&window, mayAsk](const QWindow *focused) {
-                                       if (mayAsk(focused)) {
+                                   [&window, isPopup](const QWindow *now) {
+                                       if (now != nullptr && !isPopup(now)) {
                                            QObject::disconnect(pending);
                                            window.activateWindow();
                                        }

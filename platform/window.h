@@ -28,8 +28,8 @@ class Window final : public QMainWindow {
 
     /// Those on screen, in the order in which they were opened.
     static QList<QPointer<Window>> onScreen();
-    /// Of those, the one that had the keyboard last, a minimised one only where all are; null where
-    /// none is on screen.
+    /// Of those, the one that appeared or had the keyboard last, a minimised one only where all
+    /// are; null where none is on screen.
     static Window *inFront();
 
     /// Closes the window without asking the delegate.
@@ -37,7 +37,7 @@ class Window final : public QMainWindow {
     /// Asks the delegate.
     bool mayClose();
     /// Whether it ever had the keyboard.
-    bool hasBeenActive() const { return turn_ > 0; }
+    bool hasBeenActive() const { return hasBeenActive_; }
     /// Brings a window that was used before to the front again; one that is only just appearing
     /// does so by itself.
     void comeForward();
@@ -65,10 +65,12 @@ class Window final : public QMainWindow {
     bool isLargerThan(const QSize &room) const;
     QSize scrolledSize() const;
     void letContentScroll();
+    void takeTurn();
 
     WindowDelegate &delegate_;
     bool unasked_ = false;
-    /// The turn at which it last had the keyboard; 0 where it never had.
+    bool hasBeenActive_ = false;
+    /// The turn at which it last came to the front.
     int turn_ = 0;
     /// As large as it made itself.
     QSize fitted_;

@@ -294,7 +294,7 @@ void tst_alert::alertAfterAnEventWaitsForNobody() {
     owner.window->setWindowFlags(Qt::ToolTip);
     owner.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(owner.window.get()));
-    QVERIFY(QGuiApplication::applicationState() != Qt::ApplicationActive);
+    QVERIFY(QGuiApplication::focusWindow() == nullptr);
     alerts_->answer(u"OK"_s);
     QCOMPARE(Alert(u"Over"_s, {u"OK"_s}).runModal(owner.window.get(), Alert::Cause::Event), 1);
 }
