@@ -88,27 +88,31 @@ constexpr int Covered = -70;
 /// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
 /// with it: not every desktop knows that an alert blocks more than its owner.
 void keepInFront(QMessageBox &box, const QPointer<Window> &owner) {
-    QObject::connect(
-        qApp, &QGuiApplication::focusWindowChanged, &box, [&box, owner](const QWindow *focused) {
-            if (focused == nullptr) {
-                return;
-            }
-            if (owner) {
-                owner->raise();
-            }
-            if (focused == box.windowHandle()) {
-                box.raise();
-                return;
-            }
+    const auto follow = [&box, owner, hadIt = false](const QWindow *focused) mutable {
+        if (focused == nullptr) {
+            return;
+        }
+        if (hadIt && owner) {
+            owner->raise();
+        }
+        if (focused != box.windowHandle()) {
             bringToFront(box);
-            // Not every desktop does that for a window that asks, but each for one that appears.
-            constexpr std::chrono::milliseconds untilItMayHave(300);
-            QTimer::singleShot(untilItMayHave, &box, [&box] {
-                if (!box.isActiveWindow() && QGuiApplication::focusWindow() != nullptr) {
-                    box.done(Covered);
-                }
-            });
+        } else if (hadIt) {
+            box.raise();
+        }
+        hadIt |= focused == box.windowHandle();
+        if (!hadIt) {
+            return;
+        }
+        // Not every desktop does so for a window that asks, but each for one that appears.
+        constexpr std::chrono::milliseconds untilItMayHave(300);
+        QTimer::singleShot(untilItMayHave, &box, [&box] {
+            if (QGuiApplication::focusWindow() != nullptr && !box.isActiveWindow()) {
+                box.done(Covered);
+            }
         });
+    };
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &box, follow);
 }
 
 }  // namespace

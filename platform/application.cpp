@@ -156,12 +156,16 @@ void Application::didClose() {
 }
 
 void Application::keepTheKeyboard() {
-    constexpr std::chrono::milliseconds untilTheDesktopHasChosen(300);
-    QTimer::singleShot(untilTheDesktopHasChosen, this, [] {
+    const auto giveIt = [] {
         Window *front = Window::inFront();
-        if (front != nullptr && !front->isMinimized() && focusWindow() == nullptr) {
+        if (focusWindow() == nullptr && front != nullptr && !front->isMinimized()) {
             bringToFront(*front);
         }
+    };
+    constexpr std::chrono::milliseconds untilTheDesktopHasChosen(300);
+    QTimer::singleShot(untilTheDesktopHasChosen, this, [this, giveIt] {
+        // What it has chosen may not have been heard yet.
+        QTimer::singleShot(0, this, giveIt);
     });
 }
 

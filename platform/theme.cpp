@@ -296,7 +296,8 @@ double unit(const QWidget &widget) {
 }
 
 double characterWidth(const QFont &font) {
-    return QFontMetricsF(font).horizontalAdvance(u'0');
+    const double em = QFontInfo(font).pointSizeF() * QFontMetricsF(font).fontDpi() / 72;
+    return qMax(0.0, em * 0.555);
 }
 
 void setSize(QFont &font, const QFont &other, double times) {

@@ -66,8 +66,8 @@ inline constexpr double controlRadius = 0.8;
 /// a line has sixteen.
 double unit(const QWidget &widget);
 
-/// How wide a "0" is, in pixels: what widths of texts are counted in. Measured, for the average
-/// that a font states may be anything.
+/// How wide a character is meant to be, in pixels: what widths of texts are counted in. It follows
+/// from the size of the font alone: the average that a font states may be anything.
 double characterWidth(const QFont &font);
 
 /// Gives the font `times` the size of the other.

@@ -1,6 +1,6 @@
 """Use of a program without a mouse."""
 
-from program import Role, State, ask, describe, extents, has, name_of, shown
+from program import Role, State, ask, children, describe, extents, has, name_of, shown
 
 CONTROLS = (Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.PANEL)
 
@@ -107,8 +107,10 @@ class Keyboard:
 def row_of(item):
     """The row that a button stands in, which shows the focus for it; otherwise the item."""
     parent = ask(item.get_parent)
-    is_row = ask(parent.get_role) == Role.FILLER and extents(parent)[3] <= 2 * extents(item)[3]
-    return parent if is_row else item
+    *_, width, height = extents(item)
+    # It is not much higher than the button, which is a letter or has a level beside it.
+    is_row = ask(parent.get_role) == Role.FILLER and extents(parent)[3] <= 2 * height
+    return parent if is_row and (width <= 2 * height or len(children(parent)) > 1) else item
 
 
 def follows(a, b):
