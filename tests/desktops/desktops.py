@@ -139,6 +139,7 @@ class WaylandDesktop(Desktop):
 
 class KWinWayland(WaylandDesktop):
     command = ["kwin_wayland"]
+    shows_attention = True
 
     def spawn_manager(self, environment=()):
         # A file of ours has none of the capabilities that a container may not give.
