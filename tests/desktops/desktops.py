@@ -108,7 +108,7 @@ class WaylandProgram(Program):
 
 class WaylandDesktop(Desktop):
     program_type = WaylandProgram
-    # Before Qt 6.8, who is in the background cannot ask for it.
+    # Before Qt 6.8 few of them hear who asks for it in the background.
     shows_attention = False
     socket = "nested"
 
