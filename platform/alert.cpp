@@ -87,12 +87,12 @@ constexpr int Covered = -70;
 
 /// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
 /// with it: not every desktop knows that an alert blocks more than its owner.
-void keepInFront(QMessageBox &box, const QPointer<Window> &owner) {
-    const auto follow = [&box, owner, hadIt = false](const QWindow *focused) mutable {
+void keepInFront(QMessageBox &box) {
+    const auto follow = [&box, hadIt = false](const QWindow *focused) mutable {
         if (focused == nullptr) {
             return;
         }
-        if (hadIt && owner) {
+        if (QWidget *owner = box.parentWidget(); hadIt && owner != nullptr) {
             owner->raise();
         }
         if (focused != box.windowHandle()) {
@@ -100,7 +100,7 @@ void keepInFront(QMessageBox &box, const QPointer<Window> &owner) {
         } else if (hadIt) {
             box.raise();
         }
-        hadIt |= focused == box.windowHandle();
+        hadIt = hadIt || focused == box.windowHandle();
         if (!hadIt) {
             return;
         }
@@ -154,14 +154,14 @@ int Alert::runModal(Window *owner, Cause cause) const {
     if (cause == Cause::Event) {
         waitForTheUser(over);
     }
-    if (over) {
+    if (!over.isNull()) {
         over->comeForward();
     }
     std::optional<int> answer;
     while (!answer) {
         const QPointer<QMessageBox> box = newBox(over);
-        keepInFront(*box, over);
-        if (box->exec() != Covered || !box) {
+        keepInFront(*box);
+        if (box->exec() != Covered || box.isNull()) {
             answer = resultOf(box);
         }
         // Unless it has gone with its owner.

@@ -17,6 +17,7 @@ int &holds() {
 
 QList<RepeatingTimer *> &timers() {
     // Never freed: a timer may go as late as the statics that hold it.
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): this file's alone
     static auto &timers = *new QList<RepeatingTimer *>;
     return timers;
 }

@@ -1,5 +1,6 @@
 #include "platform/theme.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -225,9 +226,10 @@ class Dresser final : public QObject {
 
     /// Has layouts ask anew what they need, from the innermost on.
     void settle() {
-        const QList<QWidget *> widgets = window_.findChildren<QWidget *>();
-        for (auto widget = widgets.rbegin(); widget != widgets.rend(); ++widget) {
-            QCoreApplication::sendPostedEvents(*widget, QEvent::LayoutRequest);
+        QList<QWidget *> widgets = window_.findChildren<QWidget *>();
+        std::ranges::reverse(widgets);
+        for (QWidget *widget : std::as_const(widgets)) {
+            QCoreApplication::sendPostedEvents(widget, QEvent::LayoutRequest);
         }
     }
 

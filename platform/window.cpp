@@ -160,7 +160,7 @@ void Window::letContentScroll() {
             scrollTo(*area, focus);
         }
     });
-    if (focused) {
+    if (focused != nullptr) {
         // It was lost on the way.
         focused->setFocus();
     }
