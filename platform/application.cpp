@@ -100,6 +100,8 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
     installEventFilter(this);
+    keyboardKeeper_.setSingleShot(true);
+    connect(&keyboardKeeper_, &QTimer::timeout, this, &Application::activateAWindow);
 #ifndef Q_OS_MACOS
     setStyle(new Style);
 #endif
@@ -141,6 +143,8 @@ void Application::about() {
 }
 
 void Application::willShow(Window &window) {
+    // What appears gets the keyboard.
+    keyboardKeeper_.stop();
     if (mainLayout_) {
         menus_->provideMenuBar(window);
         mainLayout_->hide();
@@ -156,17 +160,15 @@ void Application::didClose() {
 }
 
 void Application::keepTheKeyboard() {
-    const auto giveIt = [] {
-        Window *front = Window::inFront();
-        if (focusWindow() == nullptr && front != nullptr && !front->isMinimized()) {
-            bringToFront(*front);
-        }
-    };
     constexpr std::chrono::milliseconds untilTheDesktopHasChosen(300);
-    QTimer::singleShot(untilTheDesktopHasChosen, this, [this, giveIt] {
-        // What it has chosen may not have been heard yet.
-        QTimer::singleShot(0, this, giveIt);
-    });
+    keyboardKeeper_.start(untilTheDesktopHasChosen);
+}
+
+void Application::activateAWindow() {
+    Window *front = Window::inFront();
+    if (focusWindow() == nullptr && front != nullptr && !front->isMinimized()) {
+        bringToFront(*front);
+    }
 }
 
 void Application::offerWayBack() {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QTimer>
 
 #include "platform/window.h"
 
@@ -56,12 +57,14 @@ class Application final : public QApplication, public WindowDelegate {
     bool windowShouldClose() override { return true; }
     void windowDidClose() override { quit(); }
     void offerWayBack();
+    static void activateAWindow();
     static bool everyWindowAgreesToClose();
 
     std::unique_ptr<Window> mainLayout_;
     std::unique_ptr<Menus> menus_;
     bool wayBackIsDressed_ = false;
     QPointer<QMessageBox> aboutBox_;
+    QTimer keyboardKeeper_;
     bool quitting_ = false;
 };
 
