@@ -143,8 +143,10 @@ void Application::about() {
 }
 
 void Application::willShow(Window &window) {
-    // What appears gets the keyboard.
-    keyboardKeeper_.stop();
+    if (!window.isVisible()) {
+        // What appears gets the keyboard.
+        keyboardKeeper_.stop();
+    }
     if (mainLayout_) {
         menus_->provideMenuBar(window);
         mainLayout_->hide();

@@ -1,6 +1,7 @@
 #include "platform/window.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWindow>
 
 #include "platform/eventloop.h"
@@ -228,18 +230,28 @@ void bringToFront(QWidget &window) {
     QObject::disconnect(pending);
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.raise();
-    const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
-    const QWindow *focused = QGuiApplication::focusWindow();
-    if (focused == nullptr || !isPopup(focused)) {
+    const auto ask = [&window](const QWindow *focused) {
         window.activateWindow();
+        // Now and then a request gets lost.
+        constexpr std::chrono::milliseconds untilItIsHeard(300);
+        QTimer::singleShot(untilItIsHeard, &window, [&window, focused] {
+            if (focused != nullptr && QGuiApplication::focusWindow() == focused) {
+                window.activateWindow();
+            }
+        });
+    };
+    const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
+    const QWindow *before = QGuiApplication::focusWindow();
+    if (before == nullptr || !isPopup(before)) {
+        ask(before);
     }
-    if (focused == nullptr || isPopup(focused)) {
+    if (before == nullptr || isPopup(before)) {
         // While a menu closes, Wayland hears no request for the keyboard.
         pending = QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &window,
-                                   [&window, isPopup](const QWindow *now) {
+                                   [ask, isPopup](const QWindow *now) {
                                        if (now != nullptr && !isPopup(now)) {
                                            QObject::disconnect(pending);
-                                           window.activateWindow();
+                                           ask(now);
                                        }
                                    });
     }
