@@ -107,7 +107,7 @@ QRect roomIn(const QWidget &window, const QWidget &widget) {
     return placeIn(window, widget).adjusted(-margin, -margin, margin, margin) & window.rect();
 }
 
-const QWidget &innermostAt(const QWidget &window, const QPoint &spot) {
+const QWidget &innermostAt(const QWidget &window, QPoint spot) {
     const QWidget *innermost = &window;
     for (const QWidget *widget : shown<QWidget>(window)) {
         if (innermost->isAncestorOf(widget) && placeIn(window, *widget).contains(spot)) {
