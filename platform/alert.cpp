@@ -164,8 +164,8 @@ int Alert::runModal(Window *owner, Cause cause) const {
         if (box->exec() != Covered || box.isNull()) {
             answer = resultOf(box);
         }
-        // Unless it has gone with its owner.
-        const std::unique_ptr<QMessageBox> done(box);
+        // Where it has not gone with its owner.
+        std::unique_ptr<QMessageBox>(box.data()).reset();
     }
     Application::shared().keepTheKeyboard();
     return *answer;

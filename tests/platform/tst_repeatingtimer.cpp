@@ -100,10 +100,10 @@ void tst_repeatingtimer::invalidTimerDoesNotFire() {
 
 void tst_repeatingtimer::runningTimersAreThoseThatTick() {
     QObject target;
-    const auto second = RepeatingTimer::scheduledTimer(1s, target, [] {});
+    const auto second = RepeatingTimer::scheduledTimer(std::chrono::seconds(1), target, [] {});
     auto hour = RepeatingTimer::scheduledTimer(1h, target, [] {});
     QCOMPARE(RepeatingTimer::running(), (QList<RepeatingTimer *>{second.get(), hour.get()}));
-    QVERIFY(second->interval() == 1s);
+    QVERIFY(second->interval() == std::chrono::seconds(1));
     QVERIFY(hour->interval() == 1h);
 
     second->invalidate();

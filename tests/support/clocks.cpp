@@ -2,15 +2,14 @@
 
 #include "platform/repeatingtimer.h"
 
-using namespace std::chrono_literals;
-
 using platform::RepeatingTimer;
 
 namespace clocks {
 
 QList<RepeatingTimer *> running() {
     QList<RepeatingTimer *> running = RepeatingTimer::running();
-    running.removeIf([](const RepeatingTimer *timer) { return timer->interval() != 1s; });
+    running.removeIf(
+        [](const RepeatingTimer *timer) { return timer->interval() != std::chrono::seconds(1); });
     return running;
 }
 
