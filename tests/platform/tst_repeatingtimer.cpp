@@ -81,7 +81,8 @@ void tst_repeatingtimer::replacedTimerTicksNoMore() {
 void tst_repeatingtimer::fireDeliversOneTick() {
     QObject target;
     int ticks = 0;
-    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] { ++ticks; });
+    const auto timer =
+        RepeatingTimer::scheduledTimer(std::chrono::hours(1), target, [&] { ++ticks; });
     timer->fire();
     QCOMPARE(ticks, 1);
     timer->fire();
@@ -92,7 +93,8 @@ void tst_repeatingtimer::fireDeliversOneTick() {
 void tst_repeatingtimer::invalidTimerDoesNotFire() {
     QObject target;
     int ticks = 0;
-    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] { ++ticks; });
+    const auto timer =
+        RepeatingTimer::scheduledTimer(std::chrono::hours(1), target, [&] { ++ticks; });
     timer->invalidate();
     timer->fire();
     QCOMPARE(ticks, 0);
@@ -101,10 +103,10 @@ void tst_repeatingtimer::invalidTimerDoesNotFire() {
 void tst_repeatingtimer::runningTimersAreThoseThatTick() {
     QObject target;
     const auto second = RepeatingTimer::scheduledTimer(std::chrono::seconds(1), target, [] {});
-    auto hour = RepeatingTimer::scheduledTimer(1h, target, [] {});
+    auto hour = RepeatingTimer::scheduledTimer(std::chrono::hours(1), target, [] {});
     QCOMPARE(RepeatingTimer::running(), (QList<RepeatingTimer *>{second.get(), hour.get()}));
     QVERIFY(second->interval() == std::chrono::seconds(1));
-    QVERIFY(hour->interval() == 1h);
+    QVERIFY(hour->interval() == std::chrono::hours(1));
 
     second->invalidate();
     QCOMPARE(RepeatingTimer::running(), QList<RepeatingTimer *>{hour.get()});
@@ -189,7 +191,7 @@ void tst_repeatingtimer::tickMayInvalidateItsOwnTimer() {
 void tst_repeatingtimer::exceptionInATickIsLoggedAndTheClockGoesOn() {
     QObject target;
     int ticks = 0;
-    const auto timer = RepeatingTimer::scheduledTimer(1h, target, [&] {
+    const auto timer = RepeatingTimer::scheduledTimer(std::chrono::hours(1), target, [&] {
         ++ticks;
         throw std::runtime_error("tick\nfailed");
     });
