@@ -145,12 +145,8 @@ def test_the_last_window(learner):
 def test_quit_behind_help(learner, tmp_path):
     if not learner.display.grants_requests:
         pytest.skip("a window cannot come to the front here")
-    menu = start_again(learner)
+    _, attempt, sight = begin_a_quiz(learner, tmp_path)
     program = learner.program
-    attempt = learner.open_quiz(STRUCTURE, menu)
-    attempt.answer()
-    attempt.expect_verdict(right=True)
-    sight = Sight(program, program.place(heading(program, attempt.window)), tmp_path)
     cover_with_help(program, attempt.window)
     wait_until("Help covers the quiz", lambda: not sight.is_seen())
     program.press("ctrl+q")
@@ -161,12 +157,8 @@ def test_quit_behind_help(learner, tmp_path):
 
 
 def test_quit_with_the_quiz_minimised(learner, tmp_path):
-    menu = start_again(learner)
+    menu, _, sight = begin_a_quiz(learner, tmp_path)
     program = learner.program
-    attempt = learner.open_quiz(STRUCTURE, menu)
-    attempt.answer()
-    attempt.expect_verdict(right=True)
-    sight = Sight(program, program.place(heading(program, attempt.window)), tmp_path)
     if not learner.display.minimise():
         pytest.skip("no window can be minimised here")
     wait_until("the quiz is gone from the screen", lambda: not sight.is_seen())
@@ -177,6 +169,16 @@ def test_quit_with_the_quiz_minimised(learner, tmp_path):
     wait_until("the quiz is on screen", sight.is_seen)
     answer(program, question, "Return")
     learner.expect_the_end()
+
+
+def begin_a_quiz(learner, folder):
+    """Answers the first question of a quiz, and notes how its window looks."""
+    menu = start_again(learner)
+    program = learner.program
+    attempt = learner.open_quiz(STRUCTURE, menu)
+    attempt.answer()
+    attempt.expect_verdict(right=True)
+    return menu, attempt, Sight(program, program.place(heading(program, attempt.window)), folder)
 
 
 def heading(program, window):
