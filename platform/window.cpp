@@ -232,13 +232,19 @@ void bringToFront(QWidget &window) {
     window.raise();
     const auto ask = [&window](const QWindow *focused) {
         window.activateWindow();
-        // Now and then a request gets lost.
-        constexpr std::chrono::milliseconds untilItIsHeard(300);
-        QTimer::singleShot(untilItIsHeard, &window, [&window, focused] {
-            if (focused != nullptr && QGuiApplication::focusWindow() == focused) {
-                window.activateWindow();
-            }
-        });
+        if (focused != nullptr) {
+            // Now and then a request gets lost. Where the keyboard has gone anywhere, that stands.
+            constexpr std::chrono::milliseconds untilItIsHeard(300);
+            auto *again = new QTimer(&window);
+            again->setSingleShot(true);
+            again->callOnTimeout(&window, [&window] { window.activateWindow(); });
+            again->callOnTimeout(again, &QObject::deleteLater);
+            QObject::connect(qApp, &QGuiApplication::focusWindowChanged, again, [again] {
+                again->stop();
+                again->deleteLater();
+            });
+            again->start(untilItIsHeard);
+        }
     };
     const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
     const QWindow *before = QGuiApplication::focusWindow();

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <optional>
 
 #include <QAccessible>
@@ -6,6 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTextDocument>
+#include <QTimer>
 
 #include "shell/help.h"
 #include "shell/openwindow.h"
@@ -40,6 +42,7 @@ class tst_menubar final : public QObject {
     void windowMenuTellsManyWindowsApart();
     void aboutSaysWhatTheProgramIs();
     void aboutIsOpenOnce();
+    void keyboardStaysWhereTheUserTakesIt();
 
  private:
     /// The items of the window's open Window menu that name windows; an asterisk marks those that
@@ -375,6 +378,22 @@ void tst_menubar::aboutIsOpenOnce() {
     learner::pick(menu, u"about"_s);
     QCOMPARE(aboutBoxes().size(), 1);
     QVERIFY(aboutBoxes().constFirst()->isVisible());
+}
+
+void tst_menubar::keyboardStaysWhereTheUserTakesIt() {
+    using namespace std::chrono_literals;
+    platform::Window *menu = openwindow::open(u"MainMenu"_s, *program_->delegate);
+    QVERIFY(QTest::qWaitForWindowActive(menu));
+    learner::pick(menu, u"about"_s);
+    QMessageBox *box = aboutBoxes().constFirst();
+    QVERIFY(QTest::qWaitForWindowActive(box));
+    menu->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(menu));
+    // Later than a request for the keyboard is repeated.
+    bool isLater = false;
+    QTimer::singleShot(500ms, menu, [&isLater] { isLater = true; });
+    QVERIFY(QTest::qWaitFor([&isLater] { return isLater; }));
+    QVERIFY(menu->isActiveWindow());
 }
 
 ZORVAN_TEST_MAIN(tst_menubar)
