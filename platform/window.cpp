@@ -174,8 +174,6 @@ void Window::showEvent(QShowEvent *event) {
         fitted_ = size();
         takeTurn();
     }
-    // Otherwise a style may hide the focus until Tab is pressed.
-    setAttribute(Qt::WA_KeyboardFocusChange);
 }
 
 void Window::takeTurn() {

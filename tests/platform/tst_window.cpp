@@ -4,7 +4,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStyleOption>
 #include <QTest>
 #include <QWindow>
 
@@ -37,7 +36,6 @@ class tst_window final : public QObject {
     void focusThatMovesByItselfIsInView_data();
     void focusThatMovesByItselfIsInView();
     void focusIsInViewWithTheHeadingOfItsGroup();
-    void focusIsShownBeforeTabIsPressed();
     void windowThatFitsIsLeftAlone();
     void windowShownAgainScrollsOnce();
     void windowFreedWithTheFocusScrollsNoMore();
@@ -212,13 +210,6 @@ void tst_window::focusIsInViewWithTheHeadingOfItsGroup() {
                                 .arg(control.mapTo(&window, QPoint()).y())
                                 .arg(window.height())));
     }
-}
-
-void tst_window::focusIsShownBeforeTabIsPressed() {
-    const Window &window = open(u"Settings"_s);
-    QStyleOption option;
-    option.initFrom(&desk::control(&window, u"noRadio"_s));
-    QVERIFY(option.state.testFlag(QStyle::State_KeyboardFocusChange));
 }
 
 void tst_window::windowThatFitsIsLeftAlone() {
