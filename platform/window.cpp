@@ -231,16 +231,23 @@ void bringToFront(QWidget &window) {
     const auto ask = [&window](const QWindow *focused) {
         window.activateWindow();
         if (focused != nullptr) {
-            // Now and then a request gets lost. Where the keyboard has gone anywhere, that stands.
+            // Now and then a request gets lost. Once it was heard, the user may turn elsewhere.
             constexpr std::chrono::milliseconds untilItIsHeard(300);
             auto *again = new QTimer(&window);
             again->setSingleShot(true);
-            again->callOnTimeout(&window, [&window] { window.activateWindow(); });
-            again->callOnTimeout(again, &QObject::deleteLater);
-            QObject::connect(qApp, &QGuiApplication::focusWindowChanged, again, [again] {
-                again->stop();
-                again->deleteLater();
+            again->callOnTimeout(&window, [&window, focused] {
+                if (QGuiApplication::focusWindow() == focused) {
+                    window.activateWindow();
+                }
             });
+            again->callOnTimeout(again, &QObject::deleteLater);
+            QObject::connect(qApp, &QGuiApplication::focusWindowChanged, again,
+                             [again, &window](const QWindow *now) {
+                                 if (now != nullptr && now == window.windowHandle()) {
+                                     again->stop();
+                                     again->deleteLater();
+                                 }
+                             });
             again->start(untilItIsHeard);
         }
     };
