@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -233,22 +234,18 @@ void bringToFront(QWidget &window) {
         if (focused != nullptr) {
             // Now and then a request gets lost. Once it was heard, the user may turn elsewhere.
             constexpr std::chrono::milliseconds untilItIsHeard(300);
-            auto *again = new QTimer(&window);
-            again->setSingleShot(true);
-            again->callOnTimeout(&window, [&window, focused] {
-                if (QGuiApplication::focusWindow() == focused) {
+            const auto heard = std::make_shared<bool>(false);
+            const auto listening = QObject::connect(
+                qApp, &QGuiApplication::focusWindowChanged, &window,
+                [heard, &window](const QWindow *now) {
+                    *heard = *heard || (now != nullptr && now == window.windowHandle());
+                });
+            QTimer::singleShot(untilItIsHeard, &window, [heard, listening, focused, &window] {
+                QObject::disconnect(listening);
+                if (!*heard && QGuiApplication::focusWindow() == focused) {
                     window.activateWindow();
                 }
             });
-            again->callOnTimeout(again, &QObject::deleteLater);
-            QObject::connect(qApp, &QGuiApplication::focusWindowChanged, again,
-                             [again, &window](const QWindow *now) {
-                                 if (now != nullptr && now == window.windowHandle()) {
-                                     again->stop();
-                                     again->deleteLater();
-                                 }
-                             });
-            again->start(untilItIsHeard);
         }
     };
     const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
