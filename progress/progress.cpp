@@ -3,8 +3,8 @@
 #include <array>
 
 #include "content/catalogue.h"
-#include "platform/format.h"
 #include "progress/progressstore.h"
+#include "system/format.h"
 
 void progress::windowDidLoad() {
     WindowController::windowDidLoad();

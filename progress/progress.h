@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/outlets.h"
-#include "platform/windowcontroller.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
 
 /// The progress window: how far quizzes 1 to 6 have come, in percent.
 class progress final : public platform::WindowController {
@@ -10,12 +10,12 @@ class progress final : public platform::WindowController {
  public:
     using WindowController::WindowController;
 
-    platform::TextField lblQuiz1Progress{*this, "lblQuiz1Progress"};
-    platform::TextField lblQuiz2Progress{*this, "lblQuiz2Progress"};
-    platform::TextField lblQuiz3Progress{*this, "lblQuiz3Progress"};
-    platform::TextField lblQuiz4Progress{*this, "lblQuiz4Progress"};
-    platform::TextField lblQuiz5Progress{*this, "lblQuiz5Progress"};
-    platform::TextField lblQuiz6Progress{*this, "lblQuiz6Progress"};
+    platform::TextOutlet lblQuiz1Progress{*this, "lblQuiz1Progress"};
+    platform::TextOutlet lblQuiz2Progress{*this, "lblQuiz2Progress"};
+    platform::TextOutlet lblQuiz3Progress{*this, "lblQuiz3Progress"};
+    platform::TextOutlet lblQuiz4Progress{*this, "lblQuiz4Progress"};
+    platform::TextOutlet lblQuiz5Progress{*this, "lblQuiz5Progress"};
+    platform::TextOutlet lblQuiz6Progress{*this, "lblQuiz6Progress"};
 
     void SetProgressBars();
 

@@ -1,7 +1,7 @@
 #include "progress/progressstore.h"
 
 #include "content/catalogue.h"
-#include "platform/preferences.h"
+#include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,11 +3,11 @@
 #include <array>
 
 #include "content/catalogue.h"
-#include "platform/controllers.h"
-#include "platform/exception.h"
-#include "platform/log.h"
-#include "platform/preferences.h"
 #include "progress/progressstore.h"
+#include "system/exception.h"
+#include "system/log.h"
+#include "system/preferences.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,7 +59,7 @@ void QuizComplete::SetCheckMarks(int passCount) {
     const std::array marks{&theImage1, &theImage2, &theImage3};
     for (int mark = 1; mark <= 3; ++mark) {
         const bool earned = mark <= passCount;
-        const platform::ImageView &image = *marks.at(static_cast<std::size_t>(mark - 1));
+        const platform::ImageOutlet &image = *marks.at(static_cast<std::size_t>(mark - 1));
         image.setImage(platform::imageNamed(earned ? u"checkmark.png"_s : u"blankcheckmark.png"_s));
         image.setAccessibleName(
             (earned ? u"Pass mark %1: earned"_s : u"Pass mark %1: missing"_s).arg(mark));

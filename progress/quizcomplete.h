@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/outlets.h"
-#include "platform/windowcontroller.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
 
 /// The results window: what the store tells of the attempt that has just ended.
 class QuizComplete final : public platform::WindowController {
@@ -10,11 +10,11 @@ class QuizComplete final : public platform::WindowController {
  public:
     using WindowController::WindowController;
 
-    platform::TextField lblQuizName{*this, "lblQuizName"};
-    platform::TextField lblTheStatus{*this, "lblTheStatus"};
-    platform::ImageView theImage1{*this, "theImage1"};
-    platform::ImageView theImage2{*this, "theImage2"};
-    platform::ImageView theImage3{*this, "theImage3"};
+    platform::TextOutlet lblQuizName{*this, "lblQuizName"};
+    platform::TextOutlet lblTheStatus{*this, "lblTheStatus"};
+    platform::ImageOutlet theImage1{*this, "theImage1"};
+    platform::ImageOutlet theImage2{*this, "theImage2"};
+    platform::ImageOutlet theImage3{*this, "theImage3"};
     platform::StageOutlet stage{*this, "stage"};
 
     Q_INVOKABLE void goHome();

@@ -4,13 +4,13 @@
 
 #include "content/catalogue.h"
 #include "content/questionbank.h"
-#include "platform/alert.h"
-#include "platform/exception.h"
-#include "platform/format.h"
-#include "platform/preferences.h"
 #include "progress/progressstore.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/quizrun.h"
+#include "system/exception.h"
+#include "system/format.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 
@@ -157,7 +157,7 @@ void MainTest::answerSelected(int answer) {
 void MainTest::markAnswers(int right, int chosen) {
     using platform::Standing;
     int answer = 1;
-    for (const platform::Row *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
+    for (const platform::RowOutlet *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
         row->setStanding(answer == right    ? Standing::Right
                          : answer == chosen ? Standing::Wrong
                                             : Standing::Other);
@@ -216,7 +216,7 @@ void MainTest::goNextQuestion() {
     btnAnswer1.setEnabled(true);
     btnAnswer2.setEnabled(true);
     btnAnswer3.setEnabled(true);
-    for (const platform::Row *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
+    for (const platform::RowOutlet *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
         row->setStanding(platform::Standing::Open);
     }
     imgQuestion.setHidden(true);
@@ -243,7 +243,7 @@ void MainTest::readVerdictOut(const QString &verdict) {
     btnAnswer1.setAccessibleDescription(QString());
     rightAnswer().setAccessibleDescription(u"the right answer"_s);
     const QString withScore = u"%1, score %2"_s.arg(verdict, lblCorrectPercent.stringValue());
-    if constexpr (!platform::Button::announces) {
+    if constexpr (!platform::ButtonOutlet::announces) {
         btnNextQuestion.setAccessibleDescription(withScore);
     }
     btnNextQuestion.setFocus();
@@ -251,7 +251,7 @@ void MainTest::readVerdictOut(const QString &verdict) {
     btnNextQuestion.announce(withScore);
 }
 
-const platform::Button &MainTest::rightAnswer() const {
+const platform::ButtonOutlet &MainTest::rightAnswer() const {
     const std::array answers{&btnAnswer1, &btnAnswer2, &btnAnswer3};
     return *answers.at(static_cast<std::size_t>(quizRun().correctAnswerNumber - 1));
 }

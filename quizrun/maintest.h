@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "content/questionnumbers.h"
-#include "platform/outlets.h"
-#include "platform/windowcontroller.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
 
 class QuizComplete;
 
@@ -17,25 +17,25 @@ class MainTest final : public platform::WindowController {
     explicit MainTest(const QString &layoutName);
     ~MainTest() override;
 
-    platform::TextField lblQuizName{*this, "lblQuizName"};
-    platform::TextField lblProgressPercent{*this, "lblProgressPercent"};
-    platform::TextField lblQuestion{*this, "lblQuestion"};
-    platform::TextField lblCorrectPercent{*this, "lblCorrectPercent"};
-    platform::TextField lblStatus{*this, "lblStatus"};
-    platform::TextField lblAnswer1{*this, "lblAnswer1"};
-    platform::TextField lblAnswer2{*this, "lblAnswer2"};
-    platform::TextField lblAnswer3{*this, "lblAnswer3"};
-    platform::TextField lblTimeLeftLabel{*this, "lblTimeLeftLabel"};
-    platform::TextField lblTimeLeft{*this, "lblTimeLeft"};
-    platform::Button btnAnswer1{*this, "btnAnswer1"};
-    platform::Button btnAnswer2{*this, "btnAnswer2"};
-    platform::Button btnAnswer3{*this, "btnAnswer3"};
-    platform::Row rowAnswer1{*this, "rowAnswer1"};
-    platform::Row rowAnswer2{*this, "rowAnswer2"};
-    platform::Row rowAnswer3{*this, "rowAnswer3"};
-    platform::Button btnNextQuestion{*this, "btnNextQuestion"};
+    platform::TextOutlet lblQuizName{*this, "lblQuizName"};
+    platform::TextOutlet lblProgressPercent{*this, "lblProgressPercent"};
+    platform::TextOutlet lblQuestion{*this, "lblQuestion"};
+    platform::TextOutlet lblCorrectPercent{*this, "lblCorrectPercent"};
+    platform::TextOutlet lblStatus{*this, "lblStatus"};
+    platform::TextOutlet lblAnswer1{*this, "lblAnswer1"};
+    platform::TextOutlet lblAnswer2{*this, "lblAnswer2"};
+    platform::TextOutlet lblAnswer3{*this, "lblAnswer3"};
+    platform::TextOutlet lblTimeLeftLabel{*this, "lblTimeLeftLabel"};
+    platform::TextOutlet lblTimeLeft{*this, "lblTimeLeft"};
+    platform::ButtonOutlet btnAnswer1{*this, "btnAnswer1"};
+    platform::ButtonOutlet btnAnswer2{*this, "btnAnswer2"};
+    platform::ButtonOutlet btnAnswer3{*this, "btnAnswer3"};
+    platform::RowOutlet rowAnswer1{*this, "rowAnswer1"};
+    platform::RowOutlet rowAnswer2{*this, "rowAnswer2"};
+    platform::RowOutlet rowAnswer3{*this, "rowAnswer3"};
+    platform::ButtonOutlet btnNextQuestion{*this, "btnNextQuestion"};
     platform::LevelOutlet progressbarMain{*this, "progressbarMain"};
-    platform::ImageView imgQuestion{*this, "imgQuestion"};
+    platform::ImageOutlet imgQuestion{*this, "imgQuestion"};
     std::shared_ptr<QuizComplete> quizComplete;
 
     Q_INVOKABLE void Answer1Selected();
@@ -75,7 +75,7 @@ class MainTest final : public platform::WindowController {
     // first answer, the verdict with the button that goes on.
     void readQuestionOut();
     void readVerdictOut(const QString &verdict);
-    const platform::Button &rightAnswer() const;
+    const platform::ButtonOutlet &rightAnswer() const;
 
     void timeIsUp();
     void showResults();

@@ -1,11 +1,11 @@
 #include <chrono>
 
-#include "platform/alert.h"
-#include "platform/format.h"
-#include "platform/preferences.h"
 #include "progress/progressstore.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
+#include "system/format.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #include "content/catalogue.h"
-#include "platform/alert.h"
-#include "platform/preferences.h"
 #include "progress/progressstore.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 

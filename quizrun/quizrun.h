@@ -6,7 +6,7 @@
 #include <QStringList>
 
 #include "content/shuffle.h"
-#include "platform/repeatingtimer.h"
+#include "system/repeatingtimer.h"
 
 /// One attempt at one quiz. There is only one in the process: quiz windows share it.
 struct QuizRun {

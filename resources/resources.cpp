@@ -2,7 +2,6 @@
 
 #include <QDir>
 
-#include "platform/layouts.h"
 #include "ui_Help.h"
 #include "ui_MainLayout.h"
 #include "ui_MainMenu.h"
@@ -10,6 +9,7 @@
 #include "ui_QuizComplete.h"
 #include "ui_Settings.h"
 #include "ui_progress.h"
+#include "windowing/layouts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,16 +1,16 @@
 #include "shell/appdelegate.h"
 
-#include "platform/alert.h"
-#include "platform/exception.h"
-#include "platform/format.h"
-#include "platform/log.h"
-#include "platform/preferences.h"
 #include "progress/progress.h"
 #include "progress/progressstore.h"
 #include "quizrun/maintest.h"
 #include "shell/help.h"
 #include "shell/mainmenu.h"
 #include "shell/settingscontroller.h"
+#include "system/exception.h"
+#include "system/format.h"
+#include "system/log.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "shell/controllertable.h"
 
-#include "platform/controllers.h"
 #include "shell/mainmenu.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windowcontroller.h"
+#include "windowing/windowcontroller.h"
 
 /// The help window.
 class Help final : public platform::WindowController {

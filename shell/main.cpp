@@ -1,10 +1,10 @@
 #include <QTimer>
 
-#include "platform/application.h"
-#include "platform/eventloop.h"
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
+#include "system/eventloop.h"
+#include "windowing/application.h"
 
 int main(int argc, char **argv) {
     installResources();

@@ -3,14 +3,14 @@
 #include <array>
 
 #include "content/catalogue.h"
-#include "platform/alert.h"
-#include "platform/exception.h"
-#include "platform/format.h"
-#include "platform/preferences.h"
 #include "progress/progress.h"
 #include "progress/progressstore.h"
 #include "quizrun/maintest.h"
 #include "shell/settingscontroller.h"
+#include "system/exception.h"
+#include "system/format.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 

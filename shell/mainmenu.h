@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/outlets.h"
-#include "platform/windowcontroller.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
 
 class MainTest;
 class progress;

@@ -1,8 +1,8 @@
 #include "shell/settingscontroller.h"
 
-#include "platform/alert.h"
-#include "platform/preferences.h"
 #include "progress/progressstore.h"
+#include "system/preferences.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/outlets.h"
-#include "platform/windowcontroller.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
 
 /// The settings window: timed or untimed quizzes, and the clearing of all progress.
 class SettingsController final : public platform::WindowController {
@@ -10,8 +10,8 @@ class SettingsController final : public platform::WindowController {
  public:
     using WindowController::WindowController;
 
-    platform::ButtonCell noRadio{*this, "noRadio"};
-    platform::ButtonCell yesRadio{*this, "yesRadio"};
+    platform::RadioOutlet noRadio{*this, "noRadio"};
+    platform::RadioOutlet yesRadio{*this, "yesRadio"};
 
     Q_INVOKABLE void yesTimeSelected();
     Q_INVOKABLE void noTimeSelected();

@@ -24,12 +24,12 @@
 #include <QTimer>
 #include <QtGui/qguiapplication_platform.h>
 
-#include "platform/application.h"
 #include "quizrun/quizrun.h"
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
 #include "support/desk.h"
+#include "windowing/application.h"
 
 using namespace Qt::StringLiterals;
 

@@ -11,9 +11,6 @@
 #include <QTest>
 #include <QToolTip>
 
-#include "platform/alert.h"
-#include "platform/application.h"
-#include "platform/controllers.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -24,6 +21,9 @@
 #include "support/alerts.h"
 #include "support/desk.h"
 #include "support/store.h"
+#include "windowing/alert.h"
+#include "windowing/application.h"
+#include "windowing/controllers.h"
 
 /// Every window in every state in which it looks different.
 namespace states {

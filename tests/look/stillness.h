@@ -11,7 +11,7 @@
 #include <QPixmap>
 #include <QScrollArea>
 
-#include "platform/textlabel.h"
+#include "controls/textlabel.h"
 
 /// Where things stand in a window. The first look at each is remembered; every later look says
 /// what has moved since, and nothing where all stands still.

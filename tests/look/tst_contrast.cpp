@@ -6,12 +6,12 @@
 #include <QRadioButton>
 #include <QStyleOptionSlider>
 
+#include "controls/imagelabel.h"
+#include "controls/levelindicator.h"
+#include "controls/rowbutton.h"
+#include "controls/rowsign.h"
+#include "controls/textlabel.h"
 #include "look/states.h"
-#include "platform/imagelabel.h"
-#include "platform/levelindicator.h"
-#include "platform/rowbutton.h"
-#include "platform/rowsign.h"
-#include "platform/textlabel.h"
 #include "shell/appdelegate.h"
 #include "support/drawing.h"
 #include "support/optics.h"
@@ -430,7 +430,7 @@ void tst_contrast::measureLevel(QWidget &window, platform::LevelIndicator &level
         level.setDoubleValue(shownValue);
         return optics::picture(window, room).pixels;
     };
-    const QImage filled = pictureWith(level.maxValue());
+    const QImage filled = pictureWith(level.maximum());
     const QImage empty = pictureWith(0);
     level.setDoubleValue(value);
     const QImage ground = optics::picture(window, room, {.control = &level}).pixels;

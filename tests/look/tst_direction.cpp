@@ -3,9 +3,9 @@
 #include <QLabel>
 #include <QToolTip>
 
+#include "controls/rowbutton.h"
+#include "controls/textlabel.h"
 #include "look/states.h"
-#include "platform/rowbutton.h"
-#include "platform/textlabel.h"
 #include "resources/resources.h"
 #include "shell/controllertable.h"
 

@@ -5,7 +5,6 @@
 #include "content/golden.h"
 #include "content/questionnumbers.h"
 #include "look/stillness.h"
-#include "platform/controllers.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -17,6 +16,7 @@
 #include "support/desk.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 using platform::Window;

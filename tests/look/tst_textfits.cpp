@@ -4,8 +4,6 @@
 
 #include "content/questionnumbers.h"
 #include "look/texts.h"
-#include "platform/alert.h"
-#include "platform/controllers.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -18,6 +16,8 @@
 #include "support/desk.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "windowing/alert.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 using platform::Window;

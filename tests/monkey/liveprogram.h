@@ -13,8 +13,6 @@
 #include <QTemporaryDir>
 
 #include "content/shuffle.h"
-#include "platform/application.h"
-#include "platform/windowcontroller.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -28,6 +26,8 @@
 #include "shell/settingscontroller.h"
 #include "support/desk.h"
 #include "support/store.h"
+#include "windowing/application.h"
+#include "windowing/windowcontroller.h"
 
 /// The toolkit calls whoever stands in this table as objects come and go.
 // NOLINTNEXTLINE(*-avoid-c-arrays, *-avoid-non-const-global-variables): it is the toolkit's

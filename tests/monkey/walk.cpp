@@ -15,9 +15,9 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "platform/layouts.h"
 #include "support/clocks.h"
 #include "support/drawing.h"
+#include "windowing/layouts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -13,9 +13,6 @@
 #include <QTimer>
 #include <QtEndian>
 
-#include "platform/alert.h"
-#include "platform/application.h"
-#include "platform/controllers.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -29,6 +26,9 @@
 #include "support/desk.h"
 #include "support/drawing.h"
 #include "support/store.h"
+#include "windowing/alert.h"
+#include "windowing/application.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,7 @@
 #include <QTest>
 
-#include "platform/layouts.h"
-#include "platform/levelindicator.h"
-#include "platform/textlabel.h"
-#include "platform/windowcontroller.h"
+#include "controls/levelindicator.h"
+#include "controls/textlabel.h"
 #include "shell/learner.h"
 #include "shell/mainmenu.h"
 #include "support/alerts.h"
@@ -11,6 +9,8 @@
 #include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "windowing/layouts.h"
+#include "windowing/windowcontroller.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,8 +3,7 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include "platform/levelindicator.h"
-#include "platform/windowcontroller.h"
+#include "controls/levelindicator.h"
 #include "quizrun/quizrun.h"
 #include "shell/learner.h"
 #include "shell/mainmenu.h"
@@ -14,6 +13,7 @@
 #include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "windowing/windowcontroller.h"
 
 using namespace Qt::StringLiterals;
 

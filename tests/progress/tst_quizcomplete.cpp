@@ -4,12 +4,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "platform/controllers.h"
-#include "platform/imagelabel.h"
-#include "platform/layouts.h"
-#include "platform/levelindicator.h"
-#include "platform/stage.h"
-#include "platform/windowcontroller.h"
+#include "controls/imagelabel.h"
+#include "controls/levelindicator.h"
+#include "controls/stage.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/quizrun.h"
 #include "shell/learner.h"
@@ -19,6 +16,9 @@
 #include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "windowing/controllers.h"
+#include "windowing/layouts.h"
+#include "windowing/windowcontroller.h"
 
 using namespace Qt::StringLiterals;
 

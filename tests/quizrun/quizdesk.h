@@ -3,14 +3,14 @@
 #include <QMainWindow>
 
 #include "content/golden.h"
-#include "platform/buttonrow.h"
-#include "platform/layouts.h"
-#include "platform/levelindicator.h"
-#include "platform/windowcontroller.h"
+#include "controls/buttonrow.h"
+#include "controls/levelindicator.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
 #include "support/desk.h"
 #include "support/store.h"
+#include "windowing/layouts.h"
+#include "windowing/windowcontroller.h"
 
 /// Quiz windows as a learner gets and uses them.
 namespace quizdesk {
@@ -87,7 +87,7 @@ inline double level(const QWidget *window) {
 
 inline double maxLevel(const QWidget *window) {
     return desk::control<platform::LevelIndicator>(window, QStringLiteral("progressbarMain"))
-        .maxValue();
+        .maximum();
 }
 
 /// The opacity of the three answer texts.

@@ -3,11 +3,11 @@
 #include <QTest>
 #include <QWindow>
 
-#include "platform/application.h"
-#include "platform/controllers.h"
 #include "quizrun/quizdesk.h"
 #include "support/alerts.h"
 #include "support/testmain.h"
+#include "windowing/application.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,12 +3,12 @@
 
 #include <QTest>
 
-#include "platform/controllers.h"
-#include "platform/exception.h"
 #include "quizrun/quizdesk.h"
 #include "support/alerts.h"
 #include "support/standarderror.h"
 #include "support/testmain.h"
+#include "system/exception.h"
+#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,6 @@
 #include <cstdio>
 
-#include "platform/application.h"
-#include "platform/levelindicator.h"
+#include "controls/levelindicator.h"
 #include "quizrun/quizrun.h"
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
@@ -10,6 +9,7 @@
 #include "shell/mainmenu.h"
 #include "support/alerts.h"
 #include "support/desk.h"
+#include "windowing/application.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QMap>
 
-#include "platform/preferences.h"
+#include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #include <QSettings>
 #include <QTest>
 
-#include "platform/preferences.h"
-#include "platform/settingsfile.h"
 #include "reliability/configuration.h"
 #include "reliability/recording.h"
+#include "system/preferences.h"
+#include "system/settingsfile.h"
 
 using namespace Qt::StringLiterals;
 

@@ -11,10 +11,10 @@
 #include <QSettings>
 #include <QTest>
 
-#include "platform/preferences.h"
 #include "reliability/configuration.h"
 #include "support/standarderror.h"
 #include "support/testmain.h"
+#include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
 

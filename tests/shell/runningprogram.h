@@ -2,13 +2,13 @@
 
 #include <memory>
 
-#include "platform/application.h"
 #include "quizrun/quizrun.h"
 #include "shell/appdelegate.h"
 #include "support/alerts.h"
 #include "support/desk.h"
 #include "support/standarderror.h"
 #include "support/store.h"
+#include "windowing/application.h"
 
 /// The program before its first window: its menu bar, a seeded store, and questions that come in
 /// ascending order.

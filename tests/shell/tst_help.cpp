@@ -2,11 +2,11 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "platform/group.h"
-#include "platform/windowcontroller.h"
+#include "controls/group.h"
 #include "shell/help.h"
 #include "support/desk.h"
 #include "support/testmain.h"
+#include "windowing/windowcontroller.h"
 
 using namespace Qt::StringLiterals;
 

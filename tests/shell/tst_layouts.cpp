@@ -7,11 +7,11 @@
 #include <QTest>
 #include <QTextDocument>
 
-#include "platform/layouts.h"
-#include "platform/levelindicator.h"
-#include "platform/textlabel.h"
+#include "controls/levelindicator.h"
+#include "controls/textlabel.h"
 #include "support/desk.h"
 #include "support/testmain.h"
+#include "windowing/layouts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -276,7 +276,7 @@ void tst_layouts::indicatorsRangeOverThePasses() {
     QCOMPARE(indicators.size(), 8);
     for (const platform::LevelIndicator *indicator : indicators) {
         const bool overall = indicator->objectName() == u"progressbarMain";
-        QCOMPARE(indicator->maxValue(), overall ? 21.0 : 3.0);
+        QCOMPARE(indicator->maximum(), overall ? 21.0 : 3.0);
     }
 }
 

@@ -2,9 +2,8 @@
 
 #include <QTest>
 
-#include "platform/exception.h"
-#include "platform/levelindicator.h"
-#include "platform/textlabel.h"
+#include "controls/levelindicator.h"
+#include "controls/textlabel.h"
 #include "progress/progress.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
@@ -18,6 +17,7 @@
 #include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
+#include "system/exception.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-#include "platform/textlabel.h"
+#include "controls/textlabel.h"
 #include "shell/eventloop.h"
 #include "shell/openwindow.h"
 #include "shell/runningprogram.h"

@@ -1,6 +1,6 @@
 #include "support/clocks.h"
 
-#include "platform/repeatingtimer.h"
+#include "system/repeatingtimer.h"
 
 using platform::RepeatingTimer;
 

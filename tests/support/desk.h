@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringView>
 
-#include "platform/window.h"
+#include "windowing/window.h"
 
 class QAction;
 

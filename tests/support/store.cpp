@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QSaveFile>
 
-#include "platform/preferences.h"
+#include "system/preferences.h"
 
 namespace {
 

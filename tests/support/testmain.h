@@ -3,9 +3,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "platform/application.h"
 #include "resources/resources.h"
 #include "shell/controllertable.h"
+#include "windowing/application.h"
 
 /// The main function of a test program: the real application, with the real layouts and a
 /// configuration home of its own.

@@ -1,0 +1,83 @@
+#include "controls/accessibility.h"
+
+#include <QAccessibleWidget>
+#include <QFrame>
+
+#include "controls/buttonrow.h"
+#include "controls/group.h"
+#include "controls/imagelabel.h"
+#include "controls/levelindicator.h"
+#include "controls/textlabel.h"
+
+namespace platform {
+
+namespace {
+
+/// A row's text is in its button's name; as a label of its own it would be read out twice.
+class AccessibleButtonRow final : public QAccessibleWidget {
+ public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    int childCount() const override { return static_cast<int>(controls().size()); }
+    QAccessibleInterface *child(int index) const override { return controls().value(index); }
+    int indexOfChild(const QAccessibleInterface *child) const override {
+        return static_cast<int>(controls().indexOf(child));
+    }
+
+ private:
+    QList<QAccessibleInterface *> controls() const {
+        QList<QAccessibleInterface *> controls;
+        for (int index = 0; index < QAccessibleWidget::childCount(); ++index) {
+            QAccessibleInterface *child = QAccessibleWidget::child(index);
+            if (qobject_cast<TextLabel *>(child->object()) == nullptr) {
+                controls << child;
+            }
+        }
+        return controls;
+    }
+};
+
+/// A level changes under the learner's hands: what is said of it is said in words, by others. So
+/// it is a progress bar whose values can be asked for, but which reports no change of its own.
+class AccessibleLevel final : public QAccessibleWidget, public QAccessibleValueInterface {
+ public:
+    explicit AccessibleLevel(LevelIndicator &level)
+        : QAccessibleWidget(&level, QAccessible::ProgressBar), level_(level) {}
+
+    void *interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface *>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return level_.doubleValue(); }
+    void setCurrentValue(const QVariant &) override {}
+    QVariant maximumValue() const override { return double(level_.maximum()); }
+    QVariant minimumValue() const override { return 0.0; }
+    QVariant minimumStepSize() const override { return 1.0; }
+
+ private:
+    LevelIndicator &level_;
+};
+
+}  // namespace
+
+QAccessibleInterface *describeControl(const QString &, QObject *object) {
+    if (auto *group = qobject_cast<Group *>(object)) {
+        return new QAccessibleWidget(group, QAccessible::Grouping);
+    }
+    if (auto *image = qobject_cast<ImageLabel *>(object)) {
+        return new QAccessibleWidget(image, QAccessible::Graphic);
+    }
+    if (auto *level = qobject_cast<LevelIndicator *>(object)) {
+        return new AccessibleLevel(*level);
+    }
+    if (auto *row = qobject_cast<ButtonRow *>(object)) {
+        return new AccessibleButtonRow(row);
+    }
+    if (auto *frame = qobject_cast<QFrame *>(object);
+        frame != nullptr && frame->frameShape() == QFrame::HLine) {
+        return new QAccessibleWidget(frame, QAccessible::Separator);
+    }
+    return nullptr;
+}
+
+}  // namespace platform

@@ -1,0 +1,101 @@
+#include "controls/group.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+
+#include "controls/buttonrow.h"
+#include "controls/textlabel.h"
+#include "look/theme.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+Group::Group(QWidget *parent) : QWidget(parent) {}
+
+bool Group::event(QEvent *event) {
+    switch (event->type()) {
+        case QEvent::Polish:
+            followLabels();
+            break;
+        case QEvent::Show:
+            describe();
+            break;
+        case QEvent::FocusIn:
+            scrollIntoView();
+            break;
+        default:
+            break;
+    }
+    return QWidget::event(event);
+}
+
+QList<QLabel *> Group::labels() const {
+    QList<QLabel *> labels = findChildren<QLabel *>();
+    labels.removeIf([this](const QLabel *label) {
+        const QWidget *parent = label->parentWidget();
+        while (parent != this && qobject_cast<const Group *>(parent) == nullptr &&
+               qobject_cast<const ButtonRow *>(parent) == nullptr) {
+            parent = parent->parentWidget();
+        }
+        return parent != this || label->isHidden();
+    });
+    // A value's name begins with its caption.
+    QStringList captions;
+    for (const QLabel *label : std::as_const(labels)) {
+        const auto *value = qobject_cast<const TextLabel *>(label);
+        if (value != nullptr && !value->caption().isEmpty()) {
+            captions << value->caption();
+        }
+    }
+    labels.removeIf([&](const QLabel *label) { return captions.contains(label->text()); });
+    return labels;
+}
+
+void Group::followLabels() {
+    for (const QLabel *label : labels()) {
+        if (const auto *text = qobject_cast<const TextLabel *>(label)) {
+            connect(text, &TextLabel::stringValueChanged, this, &Group::describe);
+        }
+    }
+}
+
+void Group::describe() {
+    QString name;
+    for (const QLabel *label : labels()) {
+        const QString text =
+            label->accessibleName().isEmpty() ? label->text() : label->accessibleName();
+        if (!name.isEmpty()) {
+            name += u".?!:"_s.contains(name.back()) ? u" "_s : u". "_s;
+        }
+        name += text;
+    }
+    setAccessibleName(name);
+}
+
+void Group::scrollIntoView() {
+    // The scroll area does so by itself only for a focus that moves within it.
+    for (QWidget *parent = parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(parent)) {
+            area->ensureWidgetVisible(this);
+            // Where it is too high for that, it begins at its heading.
+            const QPoint top = mapTo(area->widget(), QPoint(0, 0));
+            area->ensureVisible(top.x(), top.y(), 0, 0);
+        }
+    }
+}
+
+void Group::paintEvent(QPaintEvent *) {
+    if (panel_ || hasFocus()) {
+        QPainter painter(this);
+        theme::paintPanel(painter, palette(),
+                          {.rect = rect(),
+                           .unit = theme::unit(*this),
+                           .ground = panel_ ? theme::Ground::Surface : theme::Ground::None,
+                           .edge = hasFocus() ? theme::Edge::Focus : theme::Edge::Hairline});
+    }
+}
+
+}  // namespace platform

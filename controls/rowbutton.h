@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QAbstractButton>
+
+namespace platform {
+
+/// The button of a ButtonRow. The row draws its ground and focus; the button draws only its
+/// text: on the row, or, with the property "badge", as a lettered key.
+class RowButton final : public QAbstractButton {
+    Q_OBJECT
+    Q_PROPERTY(bool badge MEMBER badge_)
+
+ public:
+    explicit RowButton(QWidget *parent = nullptr) : QAbstractButton(parent) {}
+    explicit RowButton(const QString &text, QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+ protected:
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+ private:
+    bool badge_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,51 @@
+#include "controls/steplist.h"
+
+#include <QAbstractButton>
+#include <QEvent>
+
+#include "controls/buttonrow.h"
+#include "controls/levelindicator.h"
+
+namespace platform {
+
+StepList::StepList(QWidget *parent) : QWidget(parent) {}
+
+bool StepList::event(QEvent *event) {
+    if (event->type() == QEvent::Polish) {
+        followLevels();
+    }
+    return QWidget::event(event);
+}
+
+void StepList::followLevels() {
+    for (const LevelIndicator *level : findChildren<LevelIndicator *>()) {
+        connect(level, &LevelIndicator::valueInWordsChanged, this, &StepList::markRows);
+    }
+    markRows();
+}
+
+void StepList::markRows() {
+    ButtonRow *last = nullptr;
+    ButtonRow *next = nullptr;
+    for (ButtonRow *row : findChildren<ButtonRow *>()) {
+        if (row->standing() == Standing::Next) {
+            last = row;
+        }
+        row->ensurePolished();
+        if (row->level()->doubleValue() >= row->level()->maximum()) {
+            row->setStanding(Standing::Done, done_);
+        } else if (next == nullptr) {
+            next = row;
+            row->setStanding(Standing::Next, next_);
+        } else {
+            row->setStanding(Standing::Open);
+        }
+    }
+    // Until the learner has moved it, the focus stays with what comes next.
+    const QWidget *focused = window()->focusWidget();
+    if (next != nullptr && (focused == nullptr || (last != nullptr && focused == last->button()))) {
+        next->button()->setFocus();
+    }
+}
+
+}  // namespace platform

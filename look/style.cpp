@@ -1,0 +1,293 @@
+#include "look/style.h"
+
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOption>
+#include <QWidget>
+
+#include "look/theme.h"
+
+namespace platform {
+
+namespace {
+
+double unitOf(const QStyleOption &option) {
+    return option.fontMetrics.height() / 2.0;
+}
+
+/// Between the edge of a row and what stands on it.
+int padding(const QStyleOption &option) {
+    return qRound(unitOf(option));
+}
+
+theme::Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
+    return {.rect = rect,
+            .unit = unitOf(option),
+            .radius = theme::controlRadius,
+            .ground = theme::Ground::None,
+            .edge = theme::Edge::None};
+}
+
+bool isDefault(const QStyleOptionButton &button) {
+    return button.features.testFlag(QStyleOptionButton::DefaultButton);
+}
+
+void drawFocus(const QStyleOption &option, QPainter &painter) {
+    theme::Panel ring = controlPanel(option, option.rect);
+    ring.edge = theme::Edge::Focus;
+    theme::paintPanel(painter, option.palette, ring);
+}
+
+void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
+    theme::Panel panel = controlPanel(button, button.rect);
+    const bool pressed = button.state.testFlag(QStyle::State_Sunken);
+    const bool lit = button.state.testFlag(QStyle::State_MouseOver);
+    const bool focused = button.state.testFlag(QStyle::State_HasFocus);
+    if (isDefault(button)) {
+        panel.ground = pressed || lit ? theme::Ground::LitAccent : theme::Ground::Accent;
+        if (focused) {
+            // The ring stands off: upon the accent it would not be seen.
+            drawFocus(button, painter);
+            const double inset = (theme::focusWidth + theme::focusGap) * panel.unit;
+            panel.rect.adjust(inset, inset, -inset, -inset);
+            panel.radius -= inset / panel.unit;
+        }
+    } else {
+        panel.ground = pressed ? theme::Ground::Pressed
+                       : lit   ? theme::Ground::Lit
+                               : theme::Ground::Surface;
+        panel.edge = focused ? theme::Edge::Focus : theme::Edge::Outline;
+    }
+    theme::paintPanel(painter, button.palette, panel);
+}
+
+void drawGround(const QStyleOption &option, theme::Ground ground, QPainter &painter) {
+    theme::Panel panel = controlPanel(option, option.rect);
+    panel.ground = ground;
+    theme::paintPanel(painter, option.palette, panel);
+}
+
+void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
+    theme::Panel circle = controlPanel(option, option.rect);
+    circle.radius = option.rect.width() / circle.unit / 2;
+    circle.edge = theme::Edge::Outline;
+    circle.ground = theme::Ground::Surface;
+    if (option.state.testFlag(QStyle::State_On)) {
+        circle.ground = theme::Ground::Accent;
+        circle.edge = theme::Edge::None;
+    }
+    theme::paintPanel(painter, option.palette, circle);
+    if (option.state.testFlag(QStyle::State_On)) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(theme::onAccent(option.palette));
+        const double dot = option.rect.width() / 5.0;
+        painter.drawEllipse(QRectF(option.rect).center(), dot, dot);
+        painter.restore();
+    }
+}
+
+void drawMenuBarItem(const QStyleOptionMenuItem &item, QPainter &painter) {
+    if (item.state.testFlag(QStyle::State_Selected)) {
+        const bool open = item.state.testFlag(QStyle::State_Sunken);
+        drawGround(item, open ? theme::Ground::Pressed : theme::Ground::Prominent, painter);
+    }
+    painter.setPen(item.palette.color(QPalette::WindowText));
+    painter.drawText(item.rect,
+                     Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine,
+                     item.text);
+}
+
+}  // namespace
+
+void Style::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                        const QWidget *widget) const {
+    if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
+        if (element == CE_PushButtonBevel) {
+            drawPushButton(*button, *painter);
+            return;
+        }
+        if (element == CE_PushButtonLabel && isDefault(*button)) {
+            QStyleOptionButton label(*button);
+            label.palette.setColor(QPalette::ButtonText, theme::onAccent(label.palette));
+            QProxyStyle::drawControl(element, &label, painter, widget);
+            return;
+        }
+    }
+    if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
+        if (element == CE_MenuItem) {
+            QStyleOptionMenuItem ours(*item);
+            ours.palette.setColor(QPalette::Highlight, theme::accent(ours.palette));
+            ours.palette.setColor(QPalette::HighlightedText, theme::onAccent(ours.palette));
+            QProxyStyle::drawControl(element, &ours, painter, widget);
+            return;
+        }
+        if (element == CE_MenuBarEmptyArea) {
+            return;
+        }
+        if (element == CE_MenuBarItem) {
+            drawMenuBarItem(*item, *painter);
+            return;
+        }
+    }
+    if (element == CE_RadioButton) {
+        drawRadioButton(*option, *painter, widget);
+        return;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
+                            const QWidget *widget) const {
+    const auto *button = qstyleoption_cast<const QStyleOptionButton *>(&option);
+    if (button == nullptr) {
+        return;
+    }
+    // The style below would ask itself where the parts are.
+    QStyleOptionButton part(*button);
+    if (button->state.testFlag(State_MouseOver)) {
+        drawGround(*button, theme::Ground::Lit, painter);
+    }
+    part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
+    drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
+    part.rect = subElementRect(SE_RadioButtonContents, button, widget);
+    drawControl(CE_RadioButtonLabel, &part, &painter, widget);
+    if (button->state.testFlag(State_HasFocus)) {
+        drawFocus(*button, painter);
+    }
+}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                          const QWidget *widget) const {
+    if (element == PE_PanelMenuBar || element == PE_PanelScrollAreaCorner) {
+        return;
+    }
+    if (element == PE_IndicatorRadioButton) {
+        drawRadioIndicator(*option, *painter);
+    } else if (element != PE_FrameFocusRect) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    } else if (qobject_cast<const QPushButton *>(widget) == nullptr) {
+        drawFocus(*option, *painter);
+    }
+}
+
+void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                               QPainter *painter, const QWidget *widget) const {
+    if (const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option);
+        button != nullptr && button->icon.isNull() && button->text.isEmpty()) {
+        // The rest of a menu bar that is too narrow for all of its menus.
+        QStyleOptionToolButton rest(*button);
+        rest.features |= QStyleOptionToolButton::Arrow;
+        rest.arrowType = Qt::DownArrow;
+        QProxyStyle::drawComplexControl(control, &rest, painter, widget);
+        return;
+    }
+    if (control != CC_ScrollBar) {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        return;
+    }
+    painter->fillRect(option->rect, option->palette.window());
+    const QRectF slider = proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget);
+    const double margin = qMin(slider.width(), slider.height()) / 4;
+    theme::Panel handle = controlPanel(*option, slider.adjusted(margin, margin, -margin, -margin));
+    handle.radius = margin / handle.unit;
+    handle.ground =
+        option->state.testFlag(State_MouseOver) ? theme::Ground::Accent : theme::Ground::Outline;
+    theme::paintPanel(*painter, option->palette, handle);
+}
+
+QRect Style::subElementRect(SubElement element, const QStyleOption *option,
+                            const QWidget *widget) const {
+    switch (element) {
+        case SE_RadioButtonClickRect:
+            return option->rect;
+        case SE_RadioButtonIndicator:
+        case SE_RadioButtonContents:
+            if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
+                QStyleOptionButton within(*button);
+                within.rect.adjust(padding(*option), 0, -padding(*option), 0);
+                return QProxyStyle::subElementRect(element, &within, widget);
+            }
+            break;
+        default:
+            break;
+    }
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
+QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex *option,
+                            SubControl subControl, const QWidget *widget) const {
+    const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+    if (control != CC_ScrollBar || bar == nullptr) {
+        return QProxyStyle::subControlRect(control, option, subControl, widget);
+    }
+    // No arrows: the whole length is the groove.
+    const bool upright = bar->orientation == Qt::Vertical;
+    const int length = upright ? bar->rect.height() : bar->rect.width();
+    const int steps = bar->maximum - bar->minimum;
+    const int handle = qMax(3 * padding(*option),
+                            int(qint64(length) * bar->pageStep / qMax(1, steps + bar->pageStep)));
+    const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
+                                              length - handle, bar->upsideDown);
+    const auto stretch = [&](int from, int to) {
+        return upright ? QRect(0, from, bar->rect.width(), to - from)
+                       : QRect(from, 0, to - from, bar->rect.height());
+    };
+    switch (subControl) {
+        case SC_ScrollBarGroove:
+            return stretch(0, length);
+        case SC_ScrollBarSlider:
+            return stretch(start, start + handle);
+        case SC_ScrollBarSubPage:
+            return stretch(0, start);
+        case SC_ScrollBarAddPage:
+            return stretch(start + handle, length);
+        default:
+            return {};
+    }
+}
+
+QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                              const QWidget *widget) const {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    return type == CT_RadioButton ? size + QSize(2 * padding(*option), 0) : size;
+}
+
+QIcon Style::standardIcon(StandardPixmap standardIcon, const QStyleOption *option,
+                          const QWidget *widget) const {
+    // Every menu bar asks for it. It would be read from a picture file, for which the toolkit loads
+    // all that it has for any kind of them.
+    return standardIcon == SP_ToolBarHorizontalExtensionButton
+               ? QIcon()
+               : QProxyStyle::standardIcon(standardIcon, option, widget);
+}
+
+int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                       const QWidget *widget) const {
+    if (widget == nullptr) {
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+    const double unit = theme::unit(*widget);
+    switch (metric) {
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+            return qRound(theme::optionSize * unit);
+        case PM_RadioButtonLabelSpacing:
+            return qRound(unit);
+        case PM_ScrollBarExtent:
+            return qRound(theme::scrollBarWidth * unit);
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                     QStyleHintReturn *returned) const {
+    // Words alone: not every desktop has the pictures.
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons
+               ? 0
+               : QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
+}  // namespace platform

@@ -1,0 +1,295 @@
+#include "system/settingsfile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QSettings>
+#include <QStringDecoder>
+
+#include "system/exception.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform::settingsfile {
+
+namespace {
+
+[[noreturn]] void fail(const std::error_code &reason) {
+    throw Exception(QString::fromStdString(reason.message()));
+}
+
+[[noreturn]] void failWithErrno() {
+    fail({errno, std::generic_category()});
+}
+
+/// The folder of the file, for as long as no other writer may have it. A lock file would outlive
+/// a kill; this lock ends with its process.
+class LockedFolder final {
+ public:
+    explicit LockedFolder(const QString &path)
+        : path_(path),
+          descriptor_(
+              ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (descriptor_ < 0) {
+            failWithErrno();
+        }
+        // Not every file system can; a write without company is safe all the same.
+        while (::flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
+        }
+    }
+    ~LockedFolder() { ::close(descriptor_); }
+    LockedFolder(const LockedFolder &) = delete;
+    LockedFolder &operator=(const LockedFolder &) = delete;
+
+    const QString &path() const { return path_; }
+    /// No other folder has it.
+    QString number() const {
+        struct ::stat status {};
+        ::fstat(descriptor_, &status);
+        return u"%1-%2"_s.arg(status.st_dev).arg(status.st_ino);
+    }
+    /// Names given in the folder outlive a power cut from here on.
+    void sync() const { ::fsync(descriptor_); }
+
+ private:
+    QString path_;
+    int descriptor_;
+};
+
+/// A folder where QSettings edits a copy: its own way to the disk is slower, keeps quiet about some
+/// failures, and leaves files behind when it is killed. What a kill leaves here goes with the next
+/// write.
+class Workshop final {
+ public:
+    explicit Workshop(const LockedFolder &store) : dir_(place(store)) {
+        dir_.removeRecursively();
+        std::error_code error;
+        if (!std::filesystem::create_directory(dir_.filesystemPath(), error)) {
+            fail(error);
+        }
+    }
+    ~Workshop() { dir_.removeRecursively(); }
+    Workshop(const Workshop &) = delete;
+    Workshop &operator=(const Workshop &) = delete;
+
+    /// A path that this process has never used: QSettings remembers files by their paths.
+    QString newPath() const {
+        static int files = 0;
+        return dir_.filePath(QString::number(++files));
+    }
+
+ private:
+    /// In memory, where the session has a folder there; never where other users can write.
+    static QString place(const LockedFolder &store) {
+        const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+        const QFileInfo folder(runtime);
+        return folder.isWritable() && folder.ownerId() == ::getuid()
+                   ? u"%1/zorvan-%2"_s.arg(runtime, store.number())
+                   : store.path() + u"/.writing"_s;
+    }
+
+    QDir dir_;
+};
+
+QString followLinks(QString path) {
+    constexpr int most = 40;
+    for (int links = 0; QFileInfo(path).isSymLink(); ++links) {
+        if (links == most) {
+            fail(std::make_error_code(std::errc::too_many_symbolic_link_levels));
+        }
+        path = QFileInfo(path).symLinkTarget();
+    }
+    return path;
+}
+
+QByteArray read(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Exception(file.errorString());
+    }
+    QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        throw Exception(file.errorString());
+    }
+    return content;
+}
+
+/// Makes the file, and leaves it open; makes none where that fails.
+void writeNew(QFile &file, const QByteArray &content) {
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        throw Exception(file.errorString());
+    }
+    if (file.write(content) != content.size() || !file.flush()) {
+        const QString reason = file.errorString();
+        file.remove();
+        throw Exception(reason);
+    }
+}
+
+/// Whether the copy has the values, and whatever else the current settings have.
+bool isComplete(const QSettings &copy, const QSettings &current,
+                const QMap<QString, QString> &values) {
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (copy.value(value.key()) != *value) {
+            return false;
+        }
+    }
+    const QStringList keys = current.allKeys();
+    return std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
+        // Junk can be read as a value without a key, which cannot be asked for.
+        return key.isEmpty() || values.contains(key) || copy.value(key) == current.value(key);
+    });
+}
+
+/// The content of that file with the values in it.
+QByteArray edited(const QByteArray &content, const QString &file,
+                  const QMap<QString, QString> &values, const Workshop &workshop) {
+    const QString draft = workshop.newPath();
+    QFile copy(draft);
+    writeNew(copy, content);
+    copy.close();
+    {
+        QSettings settings(draft, QSettings::IniFormat);
+        for (auto value = values.begin(); value != values.end(); ++value) {
+            settings.setValue(value.key(), *value);
+        }
+    }
+    // A QSettings that has met a broken line says nothing of what goes wrong after it, and on a
+    // full disk it takes an empty file for a whole one.
+    const QString finished = workshop.newPath();
+    if (!QFile::rename(draft, finished) ||
+        !isComplete(QSettings(finished, QSettings::IniFormat),
+                    QSettings(file, QSettings::IniFormat), values)) {
+        throw Exception(u"A copy in %1 cannot be written"_s.arg(QFileInfo(draft).path()));
+    }
+    return read(finished);
+}
+
+QSet<QByteArray> lines(const QByteArray &content) {
+    QSet<QByteArray> lines;
+    for (const QByteArray &line : content.split('\n')) {
+        lines.insert(line.trimmed());
+    }
+    return lines;
+}
+
+/// Whether something but the values' own lines is in `before` and not in `after`, or not as it was.
+bool losesLines(const QByteArray &before, const QByteArray &after,
+                const QMap<QString, QString> &values) {
+    return std::ranges::any_of(lines(before) - lines(after), [&](const QByteArray &line) {
+        const QByteArray key = line.first(qMax(line.indexOf('='), 0)).trimmed();
+        return !line.isEmpty() && !values.contains(QString::fromUtf8(key));
+    });
+}
+
+/// Gives the file a second name, which it keeps when it is replaced.
+QString keepAside(const QString &path, const QByteArray &content) {
+    for (int number = 1;; ++number) {
+        QString aside = u"%1.kept-%2"_s.arg(path).arg(number);
+        if (!QFile::exists(aside)) {
+            std::error_code error;
+            std::filesystem::create_hard_link(QFileInfo(path).filesystemFilePath(),
+                                              QFileInfo(aside).filesystemFilePath(), error);
+            if (error) {
+                QFile copy(aside);
+                writeNew(copy, content);
+            }
+            return aside;
+        }
+        if (read(aside) == content) {
+            return aside;
+        }
+    }
+}
+
+/// Replaces the file at once, so that it is the old or the new one at any moment.
+void replace(const QFileInfo &current, const QByteArray &content) {
+    QFile next(u"%1/.%2.writing"_s.arg(current.path(), current.fileName()));
+    // A kill may have left one.
+    next.remove();
+    writeNew(next, content);
+    if (current.exists()) {
+        next.setPermissions(current.permissions());
+    }
+    // QSettings tells versions of a file apart by size and time, and the time of day stands still
+    // for longer than a write takes.
+    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime previous = current.lastModified();
+    next.setFileTime(now > previous ? now : previous.addMSecs(1),
+                     QFileDevice::FileModificationTime);
+
+    std::error_code error;
+    if (::fdatasync(next.handle()) != 0) {
+        error = {errno, std::generic_category()};
+    } else {
+        std::filesystem::rename(QFileInfo(next).filesystemFilePath(), current.filesystemFilePath(),
+                                error);
+    }
+    if (error) {
+        next.remove();
+        fail(error);
+    }
+}
+
+}  // namespace
+
+bool isParsable(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return true;
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString content = decoder(file.readAll());
+    if (decoder.hasError()) {
+        return false;
+    }
+    // QSettings itself reports broken sections only.
+    bool continues = false;
+    for (const QString &line : content.split(u'\n')) {
+        const QString entry = line.trimmed();
+        const bool section = entry.startsWith(u'[') && entry.endsWith(u']');
+        const bool comment = entry.startsWith(u';') || entry.startsWith(u'#');
+        const bool keyed = !entry.startsWith(u'[') && entry.indexOf(u'=') > 0;
+        if (!continues && !entry.isEmpty() && !section && !comment && !keyed) {
+            return false;
+        }
+        continues = entry.endsWith(u'\\');
+    }
+    return true;
+}
+
+std::optional<QString> write(const QString &path, const QMap<QString, QString> &values) {
+    QDir().mkpath(QFileInfo(path).path());
+    const QString file = followLinks(path);
+    const LockedFolder folder(QFileInfo(file).path());
+    const Workshop workshop(folder);
+
+    const QFileInfo current(file);
+    if (current.exists() && !current.isFile()) {
+        throw Exception(u"It is not a file"_s);
+    }
+    if (current.exists() && !current.isWritable()) {
+        fail(std::make_error_code(std::errc::permission_denied));
+    }
+    const QByteArray before = current.exists() ? read(file) : QByteArray();
+    const QByteArray after = edited(before, file, values, workshop);
+    std::optional<QString> aside;
+    if (losesLines(before, after, values)) {
+        aside = keepAside(file, before);
+    }
+    replace(current, after);
+    folder.sync();
+    return aside;
+}
+
+}  // namespace platform::settingsfile

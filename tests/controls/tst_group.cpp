@@ -1,0 +1,202 @@
+#include <QAccessible>
+#include <QPushButton>
+#include <QTest>
+
+#include "controls/buttonrow.h"
+#include "controls/group.h"
+#include "controls/imagelabel.h"
+#include "controls/rowbutton.h"
+#include "controls/textlabel.h"
+#include "look/theme.h"
+#include "support/drawing.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Group;
+using platform::TextLabel;
+
+namespace {
+
+/// Whose new name a screen reader is told.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): filled without an object
+QList<const QObject *> renamed;  // clazy:exclude=non-pod-global-static
+
+}  // namespace
+
+// Stands in front of the toolkit's own function, which does nothing while no screen reader listens.
+void QAccessible::updateAccessibility(QAccessibleEvent *event) {
+    if (event->type() == QAccessible::NameChanged) {
+        renamed << event->object();
+    }
+}
+
+class tst_group final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void isAGroupToAScreenReader();
+    void nameIsTheTextInOrder_data();
+    void nameIsTheTextInOrder();
+    void textOfARowIsLeftOut();
+    void textOfAGroupWithinIsLeftOut();
+    void hiddenTextIsLeftOut();
+    void captionIsReadOnceWithItsValue();
+    void pictureIsReadByItsName();
+    void nameFollowsTheText();
+    void focusIsDrawn_data();
+    void focusIsDrawn();
+
+ private:
+    TextLabel &addText(const QString &text) { return addText(*group_, text); }
+    static TextLabel &addText(QWidget &parent, const QString &text);
+    /// What is read out once the group is on screen.
+    QString name();
+
+    std::unique_ptr<Group> group_;
+};
+
+void tst_group::init() {
+    group_ = std::make_unique<Group>();
+}
+
+void tst_group::cleanup() {
+    group_.reset();
+}
+
+TextLabel &tst_group::addText(QWidget &parent, const QString &text) {
+    auto *label = new TextLabel(&parent);
+    label->setStringValue(text);
+    return *label;
+}
+
+QString tst_group::name() {
+    group_->show();
+    return QAccessible::queryAccessibleInterface(group_.get())->text(QAccessible::Name);
+}
+
+void tst_group::isAGroupToAScreenReader() {
+    QCOMPARE(QAccessible::queryAccessibleInterface(group_.get())->role(), QAccessible::Grouping);
+}
+
+void tst_group::nameIsTheTextInOrder_data() {
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("none") << QStringList() << QString();
+    QTest::newRow("one, to the character") << QStringList{u"a && b &c "_s} << u"a && b &c "_s;
+    QTest::newRow("markup") << QStringList{u"<b>&amp;</b>"_s} << u"<b>&amp;</b>"_s;
+    QTest::newRow("several") << QStringList{u"Timing"_s, u"No clock"_s, u"Clock"_s}
+                             << u"Timing. No clock. Clock"_s;
+    QTest::newRow("after a full stop") << QStringList{u"One."_s, u"Two"_s} << u"One. Two"_s;
+    QTest::newRow("after a question mark") << QStringList{u"One?"_s, u"Two"_s} << u"One? Two"_s;
+    QTest::newRow("after an exclamation mark") << QStringList{u"One!"_s, u"Two"_s} << u"One! Two"_s;
+    QTest::newRow("after a colon") << QStringList{u"One:"_s, u"Two"_s} << u"One: Two"_s;
+    QTest::newRow("after a comma") << QStringList{u"One,"_s, u"Two"_s} << u"One,. Two"_s;
+}
+
+void tst_group::nameIsTheTextInOrder() {
+    QFETCH(const QStringList, texts);
+    for (const QString &text : texts) {
+        addText(text);
+    }
+    QTEST(name(), "name");
+}
+
+void tst_group::textOfARowIsLeftOut() {
+    addText(u"Which one?"_s);
+    auto *row = new platform::ButtonRow(group_.get());
+    new platform::RowButton(u"A"_s, row);
+    addText(*new QWidget(row), u"an answer"_s);
+    QCOMPARE(name(), u"Which one?"_s);
+}
+
+void tst_group::textOfAGroupWithinIsLeftOut() {
+    addText(u"Outside"_s);
+    auto *within = new Group(group_.get());
+    addText(*within, u"Inside"_s);
+    addText(*new QWidget(group_.get()), u"Deeper"_s);
+    QCOMPARE(name(), u"Outside. Deeper"_s);
+    QCOMPARE(within->accessibleName(), u"Inside"_s);
+}
+
+void tst_group::hiddenTextIsLeftOut() {
+    addText(u"Hidden"_s).hide();
+    addText(u"Shown"_s);
+    QCOMPARE(name(), u"Shown"_s);
+}
+
+void tst_group::captionIsReadOnceWithItsValue() {
+    addText(u"Passes"_s);
+    addText(u"Variables"_s);
+    addText(u"67%"_s).setCaption(u"Variables"_s);
+    addText(u"Methods"_s);
+    addText(u"0%"_s).setCaption(u"Methods"_s);
+    QCOMPARE(name(), u"Passes. Variables: 67%. Methods: 0%"_s);
+}
+
+void tst_group::pictureIsReadByItsName() {
+    addText(u"Results"_s);
+    for (const QString &name : {u"Pass mark 1: earned"_s, u"Pass mark 2: missing"_s}) {
+        auto *picture = new platform::ImageLabel(group_.get());
+        picture->setAccessibleName(name);
+    }
+    QCOMPARE(name(), u"Results. Pass mark 1: earned. Pass mark 2: missing"_s);
+}
+
+void tst_group::nameFollowsTheText() {
+    TextLabel &question = addText(u"First?"_s);
+    TextLabel &score = addText(u"50%"_s);
+    score.setCaption(u"Score"_s);
+    QCOMPARE(name(), u"First? Score: 50%"_s);
+
+    renamed.clear();
+    question.setStringValue(u"Second."_s);
+    QVERIFY(renamed.contains(group_.get()));
+    QCOMPARE(name(), u"Second. Score: 50%"_s);
+    score.setStringValue(u"67%"_s);
+    QCOMPARE(name(), u"Second. Score: 67%"_s);
+}
+
+void tst_group::focusIsDrawn_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::addColumn<bool>("panel");
+    for (const bool panel : {false, true}) {
+        QTest::addRow("light, %s", panel ? "panel" : "plain") << QPalette() << panel;
+        QTest::addRow("dark, %s", panel ? "panel" : "plain") << drawing::darkPalette() << panel;
+    }
+}
+
+void tst_group::focusIsDrawn() {
+    QFETCH(const QPalette, palette);
+    QFETCH(const bool, panel);
+    QWidget window;
+    window.setPalette(palette);
+    Group group(&window);
+    group.setFocusPolicy(Qt::StrongFocus);
+    group.setProperty("panel", panel);
+    group.setGeometry(10, 10, 300, 200);
+    QPushButton another(&window);
+    another.setFocus();
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QColor accent = platform::theme::accent(palette);
+    QCOMPARE(drawing::pixels(group, accent), 0);
+
+    const drawing::Paints drawn(group);
+    group.setFocus();
+    QVERIFY(group.hasFocus());
+    QVERIFY2(QTest::qWaitFor([&] { return drawn.count() > 0; }),
+             "The group is not drawn anew when it gets the focus");
+    // All the way round.
+    QVERIFY(drawing::pixels(group, accent) >= 2 * (group.width() + group.height()));
+
+    another.setFocus();
+    QCOMPARE(drawing::pixels(group, accent), 0);
+}
+
+ZORVAN_TEST_MAIN(tst_group)
+#include "tst_group.moc"

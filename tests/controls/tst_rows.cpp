@@ -1,0 +1,379 @@
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QTest>
+#include <QTransform>
+
+#include "controls/buttonrow.h"
+#include "controls/rowbutton.h"
+#include "controls/rowsign.h"
+#include "controls/textlabel.h"
+#include "look/theme.h"
+#include "support/drawing.h"
+#include "support/optics.h"
+#include "support/pointer.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Standing;
+
+namespace {
+
+/// A window with an answer's row and another control.
+struct Row {
+    QWidget window;
+    platform::ButtonRow row{&window};
+    platform::RowButton button{u"A"_s, &row};
+    platform::TextLabel text{&row};
+    platform::RowSign sign{&row};
+    QPushButton another{u"another"_s, &window};
+
+    explicit Row(bool badge = true) {
+        button.setProperty("badge", badge);
+        auto *inRow = new QHBoxLayout(&row);
+        inRow->addWidget(&button);
+        inRow->addWidget(&text, 1);
+        inRow->addWidget(&sign);
+        auto *inWindow = new QVBoxLayout(&window);
+        inWindow->addWidget(&row);
+        inWindow->addWidget(&another);
+        text.setStringValue(u"an answer"_s);
+        sign.setProperty("label", QString());
+        window.resize(400, 160);
+        another.setFocus();
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window)) {
+            qFatal("The row's window is not active");
+        }
+    }
+
+    /// Presses or releases the mouse on the text.
+    void mouse(QTest::MouseAction action) {
+        QTest::mouseEvent(action, window.windowHandle(), Qt::LeftButton, {},
+                          text.mapTo(&window, text.rect().center()));
+    }
+    /// On the row, where none of its parts is.
+    QColor ground() { return at(row.width() / 2, row.layout()->contentsMargins().top() / 2); }
+    QColor edge() { return at(row.width() / 2, 0); }
+    QColor windowColor() const { return window.palette().color(QPalette::Window); }
+
+ private:
+    QColor at(int x, int y) { return row.grab().toImage().pixelColor(x, y); }
+};
+
+constexpr std::array standings{Standing::Open,  Standing::Next,  Standing::Done,
+                               Standing::Right, Standing::Wrong, Standing::Other};
+
+/// How many pixels differ by more than antialiasing makes out.
+int differences(const QImage &one, const QImage &other) {
+    int differences = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            differences += qAbs(qGray(one.pixel(x, y)) - qGray(other.pixel(x, y))) > 64 ? 1 : 0;
+        }
+    }
+    return differences;
+}
+
+}  // namespace
+
+class tst_rows final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void cleanup();
+
+    void groundSaysHowARowStands_data();
+    void groundSaysHowARowStands();
+    void onlyTheRightAnswerHasAnEdgeInTheAccent();
+    void focusIsOnTheEdgeWhateverTheStanding();
+    void rowThatCannotBePressedHasNoGround();
+    void pointerLightsTheGroundAndLeavesTheEdge_data();
+    void pointerLightsTheGroundAndLeavesTheEdge();
+    void pointerDoesNotLightWhatCannotBePressed();
+    void pressIsSeenOnTheRow();
+    void everyPartIsDrawnAnew_data();
+    void everyPartIsDrawnAnew();
+    void signIsATickACrossOrNothing();
+    void signWithoutATickOrCrossIsItsLabel();
+    void signOfWhatIsNextDoneOrRightIsADisc();
+    void badgeIsFilledWhereItIsRightPressedOrPointedAt();
+    void buttonThatCannotBePressedIsFaint();
+    void wordsSayHowARowStands();
+
+ private:
+    static QImage sign(Row &row, Standing standing, const QString &label = {});
+
+    QPalette palette_ = QApplication::palette();
+};
+
+void tst_rows::cleanup() {
+    QApplication::setPalette(palette_);
+}
+
+QImage tst_rows::sign(Row &row, Standing standing, const QString &label) {
+    row.sign.setProperty("label", label);
+    row.row.setStanding(standing);
+    QImage picture(row.sign.size() * optics::ratio, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(optics::ratio);
+    picture.fill(row.windowColor());
+    row.sign.render(&picture, {}, {}, QWidget::DrawChildren);
+    return picture;
+}
+
+void tst_rows::groundSaysHowARowStands_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << QApplication::palette();
+    QTest::newRow("dark") << drawing::darkPalette();
+}
+
+void tst_rows::groundSaysHowARowStands() {
+    QFETCH(const QPalette, palette);
+    QApplication::setPalette(palette);
+    Row row;
+    QMap<Standing, QColor> grounds;
+    for (const Standing standing : standings) {
+        row.row.setStanding(standing);
+        grounds[standing] = row.ground();
+    }
+    const QColor open = grounds[Standing::Open];
+    QVERIFY2(open != row.windowColor(), "an open row has no ground");
+    QCOMPARE(grounds[Standing::Done], open);
+    QVERIFY2(grounds[Standing::Next] != open, "what is next is not set off");
+    QVERIFY2(grounds[Standing::Next] != row.windowColor(), "what is next has no ground");
+    QCOMPARE(grounds[Standing::Right], grounds[Standing::Next]);
+    QCOMPARE(grounds[Standing::Wrong], row.windowColor());
+    QCOMPARE(grounds[Standing::Other], row.windowColor());
+}
+
+void tst_rows::onlyTheRightAnswerHasAnEdgeInTheAccent() {
+    Row row;
+    const QColor accent = platform::theme::accent(row.window.palette());
+    for (const Standing standing : standings) {
+        row.row.setStanding(standing);
+        QCOMPARE(row.edge() == accent, standing == Standing::Right);
+        QVERIFY2(row.edge() != row.windowColor(), "the row has no edge");
+    }
+}
+
+void tst_rows::focusIsOnTheEdgeWhateverTheStanding() {
+    Row row;
+    const QColor accent = platform::theme::accent(row.window.palette());
+    for (const Standing standing : standings) {
+        row.row.setStanding(standing);
+        row.another.setFocus();
+        const int without = drawing::pixels(row.row, accent);
+        row.button.setFocus();
+        QCOMPARE(row.edge(), accent);
+        // All the way round, whatever else is in the accent.
+        const int around = drawing::pixels(row.row, accent) - without;
+        QVERIFY2(around > row.row.width() + row.row.height(),
+                 qPrintable(u"the focus adds %1 pixels"_s.arg(around)));
+    }
+}
+
+void tst_rows::rowThatCannotBePressedHasNoGround() {
+    Row row;
+    row.button.setEnabled(false);
+    QCOMPARE(row.ground(), row.windowColor());
+    row.button.setEnabled(true);
+    QVERIFY(row.ground() != row.windowColor());
+}
+
+void tst_rows::pointerLightsTheGroundAndLeavesTheEdge_data() {
+    QTest::addColumn<Standing>("standing");
+    QTest::newRow("open") << Standing::Open;
+    QTest::newRow("next") << Standing::Next;
+    QTest::newRow("done") << Standing::Done;
+}
+
+void tst_rows::pointerLightsTheGroundAndLeavesTheEdge() {
+    QFETCH(const Standing, standing);
+    Row row;
+    row.row.setStanding(standing);
+    pointer::moveTo(row.another);
+    const QColor ground = row.ground();
+    const QColor edge = row.edge();
+    pointer::moveTo(row.text);
+    QVERIFY(row.row.isLit());
+    QVERIFY2(row.ground() != ground, "the pointer is not seen");
+    QCOMPARE(row.edge(), edge);
+    pointer::moveTo(row.another);
+    QVERIFY(!row.row.isLit());
+    QCOMPARE(row.ground(), ground);
+}
+
+void tst_rows::pointerDoesNotLightWhatCannotBePressed() {
+    for (const Standing standing : {Standing::Open, Standing::Right, Standing::Other}) {
+        Row row;
+        row.button.setEnabled(false);
+        row.row.setStanding(standing);
+        pointer::moveTo(row.another);
+        const QImage picture = row.row.grab().toImage();
+        pointer::moveTo(row.text);
+        QVERIFY(!row.row.isLit());
+        QCOMPARE(row.row.grab().toImage(), picture);
+    }
+}
+
+void tst_rows::pressIsSeenOnTheRow() {
+    Row row;
+    pointer::moveTo(row.another);
+    const QColor usual = row.ground();
+    pointer::moveTo(row.text);
+    const QColor lit = row.ground();
+    row.mouse(QTest::MousePress);
+    const QColor pressed = row.ground();
+    row.mouse(QTest::MouseRelease);
+    QVERIFY2(pressed != lit, "the press is not told from the pointer");
+    QVERIFY2(pressed != usual, "the press is not seen");
+    QCOMPARE(row.ground(), lit);
+}
+
+void tst_rows::everyPartIsDrawnAnew_data() {
+    using Change = std::function<void(Row &)>;
+    QTest::addColumn<Change>("change");
+    QTest::newRow("another standing")
+        << Change([](Row &row) { row.row.setStanding(Standing::Wrong); });
+    QTest::newRow("the pointer") << Change([](Row &row) { pointer::moveTo(row.text); });
+    QTest::newRow("the focus") << Change([](Row &row) { row.button.setFocus(); });
+    QTest::newRow("cannot be pressed") << Change([](Row &row) { row.button.setEnabled(false); });
+    QTest::newRow("pressed by the mouse") << Change([](Row &row) { row.mouse(QTest::MousePress); });
+    QTest::newRow("pressed by a key") << Change([](Row &row) { Q_EMIT row.button.pressed(); });
+    QTest::newRow("released by a key") << Change([](Row &row) { Q_EMIT row.button.released(); });
+}
+
+void tst_rows::everyPartIsDrawnAnew() {
+    QFETCH(const std::function<void(Row &)>, change);
+    Row row;
+    pointer::moveTo(row.another);
+    QCoreApplication::processEvents();
+    const drawing::Paints whole(row.row);
+    const drawing::Paints sign(row.sign);
+    const drawing::Paints text(row.text);
+    change(row);
+    QVERIFY2(QTest::qWaitFor([&] { return whole.count() > 0; }), "the row is not drawn anew");
+    QVERIFY2(QTest::qWaitFor([&] { return sign.count() > 0; }), "its sign is not drawn anew");
+    QVERIFY2(QTest::qWaitFor([&] { return text.count() > 0; }), "its text is not drawn anew");
+}
+
+void tst_rows::signIsATickACrossOrNothing() {
+    Row row;
+    const QImage nothing = sign(row, Standing::Other);
+    QCOMPARE(sign(row, Standing::Open), nothing);
+    const int size = nothing.width() * nothing.height();
+    const QImage cross = sign(row, Standing::Wrong);
+    const QImage tick = sign(row, Standing::Right);
+    QCOMPARE(sign(row, Standing::Done), tick);
+    QVERIFY2(differences(cross, nothing) > size / 50, "there is no cross");
+    // A cross is the same from every side, a tick is not.
+    for (const QTransform &turned : {QTransform::fromScale(-1, 1), QTransform::fromScale(1, -1)}) {
+        QVERIFY(differences(cross, cross.transformed(turned)) < size / 100);
+        QVERIFY(differences(tick, tick.transformed(turned)) > size / 50);
+    }
+    // Whatever the label: they stand in its place.
+    QCOMPARE(sign(row, Standing::Wrong, u"8"_s), cross);
+    QCOMPARE(sign(row, Standing::Right, u"8"_s), tick);
+}
+
+void tst_rows::signWithoutATickOrCrossIsItsLabel() {
+    Row row;
+    for (const Standing standing : {Standing::Open, Standing::Next, Standing::Other}) {
+        QVERIFY(sign(row, standing, u"1"_s) != sign(row, standing, u"2"_s));
+        QVERIFY(sign(row, standing, u"1"_s) != sign(row, standing));
+    }
+    // In a ring: the label has a line round it.
+    const QImage ring = sign(row, Standing::Open, u"1"_s);
+    const QImage nothing = sign(row, Standing::Open);
+    const int middle = ring.width() / 2;
+    int edges = 0;
+    for (const QPoint &inwards : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+        for (int step = 0; step < optics::ratio; ++step) {
+            const QPoint at = QPoint(middle, middle) - inwards * (middle - 1 - step);
+            if (ring.pixel(at) != nothing.pixel(at)) {
+                ++edges;
+                break;
+            }
+        }
+    }
+    QCOMPARE(edges, 4);
+}
+
+void tst_rows::signOfWhatIsNextDoneOrRightIsADisc() {
+    Row row;
+    const QRgb accent = platform::theme::accent(row.window.palette()).rgb();
+    const QColor onAccent = platform::theme::onAccent(row.window.palette());
+    for (const Standing standing : standings) {
+        const bool disc =
+            standing == Standing::Next || standing == Standing::Done || standing == Standing::Right;
+        const QImage picture = sign(row, standing, u"1"_s);
+        QCOMPARE(optics::mainColor(picture) == accent, disc);
+        QCOMPARE(drawing::pixels(picture, onAccent) > 0, disc);
+        QCOMPARE(picture.pixel(0, 0), row.windowColor().rgb());
+    }
+}
+
+void tst_rows::badgeIsFilledWhereItIsRightPressedOrPointedAt() {
+    Row row;
+    pointer::moveTo(row.another);
+    const QColor accent = platform::theme::accent(row.window.palette());
+    const auto filled = [&] {
+        return drawing::pixels(row.button, accent) > row.button.width() * row.button.height() / 2;
+    };
+    QVERIFY(!filled());
+    pointer::moveTo(row.text);
+    QVERIFY(filled());
+    pointer::moveTo(row.another);
+    QVERIFY(!filled());
+    row.button.setDown(true);
+    QVERIFY(filled());
+    row.button.setDown(false);
+    row.button.setEnabled(false);
+    for (const Standing standing : {Standing::Right, Standing::Wrong, Standing::Other}) {
+        row.row.setStanding(standing);
+        QCOMPARE(filled(), standing == Standing::Right);
+    }
+}
+
+void tst_rows::buttonThatCannotBePressedIsFaint() {
+    for (const bool badge : {false, true}) {
+        Row row(badge);
+        pointer::moveTo(row.another);
+        const auto darkest = [&] {
+            const QImage picture = row.button.grab().toImage();
+            int gray = 255;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) {
+                    gray = qMin(gray, qGray(picture.pixel(x, y)));
+                }
+            }
+            return gray;
+        };
+        const int usual = darkest();
+        row.button.setEnabled(false);
+        QVERIFY2(darkest() > usual + 64, qPrintable(u"%1 on, %2 off"_s.arg(usual).arg(darkest())));
+    }
+}
+
+void tst_rows::wordsSayHowARowStands() {
+    QWidget window;
+    platform::ButtonRow row(&window);
+    const platform::RowButton button(u"Variables"_s, &row);
+    platform::TextLabel text(&row);
+    const platform::TextLabel words(&row);
+    text.setStringValue(u"19 questions"_s);
+    window.show();
+    row.setStanding(Standing::Done, u"Mastered"_s);
+    QCOMPARE(words.text(), u"Mastered"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(button.accessibleDescription(), u"mastered"_s);
+    QCOMPARE(text.text(), u"19 questions"_s);
+    row.setStanding(Standing::Open);
+    QCOMPARE(words.text(), QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(button.accessibleDescription(), QString());
+}
+
+ZORVAN_TEST_MAIN(tst_rows)
+#include "tst_rows.moc"

@@ -1,0 +1,347 @@
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "support/standarderror.h"
+#include "support/testmain.h"
+#include "system/preferences.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::Preferences;
+
+class tst_preferences final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init();
+
+    void fileIsZorvansOwnInTheConfigurationHome();
+    void absentKeyGivesNothing();
+    void emptyTextIsNotAbsent();
+    void writeIsOnTheDiskWhenItReturns();
+    void writeReplacesTheTextAndKeepsTheOthers();
+    void textsComeBackAsTheyWere_data();
+    void textsComeBackAsTheyWere();
+    void writeOfAnotherProcessIsSeen();
+    void writeKeepsWhatAnotherProcessWrote();
+    void wipedFileIsSeen();
+    void otherSettingsDoNotAnswerForOurs_data();
+    void otherSettingsDoNotAnswerForOurs();
+    void unparsableFileIsReportedOnceAndReadAsFarAsItGoes_data();
+    void unparsableFileIsReportedOnceAndReadAsFarAsItGoes();
+    void unparsableFileIsKeptAsideBeforeTheFirstWrite_data();
+    void unparsableFileIsKeptAsideBeforeTheFirstWrite();
+    void fileKeptAsideIsNeverReplaced();
+    void fileThatBecomesUnparsableIsKeptAsideToo();
+    void fileThatIsBrokenAgainIsToldAgain();
+    void unwritableStoreWarnsOnceAndGoesOnInMemory_data();
+    void unwritableStoreWarnsOnceAndGoesOnInMemory();
+    void observerIsToldOfEachWriteInOrder();
+    void standardUserDefaultsAreOneObject();
+
+ private:
+    static void unparsableRows();
+    /// The file's content, or nothing where there is no file.
+    std::optional<QByteArray> content(const QString &path = u"Zorvan/Zorvan.conf"_s) const;
+    void write(const QByteArray &content, const QString &path = u"Zorvan/Zorvan.conf"_s) const;
+    /// Every file below Zorvan's folder but the store itself.
+    QStringList otherFiles() const;
+
+    std::unique_ptr<QTemporaryDir> home_;
+};
+
+void tst_preferences::init() {
+    home_ = std::make_unique<QTemporaryDir>();
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home_->path());
+}
+
+std::optional<QByteArray> tst_preferences::content(const QString &path) const {
+    QFile file(home_->filePath(path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    return file.readAll();
+}
+
+void tst_preferences::write(const QByteArray &content, const QString &path) const {
+    const QString file = home_->filePath(path);
+    QDir().mkpath(QFileInfo(file).path());
+    QFile target(file);
+    if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size()) {
+        qFatal("%s cannot be written", qUtf8Printable(file));
+    }
+}
+
+QStringList tst_preferences::otherFiles() const {
+    QStringList files =
+        QDir(home_->filePath(u"Zorvan"_s)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    files.removeAll(u"Zorvan.conf"_s);
+    return files;
+}
+
+void tst_preferences::fileIsZorvansOwnInTheConfigurationHome() {
+    Preferences().setValueForKey(u"2"_s, u"quiz1"_s);
+    QCOMPARE(QDir(home_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden),
+             QStringList{u"Zorvan"_s});
+    QCOMPARE(content(), QByteArray("[General]\nquiz1=2\n"));
+    QCOMPARE(otherFiles(), QStringList());
+}
+
+void tst_preferences::absentKeyGivesNothing() {
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), std::nullopt);
+    QCOMPARE(preferences.objectForKey(u"quiz1"_s), std::nullopt);
+    // Asking makes no file.
+    QCOMPARE(content(), std::nullopt);
+}
+
+void tst_preferences::emptyTextIsNotAbsent() {
+    write("[General]\nfirstRun=\n");
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"firstRun"_s), QString());
+    QVERIFY(preferences.objectForKey(u"firstRun"_s).has_value());
+}
+
+void tst_preferences::writeIsOnTheDiskWhenItReturns() {
+    Preferences preferences;
+    for (const QByteArray &value : {QByteArray("1"), QByteArray("2"), QByteArray("3")}) {
+        preferences.setValueForKey(QString::fromLatin1(value), u"quiz1"_s);
+        QCOMPARE(content(), "[General]\nquiz1=" + value + "\n");
+    }
+}
+
+void tst_preferences::writeReplacesTheTextAndKeepsTheOthers() {
+    write("[General]\nanother=kept\nquiz1=1\n");
+    Preferences preferences;
+    preferences.setValueForKey(u"2"_s, u"quiz1"_s);
+    QCOMPARE(content(), QByteArray("[General]\nanother=kept\nquiz1=2\n"));
+}
+
+void tst_preferences::textsComeBackAsTheyWere_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("percent") << u"100 %"_s;
+    QTest::newRow("percent code") << u"%41%U0041"_s;
+    QTest::newRow("comma") << u"a, b,c"_s;
+    QTest::newRow("quotes") << u"\"quoted\" and 'quoted'"_s;
+    QTest::newRow("backslash") << u"a\\b\\n"_s;
+    QTest::newRow("lines") << u"one\ntwo\r\tthree"_s;
+    QTest::newRow("blanks") << u"  a  "_s;
+    QTest::newRow("equals and semicolon") << u"a=b;c#d"_s;
+    QTest::newRow("accents") << u"Größe, naïve"_s;
+    QTest::newRow("other scripts") << u"日本語 Ж א"_s;
+    QTest::newRow("beyond sixteen bits") << u"\U0001F600"_s;
+    QTest::newRow("at sign") << u"@Invalid()"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("number") << u"007"_s;
+}
+
+void tst_preferences::textsComeBackAsTheyWere() {
+    QFETCH(const QString, text);
+    Preferences preferences;
+    preferences.setValueForKey(text, u"key"_s);
+    QCOMPARE(preferences.valueForKey(u"key"_s), text);
+
+    // From another place, so that nothing but the file can answer.
+    const QTemporaryDir elsewhere;
+    QVERIFY(QDir(elsewhere.path()).mkdir(u"Zorvan"_s));
+    QVERIFY(QFile::copy(home_->filePath(u"Zorvan/Zorvan.conf"_s),
+                        elsewhere.filePath(u"Zorvan/Zorvan.conf"_s)));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, elsewhere.path());
+    QCOMPARE(Preferences().valueForKey(u"key"_s), text);
+}
+
+void tst_preferences::writeOfAnotherProcessIsSeen() {
+    write("[General]\nquiz1=1\n");
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"1"_s);
+    write("[General]\nquiz1=33\nquiz2=2\n");
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"33"_s);
+    QCOMPARE(preferences.objectForKey(u"quiz2"_s), u"2"_s);
+}
+
+void tst_preferences::writeKeepsWhatAnotherProcessWrote() {
+    write("[General]\nquiz1=1\n");
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"1"_s);
+    write("[General]\nquiz1=2\nquiz2=3\n");
+    preferences.setValueForKey(u"1"_s, u"quiz3"_s);
+    QCOMPARE(content(), QByteArray("[General]\nquiz1=2\nquiz2=3\nquiz3=1\n"));
+}
+
+void tst_preferences::wipedFileIsSeen() {
+    Preferences preferences;
+    preferences.setValueForKey(u"1"_s, u"quiz1"_s);
+    QVERIFY(QFile::remove(home_->filePath(u"Zorvan/Zorvan.conf"_s)));
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), std::nullopt);
+    preferences.setValueForKey(u"2"_s, u"quiz2"_s);
+    QCOMPARE(content(), QByteArray("[General]\nquiz2=2\n"));
+}
+
+void tst_preferences::otherSettingsDoNotAnswerForOurs_data() {
+    QTest::addColumn<QString>("file");
+    QTest::newRow("the organisation's") << u"Zorvan.conf"_s;
+    QTest::newRow("the system's") << u"system/Zorvan/Zorvan.conf"_s;
+    QTest::newRow("the system's organisation's") << u"system/Zorvan.conf"_s;
+}
+
+void tst_preferences::otherSettingsDoNotAnswerForOurs() {
+    QFETCH(const QString, file);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::SystemScope,
+                       home_->filePath(u"system"_s));
+    write("[General]\nquiz1=3\n", file);
+    QCOMPARE(Preferences().valueForKey(u"quiz1"_s), std::nullopt);
+}
+
+void tst_preferences::unparsableRows() {
+    QTest::addColumn<QByteArray>("broken");
+    QTest::newRow("a section without its end")
+        << QByteArray("[General]\ncurrentTest=4\nquiz1=2\n[Broken\nquiz2=1\n");
+    QTest::newRow("a line without a key")
+        << QByteArray("[General]\nquiz1=2\nthis line has no key\ncurrentTest=4\n");
+    QTest::newRow("not a text") << QByteArray("[General]\nquiz1=2\ncurrentTest=4\n\xff\xfe\x01\n");
+}
+
+void tst_preferences::unparsableFileIsReportedOnceAndReadAsFarAsItGoes_data() {
+    unparsableRows();
+}
+
+void tst_preferences::unparsableFileIsReportedOnceAndReadAsFarAsItGoes() {
+    QFETCH(const QByteArray, broken);
+    write(broken);
+    StandardError standardError;
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"2"_s);
+    QCOMPARE(preferences.valueForKey(u"currentTest"_s), u"4"_s);
+    QCOMPARE(standardError.lines().size(), 1);
+    QVERIFY2(standardError.lines().constFirst().contains(home_->filePath(u"Zorvan/Zorvan.conf"_s)),
+             qUtf8Printable(standardError.lines().constFirst()));
+    // Nothing is touched for as long as nothing is written.
+    QCOMPARE(content(), broken);
+    QCOMPARE(otherFiles(), QStringList());
+}
+
+void tst_preferences::unparsableFileIsKeptAsideBeforeTheFirstWrite_data() {
+    unparsableRows();
+}
+
+void tst_preferences::unparsableFileIsKeptAsideBeforeTheFirstWrite() {
+    QFETCH(const QByteArray, broken);
+    write(broken);
+    StandardError standardError;
+    Preferences preferences;
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+    preferences.setValueForKey(u"1"_s, u"quiz5"_s);
+
+    QCOMPARE(otherFiles().size(), 1);
+    QCOMPARE(content(u"Zorvan/"_s + otherFiles().constFirst()), broken);
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"3"_s);
+    QCOMPARE(preferences.valueForKey(u"quiz5"_s), u"1"_s);
+    QCOMPARE(preferences.valueForKey(u"currentTest"_s), u"4"_s);
+    const QByteArrayList lines = content()->split('\n');
+    QVERIFY2(lines.contains("quiz1=3"), content()->constData());
+    QVERIFY2(lines.contains("quiz5=1"), content()->constData());
+    QVERIFY2(lines.contains("currentTest=4"), content()->constData());
+    QCOMPARE(standardError.lines().size(), 1);
+}
+
+void tst_preferences::fileKeptAsideIsNeverReplaced() {
+    const QByteArray first = "[General]\nquiz1=1\n[Broken\n";
+    const QByteArray second = "[General]\nquiz1=2\n[Broken again\n";
+    const StandardError quiet;
+    for (const QByteArray &broken : {first, second}) {
+        write(broken);
+        Preferences().setValueForKey(u"3"_s, u"quiz7"_s);
+    }
+    QCOMPARE(otherFiles().size(), 2);
+    QCOMPARE(content(u"Zorvan/"_s + otherFiles().at(0)), first);
+    QCOMPARE(content(u"Zorvan/"_s + otherFiles().at(1)), second);
+}
+
+void tst_preferences::fileThatBecomesUnparsableIsKeptAsideToo() {
+    write("[General]\nquiz1=1\n");
+    StandardError standardError;
+    Preferences preferences;
+    preferences.setValueForKey(u"1"_s, u"quiz1"_s);
+    const QByteArray broken = "[General]\nquiz1=22\n[Broken\nquiz2=1\n";
+    write(broken);
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"22"_s);
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+    QCOMPARE(otherFiles().size(), 1);
+    QCOMPARE(content(u"Zorvan/"_s + otherFiles().constFirst()), broken);
+    QCOMPARE(standardError.lines().size(), 1);
+}
+
+void tst_preferences::fileThatIsBrokenAgainIsToldAgain() {
+    write("[General]\nquiz1=1\n[Broken\n");
+    StandardError standardError;
+    Preferences preferences;
+    preferences.setValueForKey(u"2"_s, u"quiz1"_s);
+    QCOMPARE(standardError.lines().size(), 1);
+    write("[General]\nquiz1=2\n[Broken again\n");
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+    QCOMPARE(standardError.lines().size(), 2);
+    QVERIFY2(standardError.lines().constLast().contains(u"Zorvan.conf.kept-2"),
+             qUtf8Printable(standardError.lines().constLast()));
+    QCOMPARE(otherFiles().size(), 2);
+}
+
+void tst_preferences::unwritableStoreWarnsOnceAndGoesOnInMemory_data() {
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("the configuration home is a file") << u"home"_s << QString();
+    QTest::newRow("the organisation is a file") << u"home/Zorvan"_s << QString();
+    QTest::newRow("the store is a folder") << QString() << u"home/Zorvan/Zorvan.conf"_s;
+}
+
+void tst_preferences::unwritableStoreWarnsOnceAndGoesOnInMemory() {
+    QFETCH(const QString, file);
+    QFETCH(const QString, folder);
+    if (folder.isEmpty()) {
+        write("in the way", file);
+    } else {
+        QVERIFY(QDir().mkpath(home_->filePath(folder)));
+    }
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home_->filePath(u"home"_s));
+    StandardError standardError;
+    Preferences preferences;
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), std::nullopt);
+    preferences.setValueForKey(u"1"_s, u"quiz1"_s);
+    preferences.setValueForKey(u"2"_s, u"quiz2"_s);
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+
+    QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"3"_s);
+    QCOMPARE(preferences.valueForKey(u"quiz2"_s), u"2"_s);
+    QCOMPARE(preferences.valueForKey(u"quiz3"_s), std::nullopt);
+    QCOMPARE(standardError.lines().size(), 1);
+    const QString line = standardError.lines().constFirst();
+    QVERIFY2(line.contains(home_->filePath(u"home"_s)), qUtf8Printable(line));
+    QVERIFY2(!line.trimmed().endsWith(u"program ends."),
+             qUtf8Printable(u"No reason is given: "_s + line));
+}
+
+void tst_preferences::observerIsToldOfEachWriteInOrder() {
+    Preferences preferences;
+    QStringList told;
+    preferences.setObserver(
+        [&](const QString &value, const QString &key) { told << key + u'=' + value; });
+    preferences.setValueForKey(u"1"_s, u"zebra"_s);
+    preferences.setValueForKey(u"2"_s, u"ant"_s);
+    preferences.setValueForKey(u"2"_s, u"ant"_s);
+    QCOMPARE(told, (QStringList{u"zebra=1"_s, u"ant=2"_s, u"ant=2"_s}));
+
+    preferences.setObserver({});
+    preferences.setValueForKey(u"3"_s, u"ant"_s);
+    QCOMPARE(told.size(), 3);
+}
+
+void tst_preferences::standardUserDefaultsAreOneObject() {
+    QCOMPARE(&Preferences::standardUserDefaults(), &Preferences::standardUserDefaults());
+    Preferences::standardUserDefaults().setValueForKey(u"1"_s, u"quiz1"_s);
+    QCOMPARE(content(), QByteArray("[General]\nquiz1=1\n"));
+}
+
+ZORVAN_TEST_MAIN(tst_preferences)
+#include "tst_preferences.moc"

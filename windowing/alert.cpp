@@ -1,0 +1,188 @@
+#include "windowing/alert.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+#include <QWindow>
+
+#include "look/theme.h"
+#include "system/repeatingtimer.h"
+#include "windowing/application.h"
+#include "windowing/window.h"
+
+namespace platform {
+
+namespace {
+
+/// Keeps the windows of the program from being used before the alert that blocks them is there.
+class InputBlock final : public QObject {
+ public:
+    InputBlock() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override {
+        switch (event->type()) {
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::Wheel:
+            case QEvent::TouchBegin:
+            case QEvent::KeyPress:
+            case QEvent::ShortcutOverride:
+            case QEvent::Shortcut:
+                return true;
+            case QEvent::Close:
+                event->ignore();
+                return true;
+            default:
+                return false;
+        }
+    }
+};
+
+void askForAttention(Window &window) {
+    QApplication::alert(&window);
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+    // Qt's alert() does not reach Wayland yet. There, who asks for the keyboard in a name that
+    // nobody knows gets attention.
+    if (QGuiApplication::platformName().startsWith(u"wayland")) {
+        qputenv("XDG_ACTIVATION_TOKEN", "attention");
+        window.activateWindow();
+    }
+#endif
+    // The request would wait for whatever comes next.
+    QGuiApplication::sync();
+}
+
+/// Waits for the user to come back from another program, and has the desktop point at `window`.
+void waitForTheUser(Window *window) {
+    // On a desktop that gives the keyboard to no window there is nobody to wait for.
+    if (QGuiApplication::focusWindow() != nullptr || window == nullptr ||
+        !window->hasBeenActive()) {
+        return;
+    }
+    const InputBlock block;
+    askForAttention(*window);
+    QEventLoop loop;
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &loop,
+                     [&loop](const QWindow *focused) {
+                         if (focused != nullptr) {
+                             loop.quit();
+                         }
+                     });
+    loop.exec();
+}
+
+/// What exec() gives where the box has to be shown again. Buttons with a role give their own
+/// number.
+constexpr int Covered = -70;
+
+/// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
+/// with it: not every desktop knows that an alert blocks more than its owner.
+void keepInFront(QMessageBox &box) {
+    const auto follow = [&box, hadIt = false](const QWindow *focused) mutable {
+        if (focused == nullptr) {
+            return;
+        }
+        if (QWidget *owner = box.parentWidget(); hadIt && owner != nullptr) {
+            owner->raise();
+        }
+        if (focused != box.windowHandle()) {
+            bringToFront(box);
+        } else if (hadIt) {
+            box.raise();
+        }
+        hadIt = hadIt || focused == box.windowHandle();
+        if (!hadIt) {
+            return;
+        }
+        // Not every desktop does so for a window that asks, but each for one that appears.
+        constexpr std::chrono::milliseconds untilItMayHave(300);
+        QTimer::singleShot(untilItMayHave, &box, [&box] {
+            if (QGuiApplication::focusWindow() != nullptr && !box.isActiveWindow()) {
+                box.done(Covered);
+            }
+        });
+    };
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &box, follow);
+}
+
+}  // namespace
+
+Alert::Alert(QString message, Buttons buttons, QString informativeText)
+    : message_(std::move(message)),
+      buttons_(std::move(buttons)),
+      informativeText_(std::move(informativeText)) {}
+
+QMessageBox *Alert::newBox(Window *over) const {
+    auto *box = new QMessageBox(over);
+    box->setText(message_);
+    box->setInformativeText(informativeText_);
+    // The box's own setTextFormat() leaves the informative text out.
+    for (QLabel *label : box->findChildren<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText);
+        label->setIndent(0);
+    }
+    box->setAccessibleName(message_);
+
+    QPushButton *standard = box->addButton(buttons_.defaultButton, QMessageBox::AcceptRole);
+    box->setDefaultButton(standard);
+    box->setEscapeButton(standard);
+    if (!buttons_.alternateButton.isEmpty()) {
+        box->setEscapeButton(box->addButton(buttons_.alternateButton, QMessageBox::RejectRole));
+    }
+    if (!buttons_.otherButton.isEmpty()) {
+        box->addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
+    }
+
+    theme::keepDressed(*box);
+    return box;
+}
+
+int Alert::runModal(Window *owner, Cause cause) const {
+    const TickHold hold;
+    const QPointer<Window> over =
+        owner != nullptr && owner->isVisible() ? owner : Window::inFront();
+    if (cause == Cause::Event) {
+        waitForTheUser(over);
+    }
+    if (!over.isNull()) {
+        over->comeForward();
+    }
+    std::optional<int> answer;
+    while (!answer) {
+        const QPointer<QMessageBox> box = newBox(over);
+        keepInFront(*box);
+        if (box->exec() != Covered || box.isNull()) {
+            answer = resultOf(box);
+        }
+        // Where it has not gone with its owner.
+        std::unique_ptr<QMessageBox>(box.data()).reset();
+    }
+    Application::shared().keepTheKeyboard();
+    return *answer;
+}
+
+int Alert::resultOf(const QMessageBox *box) const {
+    if (box == nullptr) {
+        return buttons_.alternateButton.isEmpty() ? DefaultReturn : AlternateReturn;
+    }
+    switch (box->buttonRole(box->clickedButton())) {
+        case QMessageBox::AcceptRole:
+            return DefaultReturn;
+        case QMessageBox::RejectRole:
+            return AlternateReturn;
+        default:
+            return OtherReturn;
+    }
+}
+
+}  // namespace platform

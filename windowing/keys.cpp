@@ -1,0 +1,28 @@
+#include "windowing/keys.h"
+
+#include <QAbstractButton>
+#include <QShortcut>
+
+namespace platform {
+
+void addKeys(QAbstractButton &button, const QList<QKeySequence> &keys) {
+    for (const QKeySequence &key : keys) {
+        // As the button's child the shortcut sleeps while the button is hidden or disabled.
+        auto *shortcut = new QShortcut(key, &button);
+        shortcut->setAutoRepeat(false);
+        QObject::connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);
+    }
+}
+
+void connectKeys(const QWidget &root) {
+    for (QAbstractButton *button : root.findChildren<QAbstractButton *>()) {
+        QList<QKeySequence> keys;
+        for (const QString &key :
+             button->property("keys").toString().split(u' ', Qt::SkipEmptyParts)) {
+            keys << QKeySequence(key);
+        }
+        addKeys(*button, keys);
+    }
+}
+
+}  // namespace platform

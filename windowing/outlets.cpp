@@ -1,0 +1,73 @@
+#include "windowing/outlets.h"
+
+#include <QFile>
+#include <QHash>
+
+#include "windowing/keys.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+QString TextOutlet::stringValue() const {
+    return get() == nullptr ? QString() : get()->text();
+}
+
+void TextOutlet::setStringValue(const QString &text) const {
+    tell(&TextLabel::setStringValue, text);
+}
+
+void TextOutlet::setTextColor(const QColor &color) const {
+    tell(&TextLabel::setTextColor, color);
+}
+
+void TextOutlet::setAlphaValue(double alpha) const {
+    tell(&TextLabel::setAlphaValue, alpha);
+}
+
+void ButtonOutlet::setKeyEquivalent(const QString &key) const {
+    if (QAbstractButton *button = get()) {
+        addKeys(*button, key == u"\r" ? QList<QKeySequence>{Qt::Key_Return, Qt::Key_Enter}
+                                      : QList<QKeySequence>{QKeySequence(key)});
+    }
+}
+
+void RadioOutlet::setState(int state) const {
+    tell(&QRadioButton::setChecked, state == 1);
+}
+
+void LevelOutlet::setDoubleValue(double value) const {
+    tell(&LevelIndicator::setDoubleValue, value);
+}
+
+void LevelOutlet::setMaxValue(double maximum) const {
+    tell(&LevelIndicator::setMaximum, qRound(maximum));
+}
+
+void ImageOutlet::setImage(const QIcon &image) const {
+    tell(&ImageLabel::setImage, image);
+}
+
+void RowOutlet::setStanding(Standing standing) const {
+    tell(&ButtonRow::setStanding, standing, QString());
+}
+
+void StageOutlet::setMood(Stage::Mood mood) const {
+    tell(&Stage::setMood, mood);
+}
+
+QIcon imageNamed(const QString &fileName) {
+    const QString path = u"images:"_s + fileName;
+    if (!QFile::exists(path)) {
+        return {};
+    }
+    // One for each name: what the toolkit has scaled it keeps for the picture that it came from.
+    static QHash<QString, QIcon> images;
+    QIcon &image = images[fileName];
+    if (image.isNull()) {
+        image = QIcon(path);
+    }
+    return image;
+}
+
+}  // namespace platform

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QColor>
+#include <QIcon>
+#include <QRadioButton>
+#include <QString>
+
+#include "controls/buttonrow.h"
+#include "controls/imagelabel.h"
+#include "controls/levelindicator.h"
+#include "controls/stage.h"
+#include "controls/textlabel.h"
+#include "windowing/outlet.h"
+
+namespace platform {
+
+class TextOutlet final : public Outlet<TextLabel> {
+ public:
+    using Outlet::Outlet;
+    /// The text shown; empty where there is no control.
+    QString stringValue() const;
+    void setStringValue(const QString &text) const;
+    void setTextColor(const QColor &color) const;
+    /// 1.0 is opaque, 0.0 invisible.
+    void setAlphaValue(double alpha) const;
+};
+
+class ButtonOutlet final : public Outlet<QAbstractButton> {
+ public:
+    using Outlet::Outlet;
+    /// The key that presses the button while it is visible and enabled; "\r" is Return, and the
+    /// keypad's Enter with it.
+    void setKeyEquivalent(const QString &key) const;
+};
+
+class RadioOutlet final : public Outlet<QRadioButton> {
+ public:
+    using Outlet::Outlet;
+    /// 1 is on, 0 is off.
+    void setState(int state) const;
+};
+
+class LevelOutlet final : public Outlet<LevelIndicator> {
+ public:
+    using Outlet::Outlet;
+    void setDoubleValue(double value) const;
+    void setMaxValue(double maximum) const;
+};
+
+class ImageOutlet final : public Outlet<ImageLabel> {
+ public:
+    using Outlet::Outlet;
+    /// A null image empties the control.
+    void setImage(const QIcon &image) const;
+};
+
+class RowOutlet final : public Outlet<ButtonRow> {
+ public:
+    using Outlet::Outlet;
+    void setStanding(Standing standing) const;
+};
+
+class StageOutlet final : public Outlet<Stage> {
+ public:
+    using Outlet::Outlet;
+    void setMood(Stage::Mood mood) const;
+};
+
+/// The program's image of that file name, or a null one where there is none.
+QIcon imageNamed(const QString &fileName);
+
+}  // namespace platform

@@ -1,0 +1,268 @@
+#include "windowing/window.h"
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
+#include <QWindow>
+
+#include "controls/group.h"
+#include "look/theme.h"
+#include "system/eventloop.h"
+
+namespace platform {
+
+namespace {
+
+/// Scrolls to what has the focus, and as far as there is room to the top of the group that it
+/// stands in, where it is said what it is about.
+void scrollTo(QScrollArea &area, QWidget *focus) {
+    QWidget *content = area.widget();
+    // Whoever presses it with the mouse sees it; it must not move away before it is let go.
+    if (!content->isAncestorOf(focus) || QApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    for (const QWidget *parent = focus; parent != content; parent = parent->parentWidget()) {
+        if (qobject_cast<const Group *>(parent) != nullptr) {
+            const QPoint top = parent->mapTo(content, QPoint(0, 0));
+            area.ensureVisible(top.x(), top.y());
+        }
+    }
+    area.ensureWidgetVisible(focus);
+}
+
+}  // namespace
+
+Window::Window(WindowDelegate &delegate) : delegate_(delegate) {}
+
+QList<QPointer<Window>> Window::onScreen() {
+    // The order is that of their handles; topLevelWidgets() keeps none.
+    QList<QPointer<Window>> windows;
+    for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
+        if (handle->isVisible()) {
+            if (auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()))) {
+                windows << window;
+            }
+        }
+    }
+    return windows;
+}
+
+void Window::closeUnasked() {
+    unasked_ = true;
+    close();
+    unasked_ = false;
+}
+
+bool Window::mayClose() {
+    bool mayClose = false;
+    callFromEventLoop([&] { mayClose = delegate_.windowShouldClose(); });
+    return mayClose;
+}
+
+Window *Window::inFront() {
+    const auto turn = [](const Window *window) {
+        return window->isMinimized() ? -1 : window->turn_;
+    };
+    const QList<QPointer<Window>> windows = onScreen();
+    const auto front = std::ranges::max_element(windows, {}, turn);
+    return front == windows.end() ? nullptr : *front;
+}
+
+void Window::comeForward() {
+    if (hasBeenActive() && !isActiveWindow()) {
+        bringToFront(*this);
+    }
+}
+
+void Window::fitToScreen() {
+    // One that was shown before scrolls already.
+    if (scrollArea() == nullptr && isLargerThan(roomOnScreen())) {
+        letContentScroll();
+        resize(scrolledSize());
+    }
+}
+
+void Window::fitToContent() {
+    const QSize before = size();
+    const bool untouched = before == fitted_;
+    const bool keepsSize = isMaximized() || isFullScreen();
+    layout()->invalidate();
+    if (scrollArea() == nullptr && isLargerThan(keepsSize ? before : roomOnScreen())) {
+        letContentScroll();
+    }
+    if (keepsSize) {
+        return;
+    }
+    if (scrollArea() != nullptr) {
+        resize(scrolledSize());
+    } else {
+        adjustSize();
+    }
+    fitted_ = size();
+    if (!untouched) {
+        resize(fitted_.expandedTo(before));
+    }
+}
+
+QScrollArea *Window::scrollArea() const {
+    return qobject_cast<QScrollArea *>(centralWidget());
+}
+
+QSize Window::neededSize() const {
+    const QScrollArea *area = scrollArea();
+    if (area == nullptr) {
+        return sizeHint();
+    }
+    layout()->invalidate();
+    return sizeHint() - area->sizeHint() + area->widget()->sizeHint();
+}
+
+QSize Window::roomOnScreen() const {
+    const QSize frame = (theme::unit(*this) * QSizeF(2, 4)).toSize();
+    return screen()->availableSize() - frame;
+}
+
+bool Window::isLargerThan(const QSize &room) const {
+    const QSize needed = neededSize();
+    return needed.width() > room.width() || needed.height() > room.height();
+}
+
+QSize Window::scrolledSize() const {
+    const QScrollArea &area = *scrollArea();
+    const QSize bars(area.verticalScrollBar()->sizeHint().width(),
+                     area.horizontalScrollBar()->sizeHint().height());
+    const QSize room = roomOnScreen();
+    return isLargerThan(room) ? (neededSize() + bars).boundedTo(room) : neededSize();
+}
+
+void Window::letContentScroll() {
+    const QPointer<QWidget> focused = focusWidget();
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(takeCentralWidget());
+    setCentralWidget(area);
+    for (QScrollBar *bar : {area->verticalScrollBar(), area->horizontalScrollBar()}) {
+        bar->setAccessibleName(windowTitle());
+    }
+    // The area does so by itself only for a focus that Tab moves.
+    connect(qApp, &QApplication::focusChanged, area, [area](QWidget *, QWidget *focus) {
+        // A control that is freed gives the focus to none, when the area may have gone before it.
+        if (focus != nullptr) {
+            scrollTo(*area, focus);
+        }
+    });
+    if (focused != nullptr) {
+        // It was lost on the way.
+        focused->setFocus();
+    }
+}
+
+void Window::showEvent(QShowEvent *event) {
+    QMainWindow::showEvent(event);
+    if (!event->spontaneous()) {
+        fitted_ = size();
+        takeTurn();
+    }
+}
+
+void Window::takeTurn() {
+    static int turns = 0;
+    turn_ = ++turns;
+}
+
+void Window::changeEvent(QEvent *event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        hasBeenActive_ = true;
+        takeTurn();
+    }
+    QMainWindow::changeEvent(event);
+}
+
+void Window::resizeEvent(QResizeEvent *event) {
+    QMainWindow::resizeEvent(event);
+    // A window manager that tiles asks no window how small it can be.
+    if (scrollArea() == nullptr && size().expandedTo(minimumSize()) != size()) {
+        letContentScroll();
+    }
+}
+
+void Window::closeEvent(QCloseEvent *event) {
+    event->setAccepted(unasked_ || mayClose());
+    if (event->isAccepted()) {
+        delegate_.windowDidClose();
+    }
+}
+
+void Window::keyPressEvent(QKeyEvent *event) {
+    if (event->isAutoRepeat()) {
+        return;
+    }
+    if (event->key() == Qt::Key_Escape && property("escapeCloses").toBool()) {
+        close();
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // A button with keys of its own is spared: a Return too many must not press it.
+        if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
+            button != nullptr && !button->property("keys").isValid()) {
+            button->click();
+            return;
+        }
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
+void bringToFront(QWidget &window) {
+    static QMetaObject::Connection pending;
+    QObject::disconnect(pending);
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    const auto ask = [&window](const QWindow *focused) {
+        window.activateWindow();
+        if (focused != nullptr) {
+            // Now and then a request gets lost. Once it was heard, the user may turn elsewhere.
+            constexpr std::chrono::milliseconds untilItIsHeard(300);
+            const auto heard = std::make_shared<bool>(false);
+            const auto listening = QObject::connect(
+                qApp, &QGuiApplication::focusWindowChanged, &window,
+                [heard, &window](const QWindow *now) {
+                    *heard = *heard || (now != nullptr && now == window.windowHandle());
+                });
+            QTimer::singleShot(untilItIsHeard, &window, [heard, listening, focused, &window] {
+                QObject::disconnect(listening);
+                if (!*heard && QGuiApplication::focusWindow() == focused) {
+                    window.activateWindow();
+                }
+            });
+        }
+    };
+    const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
+    const QWindow *before = QGuiApplication::focusWindow();
+    if (before == nullptr || !isPopup(before)) {
+        ask(before);
+    }
+    if (before == nullptr || isPopup(before)) {
+        // While a menu closes, Wayland hears no request for the keyboard.
+        pending = QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &window,
+                                   [ask, isPopup](const QWindow *now) {
+                                       if (now != nullptr && !isPopup(now)) {
+                                           QObject::disconnect(pending);
+                                           ask(now);
+                                       }
+                                   });
+    }
+}
+
+}  // namespace platform

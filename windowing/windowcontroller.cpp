@@ -1,0 +1,59 @@
+#include "windowing/windowcontroller.h"
+
+#include "look/theme.h"
+#include "windowing/actions.h"
+#include "windowing/application.h"
+#include "windowing/keys.h"
+
+namespace platform {
+
+WindowController::WindowController(const QString &layoutName)
+    : buildLayout_(layoutNamed(layoutName)) {}
+
+WindowController::~WindowController() = default;
+
+void WindowController::showWindow() {
+    if (!window_) {
+        load();
+    }
+    putOnScreen();
+}
+
+void WindowController::load() {
+    window_ = std::make_unique<Window>(*this);
+    try {
+        buildLayout_(*window_);
+        theme::keepDressed(*window_, [this] { window_->fitToContent(); });
+        fillOutlets(*window_);
+        connectActions(*window_, {this});
+        connectKeys(*window_);
+        if (window_->property("visibleAtLoad").toBool()) {
+            putOnScreen();
+        }
+        windowDidLoad();
+    } catch (...) {
+        close();
+        window_.reset();
+        throw;
+    }
+}
+
+void WindowController::putOnScreen() {
+    onScreen_ = shared_from_this();
+    Application::shared().willShow(*window_);
+    window_->fitToScreen();
+    window_->show();
+}
+
+void WindowController::close() {
+    if (window_) {
+        window_->closeUnasked();
+    }
+}
+
+void WindowController::windowDidClose() {
+    Application::shared().didClose();
+    onScreen_.reset();
+}
+
+}  // namespace platform
