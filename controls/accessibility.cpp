@@ -3,10 +3,10 @@
 #include <QAccessibleWidget>
 #include <QFrame>
 
-#include "controls/buttonrow.h"
-#include "controls/group.h"
+#include "controls/actionrow.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
+#include "controls/section.h"
 #include "controls/textlabel.h"
 
 namespace platform {
@@ -14,7 +14,7 @@ namespace platform {
 namespace {
 
 /// A row's text is in its button's name; as a label of its own it would be read out twice.
-class AccessibleButtonRow final : public QAccessibleWidget {
+class AccessibleActionRow final : public QAccessibleWidget {
  public:
     using QAccessibleWidget::QAccessibleWidget;
 
@@ -61,8 +61,8 @@ class AccessibleLevel final : public QAccessibleWidget, public QAccessibleValueI
 }  // namespace
 
 QAccessibleInterface *describeControl(const QString &, QObject *object) {
-    if (auto *group = qobject_cast<Group *>(object)) {
-        return new QAccessibleWidget(group, QAccessible::Grouping);
+    if (auto *section = qobject_cast<Section *>(object)) {
+        return new QAccessibleWidget(section, QAccessible::Grouping);
     }
     if (auto *image = qobject_cast<ImageLabel *>(object)) {
         return new QAccessibleWidget(image, QAccessible::Graphic);
@@ -70,8 +70,8 @@ QAccessibleInterface *describeControl(const QString &, QObject *object) {
     if (auto *level = qobject_cast<LevelIndicator *>(object)) {
         return new AccessibleLevel(*level);
     }
-    if (auto *row = qobject_cast<ButtonRow *>(object)) {
-        return new AccessibleButtonRow(row);
+    if (auto *row = qobject_cast<ActionRow *>(object)) {
+        return new AccessibleActionRow(row);
     }
     if (auto *frame = qobject_cast<QFrame *>(object);
         frame != nullptr && frame->frameShape() == QFrame::HLine) {

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "controls/stage.h"
+#include "controls/banner.h"
 
 namespace platform {
 
@@ -32,7 +32,7 @@ void ImageLabel::paintEvent(QPaintEvent *) {
     QPainter ink(&drawn);
     image_.paint(&ink, rect());
     ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    ink.fillRect(rect(), Stage::inkAt(*this));
+    ink.fillRect(rect(), Banner::inkAt(*this));
     ink.end();
     QPainter(this).drawPixmap(0, 0, drawn);
 }

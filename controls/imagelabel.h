@@ -6,7 +6,7 @@
 namespace platform {
 
 /// A square picture, as many lines of text high as its property "lines" says. The image gives its
-/// shape, by its opacity, from its best resolution for the screen; the colour is that of the Stage
+/// shape, by its opacity, from its best resolution for the screen; the colour is that of the Banner
 /// that it stands on, so that it follows the palette.
 class ImageLabel final : public QLabel {
     Q_OBJECT

@@ -26,9 +26,9 @@ KeyLabel::KeyLabel(QWidget *parent) : QLabel(parent) {
 
 QList<KeyLabel::Piece> KeyLabel::pieces() const {
     static const QRegularExpression pattern(u", | or | to |\\+|[^,+ ]+"_s);
-    const double padding = theme::unit(*this) * theme::keyPadding;
-    const double narrowest = theme::unit(*this) * theme::keyHeight;
-    const double gap = theme::unit(*this) * theme::keyGap;
+    const double padding = look::unit(*this) * look::keyPadding;
+    const double narrowest = look::unit(*this) * look::keyHeight;
+    const double gap = look::unit(*this) * look::keyGap;
     QList<Piece> pieces;
     double left = 0;
     for (const auto &match : pattern.globalMatch(text())) {
@@ -47,7 +47,7 @@ QList<KeyLabel::Piece> KeyLabel::pieces() const {
 QSize KeyLabel::sizeHint() const {
     const QList<Piece> all = pieces();
     const double width = all.isEmpty() ? 0 : all.last().left + all.last().width;
-    return {int(std::ceil(width)), qRound(theme::unit(*this) * theme::keyHeight)};
+    return {int(std::ceil(width)), qRound(look::unit(*this) * look::keyHeight)};
 }
 
 QSize KeyLabel::minimumSizeHint() const {
@@ -59,14 +59,14 @@ void KeyLabel::paintEvent(QPaintEvent *) {
     for (const Piece &piece : pieces()) {
         const QRectF place(piece.left, 0, piece.width, height());
         if (piece.isKey) {
-            theme::paintPanel(painter, palette(),
-                              {.rect = place,
-                               .unit = theme::unit(*this),
-                               .radius = theme::keyRadius,
-                               .edge = theme::Edge::Outline});
+            look::paintPanel(painter, palette(),
+                             {.rect = place,
+                              .unit = look::unit(*this),
+                              .radius = look::keyRadius,
+                              .border = look::Border::Outline});
         }
         painter.setPen(piece.isKey ? palette().color(foregroundRole())
-                                   : theme::secondaryText(palette()));
+                                   : look::secondaryText(palette()));
         painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, piece.text);
     }
 }

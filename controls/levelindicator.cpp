@@ -49,14 +49,14 @@ void LevelIndicator::describe() {
 }
 
 QSize LevelIndicator::sizeHint() const {
-    const double segment = maximum() > 3 ? theme::narrowSegment : theme::wideSegment;
-    const double unit = theme::unit(*this);
-    return QSizeF(unit * segment * qMax(3, maximum()), unit * theme::segmentHeight).toSize();
+    const double segment = maximum() > 3 ? look::narrowSegment : look::wideSegment;
+    const double unit = look::unit(*this);
+    return QSizeF(unit * segment * qMax(3, maximum()), unit * look::segmentHeight).toSize();
 }
 
 QSize LevelIndicator::minimumSizeHint() const {
-    const double unit = theme::unit(*this);
-    return QSizeF(unit * theme::leastSegment * qMax(3, maximum()), unit * theme::segmentHeight)
+    const double unit = look::unit(*this);
+    return QSizeF(unit * look::leastSegment * qMax(3, maximum()), unit * look::segmentHeight)
         .toSize();
 }
 
@@ -68,9 +68,9 @@ void LevelIndicator::paintEvent(QPaintEvent *) {
     // In whole pixels of the device, so that every edge is sharp at every scale.
     const QTransform toDevice = painter.deviceTransform();
     const QRect area = toDevice.mapRect(QRectF(rect())).toRect();
-    const double unit = theme::unit(*this) * toDevice.m11();
-    const int gap = qMax(1, qRound(unit * theme::segmentGap));
-    const int line = qMax(1, qRound(unit * theme::emptySegmentHeight));
+    const double unit = look::unit(*this) * toDevice.m11();
+    const int gap = qMax(1, qRound(unit * look::segmentGap));
+    const int line = qMax(1, qRound(unit * look::emptySegmentHeight));
     const int length = area.width() - gap * (segments - 1);
     painter.setWorldTransform(toDevice.inverted() * painter.worldTransform());
     for (int segment = 0; segment < segments; ++segment) {
@@ -78,13 +78,13 @@ void LevelIndicator::paintEvent(QPaintEvent *) {
         const int right = (segment + 1) * length / segments;
         QRect box(area.left() + segment * gap + left, area.top(), right - left, area.height());
         if (segment < value_) {
-            const double radius = unit * theme::segmentRadius;
-            painter.setBrush(theme::accent(palette()));
+            const double radius = unit * look::segmentRadius;
+            painter.setBrush(look::accent(palette()));
             painter.drawRoundedRect(box, radius, radius);
         } else {
             box.setTop(box.top() + (box.height() - line) / 2);
             box.setHeight(line);
-            painter.fillRect(box, theme::outline(palette()));
+            painter.fillRect(box, look::outline(palette()));
         }
     }
 }

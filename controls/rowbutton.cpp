@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <QtMath>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "look/theme.h"
 
 namespace platform {
@@ -14,7 +14,7 @@ RowButton::RowButton(const QString &text, QWidget *parent) : RowButton(parent) {
 }
 
 QSize RowButton::sizeHint() const {
-    const int side = qRound(theme::unit(*this) * theme::smallestTarget);
+    const int side = qRound(look::unit(*this) * look::smallestTarget);
     return {badge_ ? side : qCeil(QFontMetricsF(font()).horizontalAdvance(text())), side};
 }
 
@@ -28,10 +28,10 @@ void RowButton::mouseDoubleClickEvent(QMouseEvent *event) {
 
 void RowButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
-    const ButtonRow &row = ButtonRow::around(*this);
-    const bool right = row.standing() == Standing::Right;
+    const ActionRow &row = ActionRow::around(*this);
+    const bool right = row.state() == RowState::Right;
     if (!isEnabled() && !right) {
-        painter.setOpacity(theme::disabledOpacity);
+        painter.setOpacity(look::disabledOpacity);
     }
     const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
     if (!badge_) {
@@ -39,14 +39,14 @@ void RowButton::paintEvent(QPaintEvent *) {
         painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, this->text());
         return;
     }
-    const bool filled = right || isDown() || row.isLit();
-    theme::paintPanel(painter, palette(),
-                      {.rect = rect(),
-                       .unit = theme::unit(*this),
-                       .radius = theme::controlRadius,
-                       .ground = filled ? theme::Ground::Accent : theme::Ground::None,
-                       .edge = filled ? theme::Edge::None : theme::Edge::Outline});
-    painter.setPen(filled ? theme::onAccent(palette()) : text);
+    const bool filled = right || isDown() || row.isHovered();
+    look::paintPanel(painter, palette(),
+                     {.rect = rect(),
+                      .unit = look::unit(*this),
+                      .radius = look::controlRadius,
+                      .fill = filled ? look::Fill::Accent : look::Fill::None,
+                      .border = filled ? look::Border::None : look::Border::Outline});
+    painter.setPen(filled ? look::onAccent(palette()) : text);
     painter.drawText(rect(), Qt::AlignCenter, this->text());
 }
 

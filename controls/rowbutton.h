@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The button of a ButtonRow. The row draws its ground and focus; the button draws only its
+/// The button of an ActionRow. The row draws its panel and focus; the button draws only its
 /// text: on the row, or, with the property "badge", as a lettered key.
 class RowButton final : public QAbstractButton {
     Q_OBJECT

@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <QEvent>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/levelindicator.h"
 
 namespace platform {
@@ -25,20 +25,20 @@ void StepList::followLevels() {
 }
 
 void StepList::markRows() {
-    ButtonRow *last = nullptr;
-    ButtonRow *next = nullptr;
-    for (ButtonRow *row : findChildren<ButtonRow *>()) {
-        if (row->standing() == Standing::Next) {
+    ActionRow *last = nullptr;
+    ActionRow *next = nullptr;
+    for (ActionRow *row : findChildren<ActionRow *>()) {
+        if (row->state() == RowState::Next) {
             last = row;
         }
         row->ensurePolished();
         if (row->level()->doubleValue() >= row->level()->maximum()) {
-            row->setStanding(Standing::Done, done_);
+            row->setState(RowState::Done, done_);
         } else if (next == nullptr) {
             next = row;
-            row->setStanding(Standing::Next, next_);
+            row->setState(RowState::Next, next_);
         } else {
-            row->setStanding(Standing::Open);
+            row->setState(RowState::Open);
         }
     }
     // Until the learner has moved it, the focus stays with what comes next.

@@ -25,7 +25,7 @@ struct TextLabel::Setting {
         int dotsPerInch;
         QTextOption::WrapMode wrapMode;
         Qt::Alignment alignment;
-        double leading;
+        double lineHeight;
         /// Whether all lines but the first are code.
         bool hasCode;
         QFont codeFont;
@@ -78,8 +78,8 @@ void TextLabel::Setting::fit(double newRoom) {
         breakLines(*paragraphs[i], 0, room);
     }
     if (source.hasCode) {
-        const double side = theme::codeSideMargin * source.unit;
-        const double end = std::round(theme::codeEndMargin * source.unit);
+        const double side = look::codeSideMargin * source.unit;
+        const double end = std::round(look::codeEndMargin * source.unit);
         height += end;
         const double top = height;
         height += end;
@@ -97,7 +97,7 @@ void TextLabel::Setting::breakLines(QTextLayout &paragraph, double left, double 
         line.setLineWidth(lineRoom);
         // Whole pixels: every line is as sharp as the first.
         line.setPosition({left, height});
-        height += std::round(line.height() * source.leading);
+        height += std::round(line.height() * source.lineHeight);
         width = qMax(width, left + std::ceil(line.naturalTextWidth()));
     }
     paragraph.endLayout();
@@ -164,11 +164,11 @@ void TextLabel::setAlphaValue(double alpha) {
 }
 
 double TextLabel::baseUnit() const {
-    return theme::unit(*window());
+    return look::unit(*window());
 }
 
 QMargins TextLabel::padding() const {
-    const int side = qRound(theme::bandSideMargin * baseUnit());
+    const int side = qRound(look::bandSideMargin * baseUnit());
     return band_ ? QMargins(side, 0, side, 0) : QMargins();
 }
 
@@ -178,7 +178,7 @@ QFont TextLabel::codeFont() const {
         // A desktop that names none.
         font.setFamily(u"monospace"_s);
     }
-    theme::setSize(font, window()->font());
+    look::setSize(font, window()->font());
     return font;
 }
 
@@ -189,7 +189,7 @@ const TextLabel::Setting &TextLabel::typeset(double width) const {
                            .dotsPerInch = logicalDpiY(),
                            .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
                            .alignment = alignment() & Qt::AlignHorizontal_Mask,
-                           .leading = leading_,
+                           .lineHeight = lineHeight_,
                            .hasCode = hasCode,
                            .codeFont = hasCode ? codeFont() : font(),
                            .unit = hasCode ? baseUnit() : 0};
@@ -210,7 +210,7 @@ int TextLabel::keptWidth() const {
         return 0;
     }
     const QFontMetricsF metrics(font());
-    double width = characters_ * theme::characterWidth(font());
+    double width = characters_ * look::characterWidth(font());
     for (const QChar each : widestText_) {
         width += each.isDigit() ? widestDigit(metrics) : metrics.horizontalAdvance(each);
     }
@@ -228,7 +228,7 @@ QSize TextLabel::sizeHint() const {
         size.setHeight(qMax(size.height(), lines_ * fontMetrics().lineSpacing()));
     }
     size = size.grownBy(padding());
-    return band_ ? size.expandedTo({0, qRound(theme::smallestTarget * baseUnit())}) : size;
+    return band_ ? size.expandedTo({0, qRound(look::smallestTarget * baseUnit())}) : size;
 }
 
 QSize TextLabel::minimumSizeHint() const {
@@ -244,12 +244,12 @@ int TextLabel::heightForWidth(int width) const {
 void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     if (band_) {
-        theme::paintPanel(painter, palette(),
-                          {.rect = rect(),
-                           .unit = baseUnit(),
-                           .radius = theme::controlRadius,
-                           .ground = theme::Ground::Band,
-                           .edge = theme::Edge::None});
+        look::paintPanel(painter, palette(),
+                         {.rect = rect(),
+                          .unit = baseUnit(),
+                          .radius = look::controlRadius,
+                          .fill = look::Fill::Band,
+                          .border = look::Border::None});
     }
     const QRectF place = contentsRect().marginsRemoved(padding());
     const Setting &setting = typeset(place.width());
@@ -260,10 +260,10 @@ void TextLabel::paintEvent(QPaintEvent *) {
     painter.translate(place.left(), top);
     painter.setOpacity(alphaValue_);
     if (!setting.code.isEmpty()) {
-        theme::paintPanel(painter, palette(), {.rect = setting.code, .unit = baseUnit()});
+        look::paintPanel(painter, palette(), {.rect = setting.code, .unit = baseUnit()});
     }
     const QColor ink = textColor_.isValid() ? textColor_
-                       : secondary_         ? theme::secondaryText(palette())
+                       : secondary_         ? look::secondaryText(palette())
                                             : palette().color(foregroundRole());
     painter.setPen(ink);
     for (const auto &paragraph : setting.paragraphs) {

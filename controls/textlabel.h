@@ -19,7 +19,7 @@ class TextLabel final : public QLabel {
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
     /// How far apart lines are, as a multiple of the font's own distance.
-    Q_PROPERTY(double leading MEMBER leading_)
+    Q_PROPERTY(double lineHeight MEMBER lineHeight_)
     /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
     /// Sets the text back behind the others.
@@ -76,7 +76,7 @@ class TextLabel final : public QLabel {
 
     int characters_ = 0;
     int lines_ = 0;
-    double leading_ = 1;
+    double lineHeight_ = 1;
     bool secondary_ = false;
     bool codeBelow_ = false;
     bool band_ = false;

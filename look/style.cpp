@@ -15,17 +15,17 @@ double unitOf(const QStyleOption &option) {
     return option.fontMetrics.height() / 2.0;
 }
 
-/// Between the edge of a row and what stands on it.
+/// Between the border of a row and what stands on it.
 int padding(const QStyleOption &option) {
     return qRound(unitOf(option));
 }
 
-theme::Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
+look::Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
     return {.rect = rect,
             .unit = unitOf(option),
-            .radius = theme::controlRadius,
-            .ground = theme::Ground::None,
-            .edge = theme::Edge::None};
+            .radius = look::controlRadius,
+            .fill = look::Fill::None,
+            .border = look::Border::None};
 }
 
 bool isDefault(const QStyleOptionButton &button) {
@@ -33,55 +33,55 @@ bool isDefault(const QStyleOptionButton &button) {
 }
 
 void drawFocus(const QStyleOption &option, QPainter &painter) {
-    theme::Panel ring = controlPanel(option, option.rect);
-    ring.edge = theme::Edge::Focus;
-    theme::paintPanel(painter, option.palette, ring);
+    look::Panel ring = controlPanel(option, option.rect);
+    ring.border = look::Border::Focus;
+    look::paintPanel(painter, option.palette, ring);
 }
 
 void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
-    theme::Panel panel = controlPanel(button, button.rect);
+    look::Panel panel = controlPanel(button, button.rect);
     const bool pressed = button.state.testFlag(QStyle::State_Sunken);
-    const bool lit = button.state.testFlag(QStyle::State_MouseOver);
+    const bool hovered = button.state.testFlag(QStyle::State_MouseOver);
     const bool focused = button.state.testFlag(QStyle::State_HasFocus);
     if (isDefault(button)) {
-        panel.ground = pressed || lit ? theme::Ground::LitAccent : theme::Ground::Accent;
+        panel.fill = pressed || hovered ? look::Fill::HoveredAccent : look::Fill::Accent;
         if (focused) {
             // The ring stands off: upon the accent it would not be seen.
             drawFocus(button, painter);
-            const double inset = (theme::focusWidth + theme::focusGap) * panel.unit;
+            const double inset = (look::focusWidth + look::focusGap) * panel.unit;
             panel.rect.adjust(inset, inset, -inset, -inset);
             panel.radius -= inset / panel.unit;
         }
     } else {
-        panel.ground = pressed ? theme::Ground::Pressed
-                       : lit   ? theme::Ground::Lit
-                               : theme::Ground::Surface;
-        panel.edge = focused ? theme::Edge::Focus : theme::Edge::Outline;
+        panel.fill = pressed   ? look::Fill::Pressed
+                     : hovered ? look::Fill::Hovered
+                               : look::Fill::Surface;
+        panel.border = focused ? look::Border::Focus : look::Border::Outline;
     }
-    theme::paintPanel(painter, button.palette, panel);
+    look::paintPanel(painter, button.palette, panel);
 }
 
-void drawGround(const QStyleOption &option, theme::Ground ground, QPainter &painter) {
-    theme::Panel panel = controlPanel(option, option.rect);
-    panel.ground = ground;
-    theme::paintPanel(painter, option.palette, panel);
+void drawFill(const QStyleOption &option, look::Fill fill, QPainter &painter) {
+    look::Panel panel = controlPanel(option, option.rect);
+    panel.fill = fill;
+    look::paintPanel(painter, option.palette, panel);
 }
 
 void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
-    theme::Panel circle = controlPanel(option, option.rect);
+    look::Panel circle = controlPanel(option, option.rect);
     circle.radius = option.rect.width() / circle.unit / 2;
-    circle.edge = theme::Edge::Outline;
-    circle.ground = theme::Ground::Surface;
+    circle.border = look::Border::Outline;
+    circle.fill = look::Fill::Surface;
     if (option.state.testFlag(QStyle::State_On)) {
-        circle.ground = theme::Ground::Accent;
-        circle.edge = theme::Edge::None;
+        circle.fill = look::Fill::Accent;
+        circle.border = look::Border::None;
     }
-    theme::paintPanel(painter, option.palette, circle);
+    look::paintPanel(painter, option.palette, circle);
     if (option.state.testFlag(QStyle::State_On)) {
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(theme::onAccent(option.palette));
+        painter.setBrush(look::onAccent(option.palette));
         const double dot = option.rect.width() / 5.0;
         painter.drawEllipse(QRectF(option.rect).center(), dot, dot);
         painter.restore();
@@ -91,7 +91,7 @@ void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
 void drawMenuBarItem(const QStyleOptionMenuItem &item, QPainter &painter) {
     if (item.state.testFlag(QStyle::State_Selected)) {
         const bool open = item.state.testFlag(QStyle::State_Sunken);
-        drawGround(item, open ? theme::Ground::Pressed : theme::Ground::Prominent, painter);
+        drawFill(item, open ? look::Fill::Pressed : look::Fill::Prominent, painter);
     }
     painter.setPen(item.palette.color(QPalette::WindowText));
     painter.drawText(item.rect,
@@ -110,7 +110,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
         }
         if (element == CE_PushButtonLabel && isDefault(*button)) {
             QStyleOptionButton label(*button);
-            label.palette.setColor(QPalette::ButtonText, theme::onAccent(label.palette));
+            label.palette.setColor(QPalette::ButtonText, look::onAccent(label.palette));
             QProxyStyle::drawControl(element, &label, painter, widget);
             return;
         }
@@ -118,8 +118,8 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
     if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
         if (element == CE_MenuItem) {
             QStyleOptionMenuItem ours(*item);
-            ours.palette.setColor(QPalette::Highlight, theme::accent(ours.palette));
-            ours.palette.setColor(QPalette::HighlightedText, theme::onAccent(ours.palette));
+            ours.palette.setColor(QPalette::Highlight, look::accent(ours.palette));
+            ours.palette.setColor(QPalette::HighlightedText, look::onAccent(ours.palette));
             QProxyStyle::drawControl(element, &ours, painter, widget);
             return;
         }
@@ -147,7 +147,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     // The style below would ask itself where the parts are.
     QStyleOptionButton part(*button);
     if (button->state.testFlag(State_MouseOver)) {
-        drawGround(*button, theme::Ground::Lit, painter);
+        drawFill(*button, look::Fill::Hovered, painter);
     }
     part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
@@ -190,11 +190,11 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
     painter->fillRect(option->rect, option->palette.window());
     const QRectF slider = proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget);
     const double margin = qMin(slider.width(), slider.height()) / 4;
-    theme::Panel handle = controlPanel(*option, slider.adjusted(margin, margin, -margin, -margin));
+    look::Panel handle = controlPanel(*option, slider.adjusted(margin, margin, -margin, -margin));
     handle.radius = margin / handle.unit;
-    handle.ground =
-        option->state.testFlag(State_MouseOver) ? theme::Ground::Accent : theme::Ground::Outline;
-    theme::paintPanel(*painter, option->palette, handle);
+    handle.fill =
+        option->state.testFlag(State_MouseOver) ? look::Fill::Accent : look::Fill::Outline;
+    look::paintPanel(*painter, option->palette, handle);
 }
 
 QRect Style::subElementRect(SubElement element, const QStyleOption *option,
@@ -268,15 +268,15 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
     if (widget == nullptr) {
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
-    const double unit = theme::unit(*widget);
+    const double unit = look::unit(*widget);
     switch (metric) {
         case PM_ExclusiveIndicatorWidth:
         case PM_ExclusiveIndicatorHeight:
-            return qRound(theme::optionSize * unit);
+            return qRound(look::optionSize * unit);
         case PM_RadioButtonLabelSpacing:
             return qRound(unit);
         case PM_ScrollBarExtent:
-            return qRound(theme::scrollBarWidth * unit);
+            return qRound(look::scrollBarWidth * unit);
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
     }

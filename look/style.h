@@ -5,7 +5,7 @@
 namespace platform {
 
 /// The desktop's own style, with buttons, options and scroll bars that belong to our panels: the
-/// same edges and corners, a focus that nobody can overlook, options that can be pressed anywhere
+/// same borders and corners, a focus that nobody can overlook, options that can be pressed anywhere
 /// on their row. A default button is drawn as the one that goes on.
 class Style final : public QProxyStyle {
     Q_OBJECT

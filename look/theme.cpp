@@ -22,7 +22,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace platform::theme {
+namespace platform::look {
 
 namespace {
 
@@ -62,12 +62,11 @@ bool isDark(const QPalette &palette) {
     return palette.color(QPalette::Window).lightnessF() < 0.5F;
 }
 
-/// `ground` with a share of `colour`.
-QColor tint(const QColor &ground, const QColor &colour, float share) {
+/// `base` with a share of `colour`.
+QColor tint(const QColor &base, const QColor &colour, float share) {
     const auto mix = [share](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(mix(ground.redF(), colour.redF()),
-                            mix(ground.greenF(), colour.greenF()),
-                            mix(ground.blueF(), colour.blueF()));
+    return QColor::fromRgbF(mix(base.redF(), colour.redF()), mix(base.greenF(), colour.greenF()),
+                            mix(base.blueF(), colour.blueF()));
 }
 
 /// The window's colour with a share of its text's.
@@ -76,17 +75,17 @@ QColor tint(const QPalette &palette, float share) {
                 palette.color(QPalette::Active, QPalette::WindowText), share);
 }
 
-QPen edgePen(const QPalette &palette, Edge edge, double unit) {
-    switch (edge) {
-        case Edge::None:
+QPen borderPen(const QPalette &palette, Border border, double unit) {
+    switch (border) {
+        case Border::None:
             break;
-        case Edge::Hairline:
+        case Border::Hairline:
             return {tint(palette, 0.16F), 1};
-        case Edge::Outline:
-            return {outline(palette), edgeWidth * unit};
-        case Edge::Accent:
-            return {accent(palette), edgeWidth * unit};
-        case Edge::Focus:
+        case Border::Outline:
+            return {outline(palette), borderWidth * unit};
+        case Border::Accent:
+            return {accent(palette), borderWidth * unit};
+        case Border::Focus:
             return {accent(palette), focusWidth * unit};
     }
     return Qt::NoPen;
@@ -159,12 +158,12 @@ QRectF snapped(const QPainter &painter, const QRectF &rect) {
 }
 
 /// Dresses a window anew once all that is in it has heard of the change.
-class Dresser final : public QObject {
+class Polisher final : public QObject {
  public:
-    Dresser(QWidget &window, std::function<void()> dressedAnew)
-        : QObject(&window), window_(window), dressedAnew_(std::move(dressedAnew)) {
+    Polisher(QWidget &window, std::function<void()> polishedAgain)
+        : QObject(&window), window_(window), polishedAgain_(std::move(polishedAgain)) {
         for (const QScreen *screen : QGuiApplication::screens()) {
-            connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Dresser::takeUpResolution);
+            connect(screen, &QScreen::logicalDotsPerInchChanged, this, &Polisher::takeUpResolution);
         }
     }
 
@@ -173,7 +172,7 @@ class Dresser final : public QObject {
             case QEvent::ApplicationFontChange:
             case QEvent::FontChange:
             case QEvent::StyleChange:
-                dressSoon();
+                polishSoon();
                 break;
             default:
                 break;
@@ -196,22 +195,22 @@ class Dresser final : public QObject {
             store->resize(window_.size());
         }
         Q_EMIT handle->screenChanged(handle->screen());
-        dressSoon();
+        polishSoon();
     }
 
-    void dressSoon() {
+    void polishSoon() {
         if (!std::exchange(due_, true)) {
             QMetaObject::invokeMethod(
-                this, [this] { dressAnew(); }, Qt::QueuedConnection);
+                this, [this] { polishAgain(); }, Qt::QueuedConnection);
         }
     }
 
-    void dressAnew() {
+    void polishAgain() {
         due_ = false;
-        dress(window_);
+        polish(window_);
         settle();
-        if (dressedAnew_) {
-            dressedAnew_();
+        if (polishedAgain_) {
+            polishedAgain_();
         }
         if (qobject_cast<QMessageBox *>(&window_) != nullptr) {
             // A box takes its size when it is asked to, not when something in it has another.
@@ -232,7 +231,7 @@ class Dresser final : public QObject {
     }
 
     QWidget &window_;
-    std::function<void()> dressedAnew_;
+    std::function<void()> polishedAgain_;
     bool due_ = false;
 };
 
@@ -262,26 +261,26 @@ QColor outline(const QPalette &palette) {
     return tint(palette, 0.6F);
 }
 
-QColor groundColor(const QPalette &palette, Ground ground) {
+QColor fillColor(const QPalette &palette, Fill fill) {
     const QColor surface = isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
-    switch (ground) {
-        case Ground::None:
+    switch (fill) {
+        case Fill::None:
             break;
-        case Ground::Surface:
+        case Fill::Surface:
             return surface;
-        case Ground::Lit:
+        case Fill::Hovered:
             return tint(surface, accent(palette), 0.09F);
-        case Ground::Prominent:
+        case Fill::Prominent:
             return tint(surface, accent(palette), 0.12F);
-        case Ground::Pressed:
+        case Fill::Pressed:
             return tint(surface, accent(palette), 0.16F);
-        case Ground::Accent:
+        case Fill::Accent:
             return accent(palette);
-        case Ground::LitAccent:
+        case Fill::HoveredAccent:
             return tint(accent(palette), onAccent(palette), 0.09F);
-        case Ground::Outline:
+        case Fill::Outline:
             return outline(palette);
-        case Ground::Band:
+        case Fill::Band:
             return isDark(palette) ? QColor(0x41, 0x50, 0x96) : QColor(0x2b, 0x35, 0x63);
     }
     return Qt::transparent;
@@ -304,13 +303,13 @@ void setSize(QFont &font, const QFont &other, double times) {
 }
 
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {
-    QPen pen = edgePen(palette, panel.edge, panel.unit);
+    QPen pen = borderPen(palette, panel.border, panel.unit);
     double width = 0;
     if (pen.style() != Qt::NoPen) {
         const double pixel = 1 / painter.deviceTransform().m11();
         const double pixels = pen.widthF() / pixel;
-        // Never wider than an edge that means something.
-        width = qMax(1, panel.edge == Edge::Hairline ? int(pixels) : qRound(pixels)) * pixel;
+        // Never wider than a border that means something.
+        width = qMax(1, panel.border == Border::Hairline ? int(pixels) : qRound(pixels)) * pixel;
         pen.setWidthF(width);
     }
     const QRectF outer = snapped(painter, panel.rect);
@@ -322,27 +321,27 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     };
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    if (panel.ground == Ground::None) {
+    if (panel.fill == Fill::None) {
         draw(width / 2, pen, Qt::NoBrush);
     } else {
         // One upon the other: to draw a line takes several times as long as to fill.
         if (width > 0) {
             draw(0, Qt::NoPen, pen.color());
         }
-        draw(width, Qt::NoPen, groundColor(palette, panel.ground));
+        draw(width, Qt::NoPen, fillColor(palette, panel.fill));
     }
     painter.restore();
 }
 
-void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
-               const QColor &color) {
+void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
+                const QColor &color) {
     const auto at = [&](double x, double y) {
         return QPointF(square.x() + x * square.width(), square.y() + y * square.height());
     };
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, signWidth * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (sign == Sign::Tick) {
+    painter.setPen(QPen(color, glyphWidth * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (glyph == Glyph::Tick) {
         const std::array points{at(0.27, 0.53), at(0.43, 0.69), at(0.73, 0.34)};
         painter.drawPolyline(points.data(), int(points.size()));
     } else {
@@ -352,10 +351,10 @@ void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
     painter.restore();
 }
 
-void dress(QWidget &window) {
+void polish(QWidget &window) {
     // A style sheet gives its fonts as it polishes.
     window.ensurePolished();
-    const double unit = theme::unit(window);
+    const double unit = look::unit(window);
     space(window, unit);
     for (QWidget *widget : window.findChildren<QWidget *>()) {
         scaleText(*widget);
@@ -384,9 +383,9 @@ void dress(QWidget &window) {
     }
 }
 
-void keepDressed(QWidget &window, std::function<void()> dressedAnew) {
-    dress(window);
-    window.installEventFilter(new Dresser(window, std::move(dressedAnew)));
+void keepPolished(QWidget &window, std::function<void()> polishedAgain) {
+    polish(window);
+    window.installEventFilter(new Polisher(window, std::move(polishedAgain)));
 }
 
-}  // namespace platform::theme
+}  // namespace platform::look

@@ -11,15 +11,15 @@ class QWidget;
 
 /// The look that all windows share: every colour is derived from the live palette, every size
 /// from the font. docs/design-language.md gives the reasons.
-namespace platform::theme {
+namespace platform::look {
 
 /// The one colour of our own: what is earned, what is meant, where the focus is.
 QColor accent(const QPalette &palette);
-/// Text and signs on the accent.
+/// Text and glyphs on the accent.
 QColor onAccent(const QPalette &palette);
 /// Text that explains other text.
 QColor secondaryText(const QPalette &palette);
-/// The edge of something that carries meaning, at least 3 to 1 on every ground.
+/// A border that carries meaning: at least 3 to 1 on every fill.
 QColor outline(const QPalette &palette);
 
 /// How opaque a thing is that cannot be used.
@@ -29,8 +29,8 @@ inline constexpr double disabledOpacity = 0.5;
 
 /// The least height of anything that can be pressed.
 inline constexpr double smallestTarget = 4.5;
-/// The round sign of a row.
-inline constexpr double signSize = 3.5;
+/// The status icon of a row.
+inline constexpr double statusIconSize = 3.5;
 /// A key in a text that names keys.
 inline constexpr double keyHeight = 2.8;
 inline constexpr double keyPadding = 0.7;
@@ -39,11 +39,11 @@ inline constexpr double keyGap = 0.4;
 /// The circle of an option, and a scroll bar.
 inline constexpr double optionSize = 2.2;
 inline constexpr double scrollBarWidth = 2;
-/// Strokes: the edge of a control, and a tick or a cross.
-inline constexpr double edgeWidth = 0.14;
-inline constexpr double signWidth = 0.3;
+/// Strokes: the border of a control, and a tick or a cross.
+inline constexpr double borderWidth = 0.14;
+inline constexpr double glyphWidth = 0.3;
 inline constexpr double focusWidth = 0.35;
-/// Between the focus and a ground that it would not be seen upon.
+/// Between the focus and a fill that it would not be seen on.
 inline constexpr double focusGap = 0.3;
 /// Around the lines of code in a text, and beside the text on a band.
 inline constexpr double codeSideMargin = 1.5;
@@ -74,9 +74,19 @@ double characterWidth(const QFont &font);
 void setSize(QFont &font, const QFont &other, double times = 1);
 
 /// What a panel is made of; Band is dark, for white text.
-enum class Ground { None, Surface, Lit, Pressed, Prominent, Accent, LitAccent, Outline, Band };
-/// How its edge is drawn.
-enum class Edge { None, Hairline, Outline, Accent, Focus };
+enum class Fill {
+    None,
+    Surface,
+    Hovered,
+    Pressed,
+    Prominent,
+    Accent,
+    HoveredAccent,
+    Outline,
+    Band
+};
+/// How its border is drawn.
+enum class Border { None, Hairline, Outline, Accent, Focus };
 
 /// A rounded rectangle whose edges lie on whole pixels of the device.
 struct Panel {
@@ -85,17 +95,17 @@ struct Panel {
     double unit = 8;
     /// In units.
     double radius = panelRadius;
-    Ground ground = Ground::Surface;
-    Edge edge = Edge::Hairline;
+    Fill fill = Fill::Surface;
+    Border border = Border::Hairline;
 };
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
-/// The colour of that ground, for shapes that are no panels.
-QColor groundColor(const QPalette &palette, Ground ground);
+/// The colour of that fill, for shapes that are no panels.
+QColor fillColor(const QPalette &palette, Fill fill);
 
 /// Signs that are told apart by their shape, within a square.
-enum class Sign { Tick, Cross };
-void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
-               const QColor &color);
+enum class Glyph { Tick, Cross };
+void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
+                const QColor &color);
 
 /// Gives a window its type scale and its distances, and makes every button large enough to hit; the
 /// same however often it is done. Layouts say by property what a control needs:
@@ -104,10 +114,10 @@ void paintSign(QPainter &painter, const QRectF &square, double unit, Sign sign,
 ///              row, step, list, edge, page, text, foot, or nothing for plain gaps
 ///   keepsRoom  keeps its room while it is hidden
 ///   widest     is never wider than so many characters
-void dress(QWidget &window);
+void polish(QWidget &window);
 
 /// Dresses a window, and again whenever its font, its style or the resolution of its screen has
-/// changed; `dressedAnew` is called after each of these times.
-void keepDressed(QWidget &window, std::function<void()> dressedAnew = {});
+/// changed; `polishedAgain` is called after each of these times.
+void keepPolished(QWidget &window, std::function<void()> polishedAgain = {});
 
-}  // namespace platform::theme
+}  // namespace platform::look

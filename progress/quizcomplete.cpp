@@ -65,8 +65,8 @@ void QuizComplete::SetCheckMarks(int passCount) {
             (earned ? u"Pass mark %1: earned"_s : u"Pass mark %1: missing"_s).arg(mark));
     }
 
-    using Mood = platform::Stage::Mood;
-    stage.setMood(!passed ? Mood::Quiet : passCount < 3 ? Mood::Glad : Mood::Festive);
+    using Tone = platform::Banner::Tone;
+    stage.setTone(!passed ? Tone::Neutral : passCount < 3 ? Tone::Positive : Tone::Festive);
 
     static const std::array passedSentences{
         u"Congratulations you have passed this quiz."_s,

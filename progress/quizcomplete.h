@@ -15,7 +15,7 @@ class QuizComplete final : public platform::WindowController {
     platform::ImageOutlet theImage1{*this, "theImage1"};
     platform::ImageOutlet theImage2{*this, "theImage2"};
     platform::ImageOutlet theImage3{*this, "theImage3"};
-    platform::StageOutlet stage{*this, "stage"};
+    platform::BannerOutlet stage{*this, "stage"};
 
     Q_INVOKABLE void goHome();
 

@@ -155,12 +155,12 @@ void MainTest::answerSelected(int answer) {
 }
 
 void MainTest::markAnswers(int right, int chosen) {
-    using platform::Standing;
+    using platform::RowState;
     int answer = 1;
     for (const platform::RowOutlet *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
-        row->setStanding(answer == right    ? Standing::Right
-                         : answer == chosen ? Standing::Wrong
-                                            : Standing::Other);
+        row->setState(answer == right    ? RowState::Right
+                      : answer == chosen ? RowState::Wrong
+                                         : RowState::Other);
         ++answer;
     }
 }
@@ -217,7 +217,7 @@ void MainTest::goNextQuestion() {
     btnAnswer2.setEnabled(true);
     btnAnswer3.setEnabled(true);
     for (const platform::RowOutlet *row : {&rowAnswer1, &rowAnswer2, &rowAnswer3}) {
-        row->setStanding(platform::Standing::Open);
+        row->setState(platform::RowState::Open);
     }
     imgQuestion.setHidden(true);
     lblProgressPercent.setStringValue(

@@ -3,7 +3,7 @@
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
-#include "system/eventloop.h"
+#include "system/guard.h"
 #include "windowing/application.h"
 
 int main(int argc, char **argv) {
@@ -14,7 +14,7 @@ int main(int argc, char **argv) {
     AppDelegate delegate;
     application.loadMainLayout(delegate);
     QTimer::singleShot(0, &delegate, [&delegate] {
-        platform::callFromEventLoop([&delegate] { delegate.applicationDidFinishLaunching(); });
+        platform::runGuarded([&delegate] { delegate.applicationDidFinishLaunching(); });
     });
     return platform::Application::exec();
 }

@@ -4,7 +4,7 @@
 
 #include <QCoreApplication>
 
-#include "system/eventloop.h"
+#include "system/guard.h"
 
 namespace platform {
 
@@ -75,7 +75,7 @@ void RepeatingTimer::fire() {
         return;
     }
     // By copy: the tick may free this timer.
-    callFromEventLoop(std::function<void()>(tick_));
+    runGuarded(std::function<void()>(tick_));
 }
 
 }  // namespace platform

@@ -69,18 +69,18 @@ class LockedFolder final {
 /// A folder where QSettings edits a copy: its own way to the disk is slower, keeps quiet about some
 /// failures, and leaves files behind when it is killed. What a kill leaves here goes with the next
 /// write.
-class Workshop final {
+class ScratchFolder final {
  public:
-    explicit Workshop(const LockedFolder &store) : dir_(place(store)) {
+    explicit ScratchFolder(const LockedFolder &store) : dir_(place(store)) {
         dir_.removeRecursively();
         std::error_code error;
         if (!std::filesystem::create_directory(dir_.filesystemPath(), error)) {
             fail(error);
         }
     }
-    ~Workshop() { dir_.removeRecursively(); }
-    Workshop(const Workshop &) = delete;
-    Workshop &operator=(const Workshop &) = delete;
+    ~ScratchFolder() { dir_.removeRecursively(); }
+    ScratchFolder(const ScratchFolder &) = delete;
+    ScratchFolder &operator=(const ScratchFolder &) = delete;
 
     /// A path that this process has never used: QSettings remembers files by their paths.
     QString newPath() const {
@@ -153,8 +153,8 @@ bool isComplete(const QSettings &copy, const QSettings &current,
 
 /// The content of that file with the values in it.
 QByteArray edited(const QByteArray &content, const QString &file,
-                  const QMap<QString, QString> &values, const Workshop &workshop) {
-    const QString draft = workshop.newPath();
+                  const QMap<QString, QString> &values, const ScratchFolder &scratch) {
+    const QString draft = scratch.newPath();
     QFile copy(draft);
     writeNew(copy, content);
     copy.close();
@@ -166,7 +166,7 @@ QByteArray edited(const QByteArray &content, const QString &file,
     }
     // A QSettings that has met a broken line says nothing of what goes wrong after it, and on a
     // full disk it takes an empty file for a whole one.
-    const QString finished = workshop.newPath();
+    const QString finished = scratch.newPath();
     if (!QFile::rename(draft, finished) ||
         !isComplete(QSettings(finished, QSettings::IniFormat),
                     QSettings(file, QSettings::IniFormat), values)) {
@@ -272,7 +272,7 @@ std::optional<QString> write(const QString &path, const QMap<QString, QString> &
     QDir().mkpath(QFileInfo(path).path());
     const QString file = followLinks(path);
     const LockedFolder folder(QFileInfo(file).path());
-    const Workshop workshop(folder);
+    const ScratchFolder scratch(folder);
 
     const QFileInfo current(file);
     if (current.exists() && !current.isFile()) {
@@ -282,7 +282,7 @@ std::optional<QString> write(const QString &path, const QMap<QString, QString> &
         fail(std::make_error_code(std::errc::permission_denied));
     }
     const QByteArray before = current.exists() ? read(file) : QByteArray();
-    const QByteArray after = edited(before, file, values, workshop);
+    const QByteArray after = edited(before, file, values, scratch);
     std::optional<QString> aside;
     if (losesLines(before, after, values)) {
         aside = keepAside(file, before);

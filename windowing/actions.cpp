@@ -4,8 +4,8 @@
 #include <QAction>
 #include <QMetaMethod>
 
-#include "system/eventloop.h"
 #include "system/exception.h"
+#include "system/guard.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +22,7 @@ struct Action {
     QMetaMethod method;
 
     void operator()() const {
-        callFromEventLoop([this] { method.invoke(target, Qt::DirectConnection); });
+        runGuarded([this] { method.invoke(target, Qt::DirectConnection); });
     }
 };
 

@@ -143,7 +143,7 @@ QMessageBox *Alert::newBox(Window *over) const {
         box->addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
     }
 
-    theme::keepDressed(*box);
+    look::keepPolished(*box);
     return box;
 }
 

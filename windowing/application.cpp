@@ -77,10 +77,10 @@ QMessageBox *newAboutBox(QWidget *parent) {
             label->setAccessibleName(QGuiApplication::applicationDisplayName());
         }
     }
-    theme::keepDressed(*box, [box] {
+    look::keepPolished(*box, [box] {
         // It makes the layout anew.
         giveIcon(*box);
-        theme::dress(*box);
+        look::polish(*box);
     });
     box->setModal(false);
     return box;
@@ -178,8 +178,8 @@ void Application::offerWayBack() {
     if (quitting_ || !mainLayout_ || !Window::onScreen().isEmpty()) {
         return;
     }
-    if (!std::exchange(wayBackIsDressed_, true)) {
-        theme::keepDressed(*mainLayout_, [this] { mainLayout_->fitToContent(); });
+    if (!std::exchange(wayBackIsPolished_, true)) {
+        look::keepPolished(*mainLayout_, [this] { mainLayout_->fitToContent(); });
     }
     mainLayout_->show();
 #endif

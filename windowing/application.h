@@ -62,7 +62,7 @@ class Application final : public QApplication, public WindowDelegate {
 
     std::unique_ptr<Window> mainLayout_;
     std::unique_ptr<Menus> menus_;
-    bool wayBackIsDressed_ = false;
+    bool wayBackIsPolished_ = false;
     QPointer<QMessageBox> aboutBox_;
     QTimer keyboardKeeper_;
     bool quitting_ = false;

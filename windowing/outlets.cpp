@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QHash>
 
-#include "windowing/keys.h"
+#include "windowing/shortcuts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -27,8 +27,8 @@ void TextOutlet::setAlphaValue(double alpha) const {
 
 void ButtonOutlet::setKeyEquivalent(const QString &key) const {
     if (QAbstractButton *button = get()) {
-        addKeys(*button, key == u"\r" ? QList<QKeySequence>{Qt::Key_Return, Qt::Key_Enter}
-                                      : QList<QKeySequence>{QKeySequence(key)});
+        addShortcuts(*button, key == u"\r" ? QList<QKeySequence>{Qt::Key_Return, Qt::Key_Enter}
+                                           : QList<QKeySequence>{QKeySequence(key)});
     }
 }
 
@@ -48,12 +48,12 @@ void ImageOutlet::setImage(const QIcon &image) const {
     tell(&ImageLabel::setImage, image);
 }
 
-void RowOutlet::setStanding(Standing standing) const {
-    tell(&ButtonRow::setStanding, standing, QString());
+void RowOutlet::setState(RowState state) const {
+    tell(&ActionRow::setState, state, QString());
 }
 
-void StageOutlet::setMood(Stage::Mood mood) const {
-    tell(&Stage::setMood, mood);
+void BannerOutlet::setTone(Banner::Tone tone) const {
+    tell(&Banner::setTone, tone);
 }
 
 QIcon imageNamed(const QString &fileName) {

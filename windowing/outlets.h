@@ -6,10 +6,10 @@
 #include <QRadioButton>
 #include <QString>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
+#include "controls/banner.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
-#include "controls/stage.h"
 #include "controls/textlabel.h"
 #include "windowing/outlet.h"
 
@@ -55,16 +55,16 @@ class ImageOutlet final : public Outlet<ImageLabel> {
     void setImage(const QIcon &image) const;
 };
 
-class RowOutlet final : public Outlet<ButtonRow> {
+class RowOutlet final : public Outlet<ActionRow> {
  public:
     using Outlet::Outlet;
-    void setStanding(Standing standing) const;
+    void setState(RowState state) const;
 };
 
-class StageOutlet final : public Outlet<Stage> {
+class BannerOutlet final : public Outlet<Banner> {
  public:
     using Outlet::Outlet;
-    void setMood(Stage::Mood mood) const;
+    void setTone(Banner::Tone tone) const;
 };
 
 /// The program's image of that file name, or a null one where there is none.

@@ -15,9 +15,9 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "controls/group.h"
+#include "controls/section.h"
 #include "look/theme.h"
-#include "system/eventloop.h"
+#include "system/guard.h"
 
 namespace platform {
 
@@ -32,7 +32,7 @@ void scrollTo(QScrollArea &area, QWidget *focus) {
         return;
     }
     for (const QWidget *parent = focus; parent != content; parent = parent->parentWidget()) {
-        if (qobject_cast<const Group *>(parent) != nullptr) {
+        if (qobject_cast<const Section *>(parent) != nullptr) {
             const QPoint top = parent->mapTo(content, QPoint(0, 0));
             area.ensureVisible(top.x(), top.y());
         }
@@ -65,7 +65,7 @@ void Window::closeUnasked() {
 
 bool Window::mayClose() {
     bool mayClose = false;
-    callFromEventLoop([&] { mayClose = delegate_.windowShouldClose(); });
+    runGuarded([&] { mayClose = delegate_.windowShouldClose(); });
     return mayClose;
 }
 
@@ -128,7 +128,7 @@ QSize Window::neededSize() const {
 }
 
 QSize Window::roomOnScreen() const {
-    const QSize frame = (theme::unit(*this) * QSizeF(2, 4)).toSize();
+    const QSize frame = (look::unit(*this) * QSizeF(2, 4)).toSize();
     return screen()->availableSize() - frame;
 }
 
@@ -216,7 +216,7 @@ void Window::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         // A button with keys of its own is spared: a Return too many must not press it.
         if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
-            button != nullptr && !button->property("keys").isValid()) {
+            button != nullptr && !button->property("shortcuts").isValid()) {
             button->click();
             return;
         }

@@ -3,7 +3,7 @@
 #include "look/theme.h"
 #include "windowing/actions.h"
 #include "windowing/application.h"
-#include "windowing/keys.h"
+#include "windowing/shortcuts.h"
 
 namespace platform {
 
@@ -23,10 +23,10 @@ void WindowController::load() {
     window_ = std::make_unique<Window>(*this);
     try {
         buildLayout_(*window_);
-        theme::keepDressed(*window_, [this] { window_->fitToContent(); });
+        look::keepPolished(*window_, [this] { window_->fitToContent(); });
         fillOutlets(*window_);
         connectActions(*window_, {this});
-        connectKeys(*window_);
+        connectShortcuts(*window_);
         if (window_->property("visibleAtLoad").toBool()) {
             putOnScreen();
         }

@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "controls/accessibility.h"
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
 #include "controls/rowbutton.h"
@@ -36,7 +36,7 @@ void tst_accessibility::pictureIsAGraphic() {
 }
 
 void tst_accessibility::rowHoldsItsControlsButNotItsText() {
-    platform::ButtonRow row;
+    platform::ActionRow row;
     platform::RowButton button(u"Variables"_s, &row);
     platform::TextLabel text(&row);
     platform::TextLabel more(&row);

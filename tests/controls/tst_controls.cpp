@@ -5,21 +5,21 @@
 #include <QTest>
 #include <QVBoxLayout>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
 #include "controls/rowbutton.h"
 #include "controls/textlabel.h"
 #include "support/testmain.h"
-#include "windowing/keys.h"
 #include "windowing/outlets.h"
+#include "windowing/shortcuts.h"
 
 using namespace Qt::StringLiterals;
 
 /// A window with one answer: a lettered button, its text, and another control.
 struct Answer {
     QWidget window;
-    platform::ButtonRow row{&window};
+    platform::ActionRow row{&window};
     platform::RowButton button{u"A"_s, &row};
     platform::TextLabel label{&row};
     QPushButton another{u"another"_s, &window};
@@ -72,7 +72,7 @@ class tst_controls final : public QObject {
 void tst_controls::keyPressesItsButtonFromAnywhereInTheWindow() {
     Answer answer;
     QVERIFY(inFront(answer));
-    platform::addKeys(answer.button, {QKeySequence(Qt::Key_A), QKeySequence(Qt::Key_1)});
+    platform::addShortcuts(answer.button, {QKeySequence(Qt::Key_A), QKeySequence(Qt::Key_1)});
     answer.another.setFocus();
     answer.type(Qt::Key_A);
     QCOMPARE(answer.clicks, 1);
@@ -92,7 +92,7 @@ void tst_controls::keySleepsWhileItsButtonIsHiddenOrDisabled() {
     QFETCH(const bool, hidden);
     Answer answer;
     QVERIFY(inFront(answer));
-    platform::addKeys(answer.button, {QKeySequence(Qt::Key_A)});
+    platform::addShortcuts(answer.button, {QKeySequence(Qt::Key_A)});
     answer.button.setHidden(hidden);
     answer.button.setEnabled(hidden);
     answer.type(Qt::Key_A);
@@ -106,7 +106,7 @@ void tst_controls::keySleepsWhileItsButtonIsHiddenOrDisabled() {
 void tst_controls::heldKeyPressesOnce() {
     Answer answer;
     QVERIFY(inFront(answer));
-    platform::addKeys(answer.button, {QKeySequence(Qt::Key_A)});
+    platform::addShortcuts(answer.button, {QKeySequence(Qt::Key_A)});
     answer.another.setFocus();
     answer.type(Qt::Key_A);
     for (int repeat = 0; repeat < 3; ++repeat) {
@@ -119,8 +119,8 @@ void tst_controls::heldKeyPressesOnce() {
 void tst_controls::keysOfALayoutArePartedByBlanks() {
     Answer answer;
     QVERIFY(inFront(answer));
-    answer.button.setProperty("keys", u"C 3"_s);
-    platform::connectKeys(answer.window);
+    answer.button.setProperty("shortcuts", u"C 3"_s);
+    platform::connectShortcuts(answer.window);
     for (const Qt::Key key : {Qt::Key_C, Qt::Key_3, Qt::Key_A, Qt::Key_1}) {
         answer.type(key);
     }
@@ -187,7 +187,7 @@ void tst_controls::rowsButtonIsNamedAfterItsText() {
 }
 
 void tst_controls::rowsButtonIsDescribedByItsLevel() {
-    platform::ButtonRow row;
+    platform::ActionRow row;
     platform::RowButton button(u"Variables"_s, &row);
     platform::LevelIndicator level(&row);
     level.setCounted(u"passes"_s);

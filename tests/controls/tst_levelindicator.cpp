@@ -245,7 +245,7 @@ void tst_levelindicator::filledSegmentsAreToldApart() {
     indicator.setDoubleValue(3);
     const QRgb filled = segments().constLast();
     QVERIFY(filled != missing);
-    QCOMPARE(QColor(filled), platform::theme::accent(indicator.palette()));
+    QCOMPARE(QColor(filled), platform::look::accent(indicator.palette()));
     indicator.setDoubleValue(value);
     QList<QRgb> expected(3, missing);
     std::fill(expected.begin(), expected.begin() + value, filled);

@@ -3,9 +3,9 @@
 #include <QTest>
 #include <QTransform>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/rowbutton.h"
-#include "controls/rowsign.h"
+#include "controls/statusicon.h"
 #include "controls/textlabel.h"
 #include "look/theme.h"
 #include "support/drawing.h"
@@ -15,17 +15,17 @@
 
 using namespace Qt::StringLiterals;
 
-using platform::Standing;
+using platform::RowState;
 
 namespace {
 
 /// A window with an answer's row and another control.
 struct Row {
     QWidget window;
-    platform::ButtonRow row{&window};
+    platform::ActionRow row{&window};
     platform::RowButton button{u"A"_s, &row};
     platform::TextLabel text{&row};
-    platform::RowSign sign{&row};
+    platform::StatusIcon sign{&row};
     QPushButton another{u"another"_s, &window};
 
     explicit Row(bool badge = true) {
@@ -62,8 +62,8 @@ struct Row {
     QColor at(int x, int y) { return row.grab().toImage().pixelColor(x, y); }
 };
 
-constexpr std::array standings{Standing::Open,  Standing::Next,  Standing::Done,
-                               Standing::Right, Standing::Wrong, Standing::Other};
+constexpr std::array states{RowState::Open,  RowState::Next,  RowState::Done,
+                            RowState::Right, RowState::Wrong, RowState::Other};
 
 /// How many pixels differ by more than antialiasing makes out.
 int differences(const QImage &one, const QImage &other) {
@@ -103,7 +103,7 @@ class tst_rows final : public QObject {
     void wordsSayHowARowStands();
 
  private:
-    static QImage sign(Row &row, Standing standing, const QString &label = {});
+    static QImage sign(Row &row, RowState state, const QString &label = {});
 
     QPalette palette_ = QApplication::palette();
 };
@@ -112,9 +112,9 @@ void tst_rows::cleanup() {
     QApplication::setPalette(palette_);
 }
 
-QImage tst_rows::sign(Row &row, Standing standing, const QString &label) {
+QImage tst_rows::sign(Row &row, RowState state, const QString &label) {
     row.sign.setProperty("label", label);
-    row.row.setStanding(standing);
+    row.row.setState(state);
     QImage picture(row.sign.size() * optics::ratio, QImage::Format_RGB32);
     picture.setDevicePixelRatio(optics::ratio);
     picture.fill(row.windowColor());
@@ -132,36 +132,36 @@ void tst_rows::groundSaysHowARowStands() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
     Row row;
-    QMap<Standing, QColor> grounds;
-    for (const Standing standing : standings) {
-        row.row.setStanding(standing);
-        grounds[standing] = row.ground();
+    QMap<RowState, QColor> grounds;
+    for (const RowState state : states) {
+        row.row.setState(state);
+        grounds[state] = row.ground();
     }
-    const QColor open = grounds[Standing::Open];
+    const QColor open = grounds[RowState::Open];
     QVERIFY2(open != row.windowColor(), "an open row has no ground");
-    QCOMPARE(grounds[Standing::Done], open);
-    QVERIFY2(grounds[Standing::Next] != open, "what is next is not set off");
-    QVERIFY2(grounds[Standing::Next] != row.windowColor(), "what is next has no ground");
-    QCOMPARE(grounds[Standing::Right], grounds[Standing::Next]);
-    QCOMPARE(grounds[Standing::Wrong], row.windowColor());
-    QCOMPARE(grounds[Standing::Other], row.windowColor());
+    QCOMPARE(grounds[RowState::Done], open);
+    QVERIFY2(grounds[RowState::Next] != open, "what is next is not set off");
+    QVERIFY2(grounds[RowState::Next] != row.windowColor(), "what is next has no ground");
+    QCOMPARE(grounds[RowState::Right], grounds[RowState::Next]);
+    QCOMPARE(grounds[RowState::Wrong], row.windowColor());
+    QCOMPARE(grounds[RowState::Other], row.windowColor());
 }
 
 void tst_rows::onlyTheRightAnswerHasAnEdgeInTheAccent() {
     Row row;
-    const QColor accent = platform::theme::accent(row.window.palette());
-    for (const Standing standing : standings) {
-        row.row.setStanding(standing);
-        QCOMPARE(row.edge() == accent, standing == Standing::Right);
+    const QColor accent = platform::look::accent(row.window.palette());
+    for (const RowState state : states) {
+        row.row.setState(state);
+        QCOMPARE(row.edge() == accent, state == RowState::Right);
         QVERIFY2(row.edge() != row.windowColor(), "the row has no edge");
     }
 }
 
 void tst_rows::focusIsOnTheEdgeWhateverTheStanding() {
     Row row;
-    const QColor accent = platform::theme::accent(row.window.palette());
-    for (const Standing standing : standings) {
-        row.row.setStanding(standing);
+    const QColor accent = platform::look::accent(row.window.palette());
+    for (const RowState state : states) {
+        row.row.setState(state);
         row.another.setFocus();
         const int without = drawing::pixels(row.row, accent);
         row.button.setFocus();
@@ -182,37 +182,37 @@ void tst_rows::rowThatCannotBePressedHasNoGround() {
 }
 
 void tst_rows::pointerLightsTheGroundAndLeavesTheEdge_data() {
-    QTest::addColumn<Standing>("standing");
-    QTest::newRow("open") << Standing::Open;
-    QTest::newRow("next") << Standing::Next;
-    QTest::newRow("done") << Standing::Done;
+    QTest::addColumn<RowState>("state");
+    QTest::newRow("open") << RowState::Open;
+    QTest::newRow("next") << RowState::Next;
+    QTest::newRow("done") << RowState::Done;
 }
 
 void tst_rows::pointerLightsTheGroundAndLeavesTheEdge() {
-    QFETCH(const Standing, standing);
+    QFETCH(const RowState, state);
     Row row;
-    row.row.setStanding(standing);
+    row.row.setState(state);
     pointer::moveTo(row.another);
     const QColor ground = row.ground();
     const QColor edge = row.edge();
     pointer::moveTo(row.text);
-    QVERIFY(row.row.isLit());
+    QVERIFY(row.row.isHovered());
     QVERIFY2(row.ground() != ground, "the pointer is not seen");
     QCOMPARE(row.edge(), edge);
     pointer::moveTo(row.another);
-    QVERIFY(!row.row.isLit());
+    QVERIFY(!row.row.isHovered());
     QCOMPARE(row.ground(), ground);
 }
 
 void tst_rows::pointerDoesNotLightWhatCannotBePressed() {
-    for (const Standing standing : {Standing::Open, Standing::Right, Standing::Other}) {
+    for (const RowState state : {RowState::Open, RowState::Right, RowState::Other}) {
         Row row;
         row.button.setEnabled(false);
-        row.row.setStanding(standing);
+        row.row.setState(state);
         pointer::moveTo(row.another);
         const QImage picture = row.row.grab().toImage();
         pointer::moveTo(row.text);
-        QVERIFY(!row.row.isLit());
+        QVERIFY(!row.row.isHovered());
         QCOMPARE(row.row.grab().toImage(), picture);
     }
 }
@@ -222,20 +222,19 @@ void tst_rows::pressIsSeenOnTheRow() {
     pointer::moveTo(row.another);
     const QColor usual = row.ground();
     pointer::moveTo(row.text);
-    const QColor lit = row.ground();
+    const QColor hovered = row.ground();
     row.mouse(QTest::MousePress);
     const QColor pressed = row.ground();
     row.mouse(QTest::MouseRelease);
-    QVERIFY2(pressed != lit, "the press is not told from the pointer");
+    QVERIFY2(pressed != hovered, "the press is not told from the pointer");
     QVERIFY2(pressed != usual, "the press is not seen");
-    QCOMPARE(row.ground(), lit);
+    QCOMPARE(row.ground(), hovered);
 }
 
 void tst_rows::everyPartIsDrawnAnew_data() {
     using Change = std::function<void(Row &)>;
     QTest::addColumn<Change>("change");
-    QTest::newRow("another standing")
-        << Change([](Row &row) { row.row.setStanding(Standing::Wrong); });
+    QTest::newRow("another state") << Change([](Row &row) { row.row.setState(RowState::Wrong); });
     QTest::newRow("the pointer") << Change([](Row &row) { pointer::moveTo(row.text); });
     QTest::newRow("the focus") << Change([](Row &row) { row.button.setFocus(); });
     QTest::newRow("cannot be pressed") << Change([](Row &row) { row.button.setEnabled(false); });
@@ -260,12 +259,12 @@ void tst_rows::everyPartIsDrawnAnew() {
 
 void tst_rows::signIsATickACrossOrNothing() {
     Row row;
-    const QImage nothing = sign(row, Standing::Other);
-    QCOMPARE(sign(row, Standing::Open), nothing);
+    const QImage nothing = sign(row, RowState::Other);
+    QCOMPARE(sign(row, RowState::Open), nothing);
     const int size = nothing.width() * nothing.height();
-    const QImage cross = sign(row, Standing::Wrong);
-    const QImage tick = sign(row, Standing::Right);
-    QCOMPARE(sign(row, Standing::Done), tick);
+    const QImage cross = sign(row, RowState::Wrong);
+    const QImage tick = sign(row, RowState::Right);
+    QCOMPARE(sign(row, RowState::Done), tick);
     QVERIFY2(differences(cross, nothing) > size / 50, "there is no cross");
     // A cross is the same from every side, a tick is not.
     for (const QTransform &turned : {QTransform::fromScale(-1, 1), QTransform::fromScale(1, -1)}) {
@@ -273,19 +272,19 @@ void tst_rows::signIsATickACrossOrNothing() {
         QVERIFY(differences(tick, tick.transformed(turned)) > size / 50);
     }
     // Whatever the label: they stand in its place.
-    QCOMPARE(sign(row, Standing::Wrong, u"8"_s), cross);
-    QCOMPARE(sign(row, Standing::Right, u"8"_s), tick);
+    QCOMPARE(sign(row, RowState::Wrong, u"8"_s), cross);
+    QCOMPARE(sign(row, RowState::Right, u"8"_s), tick);
 }
 
 void tst_rows::signWithoutATickOrCrossIsItsLabel() {
     Row row;
-    for (const Standing standing : {Standing::Open, Standing::Next, Standing::Other}) {
-        QVERIFY(sign(row, standing, u"1"_s) != sign(row, standing, u"2"_s));
-        QVERIFY(sign(row, standing, u"1"_s) != sign(row, standing));
+    for (const RowState state : {RowState::Open, RowState::Next, RowState::Other}) {
+        QVERIFY(sign(row, state, u"1"_s) != sign(row, state, u"2"_s));
+        QVERIFY(sign(row, state, u"1"_s) != sign(row, state));
     }
     // In a ring: the label has a line round it.
-    const QImage ring = sign(row, Standing::Open, u"1"_s);
-    const QImage nothing = sign(row, Standing::Open);
+    const QImage ring = sign(row, RowState::Open, u"1"_s);
+    const QImage nothing = sign(row, RowState::Open);
     const int middle = ring.width() / 2;
     int edges = 0;
     for (const QPoint &inwards : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
@@ -302,12 +301,12 @@ void tst_rows::signWithoutATickOrCrossIsItsLabel() {
 
 void tst_rows::signOfWhatIsNextDoneOrRightIsADisc() {
     Row row;
-    const QRgb accent = platform::theme::accent(row.window.palette()).rgb();
-    const QColor onAccent = platform::theme::onAccent(row.window.palette());
-    for (const Standing standing : standings) {
+    const QRgb accent = platform::look::accent(row.window.palette()).rgb();
+    const QColor onAccent = platform::look::onAccent(row.window.palette());
+    for (const RowState state : states) {
         const bool disc =
-            standing == Standing::Next || standing == Standing::Done || standing == Standing::Right;
-        const QImage picture = sign(row, standing, u"1"_s);
+            state == RowState::Next || state == RowState::Done || state == RowState::Right;
+        const QImage picture = sign(row, state, u"1"_s);
         QCOMPARE(optics::mainColor(picture) == accent, disc);
         QCOMPARE(drawing::pixels(picture, onAccent) > 0, disc);
         QCOMPARE(picture.pixel(0, 0), row.windowColor().rgb());
@@ -317,7 +316,7 @@ void tst_rows::signOfWhatIsNextDoneOrRightIsADisc() {
 void tst_rows::badgeIsFilledWhereItIsRightPressedOrPointedAt() {
     Row row;
     pointer::moveTo(row.another);
-    const QColor accent = platform::theme::accent(row.window.palette());
+    const QColor accent = platform::look::accent(row.window.palette());
     const auto filled = [&] {
         return drawing::pixels(row.button, accent) > row.button.width() * row.button.height() / 2;
     };
@@ -330,9 +329,9 @@ void tst_rows::badgeIsFilledWhereItIsRightPressedOrPointedAt() {
     QVERIFY(filled());
     row.button.setDown(false);
     row.button.setEnabled(false);
-    for (const Standing standing : {Standing::Right, Standing::Wrong, Standing::Other}) {
-        row.row.setStanding(standing);
-        QCOMPARE(filled(), standing == Standing::Right);
+    for (const RowState state : {RowState::Right, RowState::Wrong, RowState::Other}) {
+        row.row.setState(state);
+        QCOMPARE(filled(), state == RowState::Right);
     }
 }
 
@@ -358,18 +357,18 @@ void tst_rows::buttonThatCannotBePressedIsFaint() {
 
 void tst_rows::wordsSayHowARowStands() {
     QWidget window;
-    platform::ButtonRow row(&window);
+    platform::ActionRow row(&window);
     const platform::RowButton button(u"Variables"_s, &row);
     platform::TextLabel text(&row);
     const platform::TextLabel words(&row);
     text.setStringValue(u"19 questions"_s);
     window.show();
-    row.setStanding(Standing::Done, u"Mastered"_s);
+    row.setState(RowState::Done, u"Mastered"_s);
     QCOMPARE(words.text(), u"Mastered"_s);
     QCoreApplication::processEvents();
     QCOMPARE(button.accessibleDescription(), u"mastered"_s);
     QCOMPARE(text.text(), u"19 questions"_s);
-    row.setStanding(Standing::Open);
+    row.setState(RowState::Open);
     QCOMPARE(words.text(), QString());
     QCoreApplication::processEvents();
     QCOMPARE(button.accessibleDescription(), QString());

@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/levelindicator.h"
 #include "controls/rowbutton.h"
 #include "controls/steplist.h"
@@ -13,13 +13,13 @@
 
 using namespace Qt::StringLiterals;
 
-using platform::Standing;
+using platform::RowState;
 
 namespace {
 
 /// A row of the list: its button, what the button starts, how the row stands, its level.
 struct Step {
-    platform::ButtonRow row;
+    platform::ActionRow row;
     platform::RowButton button{u"step"_s, &row};
     platform::TextLabel text{&row};
     platform::TextLabel words{&row};
@@ -65,12 +65,12 @@ struct Steps {
         window.activateWindow();
         return QTest::qWaitForWindowActive(&window);
     }
-    QList<Standing> standings() const {
-        QList<Standing> standings;
+    QList<RowState> states() const {
+        QList<RowState> states;
         for (const Step &step : steps) {
-            standings << step.row.standing();
+            states << step.row.state();
         }
-        return standings;
+        return states;
     }
     QStringList words() const {
         QStringList words;
@@ -119,12 +119,12 @@ class tst_steplist final : public QObject {
 
 void tst_steplist::firstStepThatIsNotFullComesNext_data() {
     QTest::addColumn<QList<double>>("levels");
-    QTest::addColumn<QList<Standing>>("standings");
+    QTest::addColumn<QList<RowState>>("states");
     QTest::addColumn<QStringList>("words");
     QTest::addColumn<QStringList>("descriptions");
-    constexpr auto open = Standing::Open;
-    constexpr auto next = Standing::Next;
-    constexpr auto done = Standing::Done;
+    constexpr auto open = RowState::Open;
+    constexpr auto next = RowState::Next;
+    constexpr auto done = RowState::Done;
     QTest::newRow("none begun") << QList<double>{0, 0, 0} << QList{next, open, open}
                                 << QStringList{u"Next"_s, {}, {}}
                                 << QStringList{u"0 of 3 passes, next"_s, u"0 of 3 passes"_s,
@@ -152,12 +152,12 @@ void tst_steplist::firstStepThatIsNotFullComesNext_data() {
 
 void tst_steplist::firstStepThatIsNotFullComesNext() {
     QFETCH(const QList<double>, levels);
-    QFETCH(const QList<Standing>, standings);
+    QFETCH(const QList<RowState>, states);
     QFETCH(const QStringList, words);
     QFETCH(const QStringList, descriptions);
     Steps steps(levels);
     QVERIFY(steps.show());
-    QCOMPARE(steps.standings(), standings);
+    QCOMPARE(steps.states(), states);
     QCOMPARE(steps.words(), words);
     QCOMPARE(steps.descriptions(), descriptions);
 }
@@ -166,10 +166,10 @@ void tst_steplist::stepsFollowTheirLevels() {
     Steps steps({0, 0, 0});
     QVERIFY(steps.show());
     steps.fill({3, 1, 3});
-    QCOMPARE(steps.standings(), QList({Standing::Done, Standing::Next, Standing::Done}));
+    QCOMPARE(steps.states(), QList({RowState::Done, RowState::Next, RowState::Done}));
     QCOMPARE(steps.words(), QStringList({u"Mastered"_s, u"Next"_s, u"Mastered"_s}));
     steps.fill({0, 0, 0});
-    QCOMPARE(steps.standings(), QList({Standing::Next, Standing::Open, Standing::Open}));
+    QCOMPARE(steps.states(), QList({RowState::Next, RowState::Open, RowState::Open}));
     QCOMPARE(steps.words(), QStringList({u"Next"_s, {}, {}}));
     QCOMPARE(steps.descriptions(),
              QStringList({u"0 of 3 passes, next"_s, u"0 of 3 passes"_s, u"0 of 3 passes"_s}));
@@ -178,9 +178,9 @@ void tst_steplist::stepsFollowTheirLevels() {
 void tst_steplist::stepsFollowTheirMaximum() {
     Steps steps({3, 0, 0});
     QVERIFY(steps.show());
-    QCOMPARE(steps.steps[0].row.standing(), Standing::Done);
+    QCOMPARE(steps.steps[0].row.state(), RowState::Done);
     steps.steps[0].level.setMaximum(4);
-    QCOMPARE(steps.standings(), QList({Standing::Next, Standing::Open, Standing::Open}));
+    QCOMPARE(steps.states(), QList({RowState::Next, RowState::Open, RowState::Open}));
 }
 
 void tst_steplist::whatComesNextHasTheFocus_data() {

@@ -209,7 +209,7 @@ void tst_textlabel::linesStandApartAsTheLeadingSays() {
     };
     const int usual = distance();
     const int height = label.sizeHint().height();
-    label.setProperty("leading", 2.0);
+    label.setProperty("lineHeight", 2.0);
     QVERIFY2(qAbs(distance() - 2 * usual) <= 2 * optics::ratio,
              qPrintable(u"lines stand %1 apart, usually %2"_s.arg(distance()).arg(usual)));
     QCOMPARE(label.sizeHint().height(), 2 * height);
@@ -368,7 +368,7 @@ void tst_textlabel::textIsSetAnewWhateverChanges_data() {
     });
     row("wrapping", [](TextLabel &label) { label.setWordWrap(false); });
     row("alignment", [](TextLabel &label) { label.setAlignment(Qt::AlignRight); });
-    row("leading", [](TextLabel &label) { label.setProperty("leading", 1.5); });
+    row("leading", [](TextLabel &label) { label.setProperty("lineHeight", 1.5); });
     row("code", [](TextLabel &label) { label.setProperty("codeBelow", true); });
     row("width", [](TextLabel &label) { label.resize(150, 200); });
 }

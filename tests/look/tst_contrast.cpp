@@ -9,7 +9,7 @@
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
 #include "controls/rowbutton.h"
-#include "controls/rowsign.h"
+#include "controls/statusicon.h"
 #include "controls/textlabel.h"
 #include "look/states.h"
 #include "shell/appdelegate.h"
@@ -371,7 +371,7 @@ void tst_contrast::measureControls(QWidget &window) {
             measureMark(window, *image, nameOf(*image));
         }
     }
-    for (platform::RowSign *sign : shown<platform::RowSign>(window)) {
+    for (platform::StatusIcon *sign : shown<platform::StatusIcon>(window)) {
         if (!sign->property("label").toString().isEmpty()) {
             measureShape(window, *sign);
         }
@@ -492,7 +492,7 @@ void tst_contrast::measureMarks(QWidget &window, int right) {
     // The one that was chosen is the first.
     for (const int answer : {1, right}) {
         const QWidget &button = desk::control(&window, u"btnAnswer%1"_s.arg(answer));
-        auto *sign = button.parentWidget()->findChild<platform::RowSign *>();
+        auto *sign = button.parentWidget()->findChild<platform::StatusIcon *>();
         QVERIFY(sign != nullptr);
         measureMark(window, *sign, u"answer %1"_s.arg(answer));
     }

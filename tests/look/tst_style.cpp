@@ -167,7 +167,7 @@ void tst_style::focusIsDrawnInTheAccentColour() {
     QVERIFY(QTest::qWaitForWindowActive(&window));
     QVERIFY(focused->hasFocus());
 
-    const QColor accent = platform::theme::accent(palette);
+    const QColor accent = platform::look::accent(palette);
     // Above and below the text at least.
     const int enough = 2 * focused->fontMetrics().horizontalAdvance(focused->text());
     QVERIFY(drawing::pixels(*focused, accent) >= enough);
@@ -217,14 +217,14 @@ void tst_style::addOrientations() {
 
 void tst_style::onlyTheOptionThatIsOnIsFilled() {
     QRadioButton option(u"Timed"_s);
-    const QColor accent = platform::theme::accent(option.palette());
+    const QColor accent = platform::look::accent(option.palette());
     QCOMPARE(drawing::pixels(option, accent), 0);
     option.setChecked(true);
     const int line = option.fontMetrics().height();
     QVERIFY2(drawing::pixels(option, accent) > line * line / 4,
              "the option that is on is not filled");
     // The dot within.
-    QVERIFY(drawing::pixels(option, platform::theme::onAccent(option.palette())) > 0);
+    QVERIFY(drawing::pixels(option, platform::look::onAccent(option.palette())) > 0);
     option.setChecked(false);
     option.setAutoExclusive(false);
     option.setChecked(false);
@@ -240,7 +240,7 @@ void tst_style::optionInFocusHasARingRoundItsRow() {
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    const QColor accent = platform::theme::accent(option.palette());
+    const QColor accent = platform::look::accent(option.palette());
     const QImage picture = option.grab().toImage();
     const QPoint middle = option.rect().center();
     for (const QPoint &edge : {QPoint(middle.x(), 0), QPoint(middle.x(), option.height() - 1),
@@ -262,12 +262,12 @@ void tst_style::defaultButtonIsFilledWithTheAccent() {
     QApplication::setPalette(palette);
     for (const bool isDefault : {false, true}) {
         ShownButton shown(isDefault);
-        const QColor accent = platform::theme::accent(palette);
+        const QColor accent = platform::look::accent(palette);
         const int area = shown.button.width() * shown.button.height();
         QCOMPARE(drawing::pixels(shown.button, accent) > area / 2, isDefault);
         QCOMPARE(shown.ground() == accent, isDefault);
         if (isDefault) {
-            QVERIFY2(drawing::pixels(shown.button, platform::theme::onAccent(palette)) > 0,
+            QVERIFY2(drawing::pixels(shown.button, platform::look::onAccent(palette)) > 0,
                      "its text is not in the colour for the accent");
         }
     }
@@ -283,7 +283,7 @@ void tst_style::focusStandsOffTheDefaultButton() {
     ShownButton shown(true);
     shown.button.setFocus();
     const QImage picture = shown.button.grab().toImage();
-    const QColor accent = platform::theme::accent(palette);
+    const QColor accent = platform::look::accent(palette);
     const auto lengths = [&](const QPoint &from, const QPoint &inwards) {
         // Ring, gap, and what is filled, as far as the text.
         QList<int> found{0, 0, 0};
@@ -351,12 +351,12 @@ void tst_style::chosenMenuItemIsFilledWithTheAccent() {
     menu.addAction(u"Variables"_s);
     menu.popup(QPoint());
     QVERIFY(QTest::qWaitForWindowExposed(&menu));
-    const QColor accent = platform::theme::accent(palette);
+    const QColor accent = platform::look::accent(palette);
     QCOMPARE(drawing::pixels(menu, accent), 0);
     menu.setActiveAction(item);
     const QRect place = menu.actionGeometry(item);
     QVERIFY(drawing::pixels(menu, accent) > place.width() * place.height() / 2);
-    QVERIFY(drawing::pixels(menu, platform::theme::onAccent(palette)) > 0);
+    QVERIFY(drawing::pixels(menu, platform::look::onAccent(palette)) > 0);
 }
 
 void tst_style::chosenMenuIsSetOff_data() {

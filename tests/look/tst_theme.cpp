@@ -91,7 +91,7 @@ void tst_theme::spacingIsSetInUnitsOfTheFont() {
             control->setProperty("spacing", name);
         }
         auto *grid = new QGridLayout(control);
-        platform::theme::dress(window);
+        platform::look::polish(window);
         const QMargins found = margins(*grid);
         QVERIFY2(
             measures(found.left(), side, window) && measures(found.right(), side, window),
@@ -128,7 +128,7 @@ void tst_theme::spacingHoldsForEveryKindOfLayout() {
     auto *deeper = new QVBoxLayout;
     column->addLayout(line);
     line->addLayout(deeper);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     QVERIFY(measures(column->spacing(), 1, window));
     QVERIFY(measures(line->spacing(), 3, window));
     QVERIFY(measures(deeper->spacing(), 1, window));
@@ -141,7 +141,7 @@ void tst_theme::unknownSpacingLeavesTheLayoutAlone() {
     auto *line = new QHBoxLayout(control);
     line->setContentsMargins(1, 2, 3, 4);
     line->setSpacing(5);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     QCOMPARE(margins(*line), QMargins(1, 2, 3, 4));
     QCOMPARE(line->spacing(), 5);
 }
@@ -167,7 +167,7 @@ void tst_theme::everyNameInALayoutIsKnown() {
         const QFont font = part->font();
         part->setProperty("spacing", control->property("spacing"));
         part->setProperty("textStyle", control->property("textStyle"));
-        platform::theme::dress(probe);
+        platform::look::polish(probe);
         spacings += control->property("spacing").isValid() ? 1 : 0;
         QVERIFY2(line->contentsMargins() != QMargins(99, 99, 99, 99),
                  qPrintable(u"%1, %2: the spacing \"%3\" is unknown"_s.arg(
@@ -182,7 +182,7 @@ void tst_theme::everyNameInALayoutIsKnown() {
 void tst_theme::dialogIsSpacedAsAWindow() {
     QDialog dialog;
     auto *column = new QVBoxLayout(&dialog);
-    platform::theme::dress(dialog);
+    platform::look::polish(dialog);
     QVERIFY(measures(margins(*column).left(), 3, dialog));
     QVERIFY(measures(margins(*column).top(), 2.25, dialog));
     QVERIFY(measures(column->spacing(), 1.8, dialog));
@@ -197,7 +197,7 @@ void tst_theme::textStylesAreAScale() {
     };
     const QList<QLabel *> labels{label(u"caption"_s), label(QString()), label(u"heading"_s),
                                  label(u"question"_s), label(u"title"_s)};
-    platform::theme::dress(window);
+    platform::look::polish(window);
     const double body = QFontInfo(window.font()).pointSizeF();
     QCOMPARE(QFontInfo(labels[1]->font()).pointSizeF(), body);
     for (qsizetype i = 1; i < labels.size(); ++i) {
@@ -220,7 +220,7 @@ void tst_theme::textStyleFollowsAFontInPixels() {
     window.setFont(font);
     QLabel title(&window);
     title.setProperty("textStyle", u"title"_s);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     const double times = QFontMetricsF(title.font()).height() / QFontMetricsF(font).height();
     QVERIFY2(times > 1.5 && times < 1.7, qPrintable(QString::number(times)));
 }
@@ -232,11 +232,11 @@ void tst_theme::dressedTwiceLooksTheSame() {
     title->setProperty("textStyle", u"title"_s);
     column->addWidget(title);
     column->addWidget(new QPushButton(u"OK"_s));
-    platform::theme::dress(window);
+    platform::look::polish(window);
     const QFont font = title->font();
     const QSize size = window.sizeHint();
     QVERIFY(font != window.font());
-    platform::theme::dress(window);
+    platform::look::polish(window);
     QCOMPARE(title->font(), font);
     QCOMPARE(window.sizeHint(), size);
 }
@@ -256,7 +256,7 @@ void tst_theme::everyButtonIsLargeEnoughToHit() {
     const QList<QAbstractButton *> buttons{new QPushButton(u"OK"_s, &window),
                                            new QRadioButton(u"Timed"_s, &window),
                                            new platform::RowButton(u"A"_s, &window)};
-    platform::theme::dress(window);
+    platform::look::polish(window);
     for (const QAbstractButton *button : buttons) {
         const double height = qMax(button->minimumHeight(), button->minimumSizeHint().height());
         QVERIFY2(
@@ -270,7 +270,7 @@ void tst_theme::everyButtonIsLargeEnoughToHit() {
 void tst_theme::buttonHasRoomBesideItsText() {
     QWidget window;
     const QPushButton button(u"Start the quiz anew"_s, &window);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     const int text = button.fontMetrics().horizontalAdvance(button.text());
     QVERIFY2(button.minimumWidth() >= text + 3 * unitOf(window),
              qPrintable(u"%1 pixels for a text of %2"_s.arg(button.minimumWidth()).arg(text)));
@@ -284,7 +284,7 @@ void tst_theme::roomIsKeptOnlyWhereItIsWanted() {
         control->setProperty("keepsRoom", kept);
         column->addWidget(control);
         column->addWidget(new QLabel(u"below"_s));
-        platform::theme::dress(window);
+        platform::look::polish(window);
         const int shown = column->sizeHint().height();
         control->hide();
         QCOMPARE(column->sizeHint().height() == shown, kept);
@@ -296,7 +296,7 @@ void tst_theme::widestIsInCharacters() {
     QWidget column(&window);
     QWidget another(&window);
     column.setProperty("widest", 100);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     // Of what is as high as the font is large.
     const double em = column.font().pointSizeF() * column.logicalDpiY() / 72;
     QCOMPARE(column.maximumWidth(), qRound(55.5 * em));
@@ -312,7 +312,7 @@ void tst_theme::scrolledPageIsNeverCutOffAtItsSide() {
     auto *inPage = new QVBoxLayout(page);
     inPage->addWidget(new QLabel(u"A line that is not to be wrapped, however long it is"_s));
     area->setWidget(page);
-    platform::theme::dress(window);
+    platform::look::polish(window);
     QVERIFY2(area->minimumWidth() >=
                  page->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width(),
              qPrintable(u"at least %1 pixels for a page of %2"_s.arg(area->minimumWidth())

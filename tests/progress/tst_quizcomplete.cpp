@@ -4,9 +4,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "controls/banner.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
-#include "controls/stage.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/quizrun.h"
 #include "shell/learner.h"
@@ -159,10 +159,10 @@ void tst_quizcomplete::marksSentenceAndMoodFollowCountAndOutcome_data() {
     QTest::addColumn<QString>("count");
     QTest::addColumn<QStringList>("marks");
     QTest::addColumn<QString>("sentence");
-    QTest::addColumn<platform::Stage::Mood>("mood");
-    constexpr auto quiet = platform::Stage::Mood::Quiet;
-    constexpr auto glad = platform::Stage::Mood::Glad;
-    constexpr auto festive = platform::Stage::Mood::Festive;
+    QTest::addColumn<platform::Banner::Tone>("tone");
+    constexpr auto quiet = platform::Banner::Tone::Neutral;
+    constexpr auto glad = platform::Banner::Tone::Positive;
+    constexpr auto festive = platform::Banner::Tone::Festive;
     const QString check = u"check"_s;
     const QString blank = u"blank"_s;
     const QStringList none{blank, blank, blank};
@@ -199,7 +199,7 @@ void tst_quizcomplete::marksSentenceAndMoodFollowCountAndOutcome() {
         open({{u"currentTest"_s, u"2"_s}, {u"quiz2"_s, count}, {u"currentStatus"_s, status}});
     QCOMPARE(this->marks(results), marks);
     QCOMPARE(text(results, u"lblTheStatus"_s), sentence);
-    QTEST(desk::control<platform::Stage>(results->window(), u"stage"_s).mood(), "mood");
+    QTEST(desk::control<platform::Banner>(results->window(), u"stage"_s).tone(), "tone");
 }
 
 void tst_quizcomplete::eachQuizShowsItsNameAndItsOwnCount_data() {

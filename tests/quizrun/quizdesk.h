@@ -3,7 +3,7 @@
 #include <QMainWindow>
 
 #include "content/golden.h"
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/levelindicator.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
@@ -102,14 +102,14 @@ inline QList<double> alphaValues(const QWidget *window) {
 }
 
 /// How the rows of the three answers stand.
-inline QList<platform::Standing> standings(const QWidget *window) {
-    QList<platform::Standing> standings;
+inline QList<platform::RowState> states(const QWidget *window) {
+    QList<platform::RowState> states;
     for (const int answer : {1, 2, 3}) {
-        standings << desk::control<platform::ButtonRow>(window,
-                                                        QStringLiteral("rowAnswer%1").arg(answer))
-                         .standing();
+        states << desk::control<platform::ActionRow>(window,
+                                                     QStringLiteral("rowAnswer%1").arg(answer))
+                      .state();
     }
-    return standings;
+    return states;
 }
 
 /// What the layout itself puts on the label of that name.

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-using platform::Standing;
+using platform::RowState;
 
 class tst_questionflow final : public QObject {
     Q_OBJECT
@@ -162,10 +162,10 @@ void tst_questionflow::anAnswerSetsOffTheRightOne() {
 void tst_questionflow::anAnswerMarksEveryRow_data() {
     QTest::addColumn<int>("rightAnswer");
     QTest::addColumn<int>("chosen");
-    QTest::addColumn<QList<Standing>>("standings");
-    constexpr auto right = Standing::Right;
-    constexpr auto wrong = Standing::Wrong;
-    constexpr auto other = Standing::Other;
+    QTest::addColumn<QList<RowState>>("states");
+    constexpr auto right = RowState::Right;
+    constexpr auto wrong = RowState::Wrong;
+    constexpr auto other = RowState::Other;
     QTest::newRow("1 for 1") << 1 << 1 << QList{right, other, other};
     QTest::newRow("2 for 1") << 1 << 2 << QList{right, wrong, other};
     QTest::newRow("3 for 1") << 1 << 3 << QList{right, other, wrong};
@@ -180,14 +180,14 @@ void tst_questionflow::anAnswerMarksEveryRow_data() {
 void tst_questionflow::anAnswerMarksEveryRow() {
     QFETCH(const int, rightAnswer);
     QFETCH(const int, chosen);
-    const QList<Standing> open(3, Standing::Open);
+    const QList<RowState> open(3, RowState::Open);
     const auto quiz = quizdesk::open(u"1"_s);
-    QCOMPARE(quizdesk::standings(quiz->window()), open);
+    QCOMPARE(quizdesk::states(quiz->window()), open);
     quizRun().correctAnswerNumber = rightAnswer;
     quizdesk::answer(quiz->window(), chosen);
-    QTEST(quizdesk::standings(quiz->window()), "standings");
+    QTEST(quizdesk::states(quiz->window()), "states");
     quizdesk::goOn(quiz->window());
-    QCOMPARE(quizdesk::standings(quiz->window()), open);
+    QCOMPARE(quizdesk::states(quiz->window()), open);
 }
 
 void tst_questionflow::bothVerdictsAreWhite_data() {
@@ -262,7 +262,7 @@ void tst_questionflow::anAnswerWithoutAQuestionOnlyLocksTheButtons() {
     quizdesk::answer(window, 3);
     QCOMPARE(quizdesk::answersEnabled(window), quizdesk::noAnswer);
     QCOMPARE(quizdesk::alphaValues(window), (QList<double>{1.0, 1.0, 1.0}));
-    QCOMPARE(quizdesk::standings(window), QList<Standing>(3, Standing::Open));
+    QCOMPARE(quizdesk::states(window), QList<RowState>(3, RowState::Open));
     QVERIFY(!desk::isShown(window, u"lblStatus"_s));
     QVERIFY(!desk::isShown(window, u"btnNextQuestion"_s));
     QCOMPARE(quizRun().questionIndex, 0);

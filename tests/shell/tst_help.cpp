@@ -2,7 +2,7 @@
 #include <QScrollBar>
 #include <QTest>
 
-#include "controls/group.h"
+#include "controls/section.h"
 #include "shell/help.h"
 #include "support/desk.h"
 #include "support/testmain.h"
@@ -56,7 +56,7 @@ QScrollArea &tst_help::scrollArea() const {
 
 bool tst_help::isInView(const QString &section) const {
     const QWidget *viewport = scrollArea().viewport();
-    const auto &shown = desk::control<platform::Group>(help_->window(), section);
+    const auto &shown = desk::control<platform::Section>(help_->window(), section);
     const QRect there(shown.mapTo(viewport, QPoint()), shown.size());
     return viewport->rect().contains(there);
 }

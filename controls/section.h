@@ -7,16 +7,16 @@ class QLabel;
 namespace platform {
 
 /// Controls that belong together. To a screen reader it is a group whose name is the text that
-/// stands in it, except for texts that belong to a ButtonRow or to a group within: whoever enters
+/// stands in it, except for texts that belong to an ActionRow or to a group within: whoever enters
 /// the group hears what it is about before the control that has the focus. A group that takes the
 /// focus itself, so that its text can be reached with the keyboard, shows it.
-class Group final : public QWidget {
+class Section final : public QWidget {
     Q_OBJECT
     /// Draws the surface that sets the group apart.
     Q_PROPERTY(bool panel MEMBER panel_)
 
  public:
-    explicit Group(QWidget *parent = nullptr);
+    explicit Section(QWidget *parent = nullptr);
 
  protected:
     bool event(QEvent *event) override;

@@ -11,26 +11,26 @@ class TextLabel;
 
 /// How a row stands. In a list of steps it is open, next or done; as an answer it is open until
 /// one has been chosen, and then right, wrong (the one chosen in its place) or one of the others.
-enum class Standing { Open, Next, Done, Right, Wrong, Other };
+enum class RowState { Open, Next, Done, Right, Wrong, Other };
 
 /// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
 /// button, the button's accessible name is its own text and the label's; a second one is filled
 /// with the words for how the row stands. These and a LevelIndicator's value in words are the
 /// button's accessible description.
-class ButtonRow final : public QWidget {
+class ActionRow final : public QWidget {
     Q_OBJECT
 
  public:
-    explicit ButtonRow(QWidget *parent = nullptr);
+    explicit ActionRow(QWidget *parent = nullptr);
 
     /// The row that `part` stands in; ends the program where there is none.
-    static const ButtonRow &around(const QWidget &part);
+    static const ActionRow &around(const QWidget &part);
 
-    Standing standing() const { return standing_; }
-    void setStanding(Standing standing, const QString &words = {});
+    RowState state() const { return state_; }
+    void setState(RowState state, const QString &words = {});
 
     /// Whether the pointer is over a row that can be pressed.
-    bool isLit() const;
+    bool isHovered() const;
 
     QAbstractButton *button() const { return button_; }
     const LevelIndicator *level() const { return level_; }
@@ -51,7 +51,7 @@ class ButtonRow final : public QWidget {
     QAbstractButton *button_ = nullptr;
     const LevelIndicator *level_ = nullptr;
     TextLabel *words_ = nullptr;
-    Standing standing_ = Standing::Open;
+    RowState state_ = RowState::Open;
 };
 
 }  // namespace platform

@@ -1,11 +1,11 @@
-#include "windowing/keys.h"
+#include "windowing/shortcuts.h"
 
 #include <QAbstractButton>
 #include <QShortcut>
 
 namespace platform {
 
-void addKeys(QAbstractButton &button, const QList<QKeySequence> &keys) {
+void addShortcuts(QAbstractButton &button, const QList<QKeySequence> &keys) {
     for (const QKeySequence &key : keys) {
         // As the button's child the shortcut sleeps while the button is hidden or disabled.
         auto *shortcut = new QShortcut(key, &button);
@@ -14,14 +14,14 @@ void addKeys(QAbstractButton &button, const QList<QKeySequence> &keys) {
     }
 }
 
-void connectKeys(const QWidget &root) {
+void connectShortcuts(const QWidget &root) {
     for (QAbstractButton *button : root.findChildren<QAbstractButton *>()) {
         QList<QKeySequence> keys;
         for (const QString &key :
-             button->property("keys").toString().split(u' ', Qt::SkipEmptyParts)) {
+             button->property("shortcuts").toString().split(u' ', Qt::SkipEmptyParts)) {
             keys << QKeySequence(key);
         }
-        addKeys(*button, keys);
+        addShortcuts(*button, keys);
     }
 }
 

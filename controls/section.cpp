@@ -1,11 +1,11 @@
-#include "controls/group.h"
+#include "controls/section.h"
 
 #include <QEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
 
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 #include "controls/textlabel.h"
 #include "look/theme.h"
 
@@ -13,9 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-Group::Group(QWidget *parent) : QWidget(parent) {}
+Section::Section(QWidget *parent) : QWidget(parent) {}
 
-bool Group::event(QEvent *event) {
+bool Section::event(QEvent *event) {
     switch (event->type()) {
         case QEvent::Polish:
             followLabels();
@@ -32,12 +32,12 @@ bool Group::event(QEvent *event) {
     return QWidget::event(event);
 }
 
-QList<QLabel *> Group::labels() const {
+QList<QLabel *> Section::labels() const {
     QList<QLabel *> labels = findChildren<QLabel *>();
     labels.removeIf([this](const QLabel *label) {
         const QWidget *parent = label->parentWidget();
-        while (parent != this && qobject_cast<const Group *>(parent) == nullptr &&
-               qobject_cast<const ButtonRow *>(parent) == nullptr) {
+        while (parent != this && qobject_cast<const Section *>(parent) == nullptr &&
+               qobject_cast<const ActionRow *>(parent) == nullptr) {
             parent = parent->parentWidget();
         }
         return parent != this || label->isHidden();
@@ -54,15 +54,15 @@ QList<QLabel *> Group::labels() const {
     return labels;
 }
 
-void Group::followLabels() {
+void Section::followLabels() {
     for (const QLabel *label : labels()) {
         if (const auto *text = qobject_cast<const TextLabel *>(label)) {
-            connect(text, &TextLabel::stringValueChanged, this, &Group::describe);
+            connect(text, &TextLabel::stringValueChanged, this, &Section::describe);
         }
     }
 }
 
-void Group::describe() {
+void Section::describe() {
     QString name;
     for (const QLabel *label : labels()) {
         const QString text =
@@ -75,7 +75,7 @@ void Group::describe() {
     setAccessibleName(name);
 }
 
-void Group::scrollIntoView() {
+void Section::scrollIntoView() {
     // The scroll area does so by itself only for a focus that moves within it.
     for (QWidget *parent = parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
         if (auto *area = qobject_cast<QScrollArea *>(parent)) {
@@ -87,14 +87,14 @@ void Group::scrollIntoView() {
     }
 }
 
-void Group::paintEvent(QPaintEvent *) {
+void Section::paintEvent(QPaintEvent *) {
     if (panel_ || hasFocus()) {
         QPainter painter(this);
-        theme::paintPanel(painter, palette(),
-                          {.rect = rect(),
-                           .unit = theme::unit(*this),
-                           .ground = panel_ ? theme::Ground::Surface : theme::Ground::None,
-                           .edge = hasFocus() ? theme::Edge::Focus : theme::Edge::Hairline});
+        look::paintPanel(painter, palette(),
+                         {.rect = rect(),
+                          .unit = look::unit(*this),
+                          .fill = panel_ ? look::Fill::Surface : look::Fill::None,
+                          .border = hasFocus() ? look::Border::Focus : look::Border::Hairline});
     }
 }
 

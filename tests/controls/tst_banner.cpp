@@ -1,7 +1,7 @@
 #include <QTest>
 
+#include "controls/banner.h"
 #include "controls/imagelabel.h"
-#include "controls/stage.h"
 #include "look/theme.h"
 #include "support/drawing.h"
 #include "support/optics.h"
@@ -10,13 +10,13 @@
 
 using namespace Qt::StringLiterals;
 
-using platform::Stage;
+using platform::Banner;
 
 namespace {
 
 /// A stage with a picture in its middle.
 struct ShownStage {
-    Stage stage;
+    Banner stage;
     platform::ImageLabel image{&stage};
 
     ShownStage() {
@@ -39,7 +39,7 @@ struct ShownStage {
 
 }  // namespace
 
-class tst_stage final : public QObject {
+class tst_banner final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
@@ -59,49 +59,49 @@ class tst_stage final : public QObject {
     QPalette palette_ = QApplication::palette();
 };
 
-void tst_stage::cleanup() {
+void tst_banner::cleanup() {
     QApplication::setPalette(palette_);
 }
 
-void tst_stage::isQuietAtFirst() {
-    const Stage stage;
-    QCOMPARE(stage.mood(), Stage::Mood::Quiet);
+void tst_banner::isQuietAtFirst() {
+    const Banner stage;
+    QCOMPARE(stage.tone(), Banner::Tone::Neutral);
 }
 
-void tst_stage::moodIsSeenInGroundAndPicture_data() {
+void tst_banner::moodIsSeenInGroundAndPicture_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
     QTest::newRow("dark") << drawing::darkPalette();
 }
 
-void tst_stage::moodIsSeenInGroundAndPicture() {
+void tst_banner::moodIsSeenInGroundAndPicture() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
     ShownStage shown;
-    const QColor accent = platform::theme::accent(palette);
-    const QColor onAccent = platform::theme::onAccent(palette);
+    const QColor accent = platform::look::accent(palette);
+    const QColor onAccent = platform::look::onAccent(palette);
 
-    shown.stage.setMood(Stage::Mood::Quiet);
+    shown.stage.setTone(Banner::Tone::Neutral);
     QCOMPARE(shown.pixels(accent), 0);
 
-    shown.stage.setMood(Stage::Mood::Glad);
+    shown.stage.setTone(Banner::Tone::Positive);
     const int glad = shown.pixels(accent);
     QVERIFY2(glad > 0, "a glad stage has no picture in the accent");
     QVERIFY2(glad < shown.area() / 4, "a glad stage is filled with the accent");
 
-    shown.stage.setMood(Stage::Mood::Festive);
+    shown.stage.setTone(Banner::Tone::Festive);
     QVERIFY2(shown.pixels(accent) > shown.area() / 4, "a festive stage is not on the accent");
     QVERIFY2(shown.pixels(onAccent) > 0, "its picture is not in the colour for the accent");
     shown.image.setImage(QIcon());
     QCOMPARE(shown.pixels(onAccent), 0);
 }
 
-void tst_stage::moodsAreToldApart() {
+void tst_banner::moodsAreToldApart() {
     ShownStage shown;
     shown.image.setImage(QIcon());
     QList<QRgb> grounds;
-    for (const auto mood : {Stage::Mood::Quiet, Stage::Mood::Glad, Stage::Mood::Festive}) {
-        shown.stage.setMood(mood);
+    for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive, Banner::Tone::Festive}) {
+        shown.stage.setTone(tone);
         grounds << optics::mainColor(shown.picture());
     }
     QVERIFY(grounds[0] != grounds[1]);
@@ -109,7 +109,7 @@ void tst_stage::moodsAreToldApart() {
     QVERIFY(grounds[1] != grounds[2]);
 }
 
-void tst_stage::onlyTheFestiveStageHasRays() {
+void tst_banner::onlyTheFestiveStageHasRays() {
     ShownStage shown;
     shown.image.setImage(QIcon());
     // Along the middle, well within the panel.
@@ -124,15 +124,15 @@ void tst_stage::onlyTheFestiveStageHasRays() {
         }
         return turns;
     };
-    for (const auto mood : {Stage::Mood::Quiet, Stage::Mood::Glad}) {
-        shown.stage.setMood(mood);
+    for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive}) {
+        shown.stage.setTone(tone);
         QCOMPARE(changes(), 0);
     }
-    shown.stage.setMood(Stage::Mood::Festive);
+    shown.stage.setTone(Banner::Tone::Festive);
     QVERIFY2(changes() >= 4, qPrintable(u"only %1 edges of rays"_s.arg(changes())));
 }
 
-void tst_stage::newMoodIsDrawnAtOnce() {
+void tst_banner::newMoodIsDrawnAtOnce() {
     ShownStage shown;
     shown.stage.show();
     QVERIFY(QTest::qWaitForWindowExposed(&shown.stage));
@@ -141,21 +141,21 @@ void tst_stage::newMoodIsDrawnAtOnce() {
     QCoreApplication::processEvents();
     const int before = stage.count();
     const int imageBefore = image.count();
-    shown.stage.setMood(Stage::Mood::Festive);
+    shown.stage.setTone(Banner::Tone::Festive);
     QVERIFY(QTest::qWaitFor([&] { return stage.count() > before; }));
     QVERIFY(QTest::qWaitFor([&] { return image.count() > imageBefore; }));
 }
 
-void tst_stage::pictureOffTheStageIsDrawnInTheAccent() {
+void tst_banner::pictureOffTheStageIsDrawnInTheAccent() {
     QWidget elsewhere;
     platform::ImageLabel image(&elsewhere);
     image.setLines(4);
     image.resize(image.sizeHint());
     image.setImage(platform::imageNamed(u"checkmark.png"_s));
-    QVERIFY(drawing::pixels(image, platform::theme::accent(image.palette())) > 0);
+    QVERIFY(drawing::pixels(image, platform::look::accent(image.palette())) > 0);
 }
 
-void tst_stage::pictureFillsItsLabel() {
+void tst_banner::pictureFillsItsLabel() {
     platform::ImageLabel image;
     image.setLines(4);
     image.resize(image.sizeHint());
@@ -178,10 +178,10 @@ void tst_stage::pictureFillsItsLabel() {
         qPrintable(u"drawn from %1 to %2 of %3 pixels"_s.arg(first).arg(last).arg(full.width())));
 }
 
-void tst_stage::noPictureIsDrawnAsNothing() {
-    for (const auto mood : {Stage::Mood::Quiet, Stage::Mood::Glad, Stage::Mood::Festive}) {
+void tst_banner::noPictureIsDrawnAsNothing() {
+    for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive, Banner::Tone::Festive}) {
         ShownStage shown;
-        shown.stage.setMood(mood);
+        shown.stage.setTone(tone);
         shown.image.setImage(QIcon());
         const QImage empty = shown.picture();
         shown.image.hide();
@@ -189,5 +189,5 @@ void tst_stage::noPictureIsDrawnAsNothing() {
     }
 }
 
-ZORVAN_TEST_MAIN(tst_stage)
-#include "tst_stage.moc"
+ZORVAN_TEST_MAIN(tst_banner)
+#include "tst_banner.moc"

@@ -4,14 +4,14 @@
 
 namespace platform {
 
-/// The round sign of a ButtonRow: shows how the row stands. Told apart by shape: a tick, a cross,
+/// The round icon of an ActionRow: shows how the row stands. Told apart by shape: a tick, a cross,
 /// or the label, such as the row's number, in a ring or on a disc.
-class RowSign final : public QWidget {
+class StatusIcon final : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString label MEMBER label_)
 
  public:
-    explicit RowSign(QWidget *parent = nullptr);
+    explicit StatusIcon(QWidget *parent = nullptr);
 
     QSize sizeHint() const override;
 

@@ -2,10 +2,10 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "controls/buttonrow.h"
-#include "controls/group.h"
+#include "controls/actionrow.h"
 #include "controls/imagelabel.h"
 #include "controls/rowbutton.h"
+#include "controls/section.h"
 #include "controls/textlabel.h"
 #include "look/theme.h"
 #include "support/drawing.h"
@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-using platform::Group;
+using platform::Section;
 using platform::TextLabel;
 
 namespace {
@@ -31,7 +31,7 @@ void QAccessible::updateAccessibility(QAccessibleEvent *event) {
     }
 }
 
-class tst_group final : public QObject {
+class tst_section final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
@@ -51,38 +51,38 @@ class tst_group final : public QObject {
     void focusIsDrawn();
 
  private:
-    TextLabel &addText(const QString &text) { return addText(*group_, text); }
+    TextLabel &addText(const QString &text) { return addText(*section_, text); }
     static TextLabel &addText(QWidget &parent, const QString &text);
     /// What is read out once the group is on screen.
     QString name();
 
-    std::unique_ptr<Group> group_;
+    std::unique_ptr<Section> section_;
 };
 
-void tst_group::init() {
-    group_ = std::make_unique<Group>();
+void tst_section::init() {
+    section_ = std::make_unique<Section>();
 }
 
-void tst_group::cleanup() {
-    group_.reset();
+void tst_section::cleanup() {
+    section_.reset();
 }
 
-TextLabel &tst_group::addText(QWidget &parent, const QString &text) {
+TextLabel &tst_section::addText(QWidget &parent, const QString &text) {
     auto *label = new TextLabel(&parent);
     label->setStringValue(text);
     return *label;
 }
 
-QString tst_group::name() {
-    group_->show();
-    return QAccessible::queryAccessibleInterface(group_.get())->text(QAccessible::Name);
+QString tst_section::name() {
+    section_->show();
+    return QAccessible::queryAccessibleInterface(section_.get())->text(QAccessible::Name);
 }
 
-void tst_group::isAGroupToAScreenReader() {
-    QCOMPARE(QAccessible::queryAccessibleInterface(group_.get())->role(), QAccessible::Grouping);
+void tst_section::isAGroupToAScreenReader() {
+    QCOMPARE(QAccessible::queryAccessibleInterface(section_.get())->role(), QAccessible::Grouping);
 }
 
-void tst_group::nameIsTheTextInOrder_data() {
+void tst_section::nameIsTheTextInOrder_data() {
     QTest::addColumn<QStringList>("texts");
     QTest::addColumn<QString>("name");
     QTest::newRow("none") << QStringList() << QString();
@@ -97,7 +97,7 @@ void tst_group::nameIsTheTextInOrder_data() {
     QTest::newRow("after a comma") << QStringList{u"One,"_s, u"Two"_s} << u"One,. Two"_s;
 }
 
-void tst_group::nameIsTheTextInOrder() {
+void tst_section::nameIsTheTextInOrder() {
     QFETCH(const QStringList, texts);
     for (const QString &text : texts) {
         addText(text);
@@ -105,30 +105,30 @@ void tst_group::nameIsTheTextInOrder() {
     QTEST(name(), "name");
 }
 
-void tst_group::textOfARowIsLeftOut() {
+void tst_section::textOfARowIsLeftOut() {
     addText(u"Which one?"_s);
-    auto *row = new platform::ButtonRow(group_.get());
+    auto *row = new platform::ActionRow(section_.get());
     new platform::RowButton(u"A"_s, row);
     addText(*new QWidget(row), u"an answer"_s);
     QCOMPARE(name(), u"Which one?"_s);
 }
 
-void tst_group::textOfAGroupWithinIsLeftOut() {
+void tst_section::textOfAGroupWithinIsLeftOut() {
     addText(u"Outside"_s);
-    auto *within = new Group(group_.get());
+    auto *within = new Section(section_.get());
     addText(*within, u"Inside"_s);
-    addText(*new QWidget(group_.get()), u"Deeper"_s);
+    addText(*new QWidget(section_.get()), u"Deeper"_s);
     QCOMPARE(name(), u"Outside. Deeper"_s);
     QCOMPARE(within->accessibleName(), u"Inside"_s);
 }
 
-void tst_group::hiddenTextIsLeftOut() {
+void tst_section::hiddenTextIsLeftOut() {
     addText(u"Hidden"_s).hide();
     addText(u"Shown"_s);
     QCOMPARE(name(), u"Shown"_s);
 }
 
-void tst_group::captionIsReadOnceWithItsValue() {
+void tst_section::captionIsReadOnceWithItsValue() {
     addText(u"Passes"_s);
     addText(u"Variables"_s);
     addText(u"67%"_s).setCaption(u"Variables"_s);
@@ -137,16 +137,16 @@ void tst_group::captionIsReadOnceWithItsValue() {
     QCOMPARE(name(), u"Passes. Variables: 67%. Methods: 0%"_s);
 }
 
-void tst_group::pictureIsReadByItsName() {
+void tst_section::pictureIsReadByItsName() {
     addText(u"Results"_s);
     for (const QString &name : {u"Pass mark 1: earned"_s, u"Pass mark 2: missing"_s}) {
-        auto *picture = new platform::ImageLabel(group_.get());
+        auto *picture = new platform::ImageLabel(section_.get());
         picture->setAccessibleName(name);
     }
     QCOMPARE(name(), u"Results. Pass mark 1: earned. Pass mark 2: missing"_s);
 }
 
-void tst_group::nameFollowsTheText() {
+void tst_section::nameFollowsTheText() {
     TextLabel &question = addText(u"First?"_s);
     TextLabel &score = addText(u"50%"_s);
     score.setCaption(u"Score"_s);
@@ -154,13 +154,13 @@ void tst_group::nameFollowsTheText() {
 
     renamed.clear();
     question.setStringValue(u"Second."_s);
-    QVERIFY(renamed.contains(group_.get()));
+    QVERIFY(renamed.contains(section_.get()));
     QCOMPARE(name(), u"Second. Score: 50%"_s);
     score.setStringValue(u"67%"_s);
     QCOMPARE(name(), u"Second. Score: 67%"_s);
 }
 
-void tst_group::focusIsDrawn_data() {
+void tst_section::focusIsDrawn_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::addColumn<bool>("panel");
     for (const bool panel : {false, true}) {
@@ -169,12 +169,12 @@ void tst_group::focusIsDrawn_data() {
     }
 }
 
-void tst_group::focusIsDrawn() {
+void tst_section::focusIsDrawn() {
     QFETCH(const QPalette, palette);
     QFETCH(const bool, panel);
     QWidget window;
     window.setPalette(palette);
-    Group group(&window);
+    Section group(&window);
     group.setFocusPolicy(Qt::StrongFocus);
     group.setProperty("panel", panel);
     group.setGeometry(10, 10, 300, 200);
@@ -183,7 +183,7 @@ void tst_group::focusIsDrawn() {
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    const QColor accent = platform::theme::accent(palette);
+    const QColor accent = platform::look::accent(palette);
     QCOMPARE(drawing::pixels(group, accent), 0);
 
     const drawing::Paints drawn(group);
@@ -198,5 +198,5 @@ void tst_group::focusIsDrawn() {
     QCOMPARE(drawing::pixels(group, accent), 0);
 }
 
-ZORVAN_TEST_MAIN(tst_group)
-#include "tst_group.moc"
+ZORVAN_TEST_MAIN(tst_section)
+#include "tst_section.moc"

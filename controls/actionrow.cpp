@@ -1,4 +1,4 @@
-#include "controls/buttonrow.h"
+#include "controls/actionrow.h"
 
 #include <QAbstractButton>
 #include <QMouseEvent>
@@ -12,22 +12,22 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-ButtonRow::ButtonRow(QWidget *parent) : QWidget(parent) {
+ActionRow::ActionRow(QWidget *parent) : QWidget(parent) {
     setAttribute(Qt::WA_Hover);
 }
 
-const ButtonRow &ButtonRow::around(const QWidget &part) {
+const ActionRow &ActionRow::around(const QWidget &part) {
     for (const QWidget *parent = part.parentWidget(); parent != nullptr;
          parent = parent->parentWidget()) {
-        if (const auto *row = qobject_cast<const ButtonRow *>(parent)) {
+        if (const auto *row = qobject_cast<const ActionRow *>(parent)) {
             return *row;
         }
     }
     qFatal("\"%s\" does not stand in a row", qUtf8Printable(part.objectName()));
 }
 
-void ButtonRow::setStanding(Standing standing, const QString &words) {
-    standing_ = standing;
+void ActionRow::setState(RowState state, const QString &words) {
+    state_ = state;
     if (words_ != nullptr) {
         words_->setStringValue(words);
         describeOnce();
@@ -35,11 +35,11 @@ void ButtonRow::setStanding(Standing standing, const QString &words) {
     update();
 }
 
-bool ButtonRow::isLit() const {
+bool ActionRow::isHovered() const {
     return button_->isEnabled() && underMouse();
 }
 
-bool ButtonRow::event(QEvent *event) {
+bool ActionRow::event(QEvent *event) {
     switch (event->type()) {
         case QEvent::Polish:
             adoptParts();
@@ -54,14 +54,14 @@ bool ButtonRow::event(QEvent *event) {
     return QWidget::event(event);
 }
 
-void ButtonRow::adoptParts() {
+void ActionRow::adoptParts() {
     button_ = findChild<QAbstractButton *>();
     if (button_ == nullptr) {
         qFatal("The row \"%s\" has no button to press", qUtf8Printable(objectName()));
     }
     button_->installEventFilter(this);
-    connect(button_, &QAbstractButton::pressed, this, qOverload<>(&ButtonRow::update));
-    connect(button_, &QAbstractButton::released, this, qOverload<>(&ButtonRow::update));
+    connect(button_, &QAbstractButton::pressed, this, qOverload<>(&ActionRow::update));
+    connect(button_, &QAbstractButton::released, this, qOverload<>(&ActionRow::update));
 
     const QList<TextLabel *> labels = findChildren<TextLabel *>();
     if (!labels.isEmpty()) {
@@ -75,17 +75,17 @@ void ButtonRow::adoptParts() {
     words_ = labels.value(1);
     level_ = findChild<LevelIndicator *>();
     if (level_ != nullptr) {
-        connect(level_, &LevelIndicator::valueInWordsChanged, this, &ButtonRow::describeOnce);
+        connect(level_, &LevelIndicator::valueInWordsChanged, this, &ActionRow::describeOnce);
         describeOnce();
     }
 }
 
-void ButtonRow::describeOnce() {
+void ActionRow::describeOnce() {
     // When level and words are both in place: a screen reader reads each change.
-    QMetaObject::invokeMethod(this, &ButtonRow::describe, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &ActionRow::describe, Qt::QueuedConnection);
 }
 
-void ButtonRow::describe() {
+void ActionRow::describe() {
     QStringList parts;
     if (level_ != nullptr) {
         parts << level_->valueInWords();
@@ -98,7 +98,7 @@ void ButtonRow::describe() {
     }
 }
 
-bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
+bool ActionRow::eventFilter(QObject *watched, QEvent *event) {
     switch (event->type()) {
         case QEvent::FocusIn:
         case QEvent::FocusOut:
@@ -111,17 +111,17 @@ bool ButtonRow::eventFilter(QObject *watched, QEvent *event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void ButtonRow::mousePressEvent(QMouseEvent *event) {
+void ActionRow::mousePressEvent(QMouseEvent *event) {
     button_->setDown(button_->isEnabled() && event->button() == Qt::LeftButton);
     update();
 }
 
-void ButtonRow::mouseDoubleClickEvent(QMouseEvent *event) {
+void ActionRow::mouseDoubleClickEvent(QMouseEvent *event) {
     // A double click is one press: its second half must not open a second window.
     event->accept();
 }
 
-void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
+void ActionRow::mouseReleaseEvent(QMouseEvent *event) {
     const bool pressed = button_->isDown();
     button_->setDown(false);
     update();
@@ -130,41 +130,41 @@ void ButtonRow::mouseReleaseEvent(QMouseEvent *event) {
     }
 }
 
-void ButtonRow::paintEvent(QPaintEvent *) {
-    theme::Ground ground = theme::Ground::Surface;
-    theme::Edge edge = theme::Edge::Hairline;
-    switch (standing_) {
-        case Standing::Open:
+void ActionRow::paintEvent(QPaintEvent *) {
+    look::Fill fill = look::Fill::Surface;
+    look::Border border = look::Border::Hairline;
+    switch (state_) {
+        case RowState::Open:
             if (!button_->isEnabled()) {
-                ground = theme::Ground::None;
+                fill = look::Fill::None;
             }
             break;
-        case Standing::Done:
+        case RowState::Done:
             break;
-        case Standing::Next:
-            ground = theme::Ground::Prominent;
+        case RowState::Next:
+            fill = look::Fill::Prominent;
             break;
-        case Standing::Right:
-            ground = theme::Ground::Prominent;
-            edge = theme::Edge::Accent;
+        case RowState::Right:
+            fill = look::Fill::Prominent;
+            border = look::Border::Accent;
             break;
-        case Standing::Wrong:
-        case Standing::Other:
-            ground = theme::Ground::None;
+        case RowState::Wrong:
+        case RowState::Other:
+            fill = look::Fill::None;
             break;
     }
-    // The edge stays: it belongs to the focus.
+    // The border stays: it belongs to the focus.
     if (button_->isDown()) {
-        ground = theme::Ground::Pressed;
-    } else if (isLit()) {
-        ground = standing_ == Standing::Next ? theme::Ground::Pressed : theme::Ground::Lit;
+        fill = look::Fill::Pressed;
+    } else if (isHovered()) {
+        fill = state_ == RowState::Next ? look::Fill::Pressed : look::Fill::Hovered;
     }
     if (button_->hasFocus()) {
-        edge = theme::Edge::Focus;
+        border = look::Border::Focus;
     }
     QPainter painter(this);
-    theme::paintPanel(painter, palette(),
-                      {.rect = rect(), .unit = theme::unit(*this), .ground = ground, .edge = edge});
+    look::paintPanel(painter, palette(),
+                     {.rect = rect(), .unit = look::unit(*this), .fill = fill, .border = border});
 }
 
 }  // namespace platform

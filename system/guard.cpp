@@ -1,4 +1,4 @@
-#include "system/eventloop.h"
+#include "system/guard.h"
 
 #include <exception>
 
@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-void callFromEventLoop(const std::function<void()> &body) {
+void runGuarded(const std::function<void()> &body) {
     try {
         body();
     } catch (const std::exception &exception) {
