@@ -6,7 +6,9 @@
 
 #include "controls/levelindicator.h"
 #include "controls/textlabel.h"
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 

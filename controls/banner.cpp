@@ -3,7 +3,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 namespace platform {
 

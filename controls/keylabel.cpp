@@ -5,7 +5,9 @@
 #include <QPainter>
 #include <QRegularExpression>
 
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 

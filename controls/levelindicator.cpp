@@ -2,7 +2,8 @@
 
 #include <QPainter>
 
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 

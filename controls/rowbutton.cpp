@@ -5,7 +5,9 @@
 #include <QtMath>
 
 #include "controls/actionrow.h"
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 namespace platform {
 

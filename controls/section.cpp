@@ -7,7 +7,9 @@
 
 #include "controls/actionrow.h"
 #include "controls/textlabel.h"
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 

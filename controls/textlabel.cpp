@@ -9,7 +9,9 @@
 #include <QPainter>
 #include <QTextLayout>
 
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 

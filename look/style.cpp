@@ -5,9 +5,11 @@
 #include <QStyleOption>
 #include <QWidget>
 
-#include "look/theme.h"
+#include "look/metrics.h"
+#include "look/painting.h"
+#include "look/palette.h"
 
-namespace platform {
+namespace platform::look {
 
 namespace {
 
@@ -20,12 +22,12 @@ int padding(const QStyleOption &option) {
     return qRound(unitOf(option));
 }
 
-look::Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
+Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
     return {.rect = rect,
             .unit = unitOf(option),
-            .radius = look::controlRadius,
-            .fill = look::Fill::None,
-            .border = look::Border::None};
+            .radius = controlRadius,
+            .fill = Fill::None,
+            .border = Border::None};
 }
 
 bool isDefault(const QStyleOptionButton &button) {
@@ -33,55 +35,53 @@ bool isDefault(const QStyleOptionButton &button) {
 }
 
 void drawFocus(const QStyleOption &option, QPainter &painter) {
-    look::Panel ring = controlPanel(option, option.rect);
-    ring.border = look::Border::Focus;
-    look::paintPanel(painter, option.palette, ring);
+    Panel ring = controlPanel(option, option.rect);
+    ring.border = Border::Focus;
+    paintPanel(painter, option.palette, ring);
 }
 
 void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
-    look::Panel panel = controlPanel(button, button.rect);
+    Panel panel = controlPanel(button, button.rect);
     const bool pressed = button.state.testFlag(QStyle::State_Sunken);
     const bool hovered = button.state.testFlag(QStyle::State_MouseOver);
     const bool focused = button.state.testFlag(QStyle::State_HasFocus);
     if (isDefault(button)) {
-        panel.fill = pressed || hovered ? look::Fill::HoveredAccent : look::Fill::Accent;
+        panel.fill = pressed || hovered ? Fill::HoveredAccent : Fill::Accent;
         if (focused) {
             // The ring stands off: upon the accent it would not be seen.
             drawFocus(button, painter);
-            const double inset = (look::focusWidth + look::focusGap) * panel.unit;
+            const double inset = (focusWidth + focusGap) * panel.unit;
             panel.rect.adjust(inset, inset, -inset, -inset);
             panel.radius -= inset / panel.unit;
         }
     } else {
-        panel.fill = pressed   ? look::Fill::Pressed
-                     : hovered ? look::Fill::Hovered
-                               : look::Fill::Surface;
-        panel.border = focused ? look::Border::Focus : look::Border::Outline;
+        panel.fill = pressed ? Fill::Pressed : hovered ? Fill::Hovered : Fill::Surface;
+        panel.border = focused ? Border::Focus : Border::Outline;
     }
-    look::paintPanel(painter, button.palette, panel);
+    paintPanel(painter, button.palette, panel);
 }
 
-void drawFill(const QStyleOption &option, look::Fill fill, QPainter &painter) {
-    look::Panel panel = controlPanel(option, option.rect);
+void drawFill(const QStyleOption &option, Fill fill, QPainter &painter) {
+    Panel panel = controlPanel(option, option.rect);
     panel.fill = fill;
-    look::paintPanel(painter, option.palette, panel);
+    paintPanel(painter, option.palette, panel);
 }
 
 void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
-    look::Panel circle = controlPanel(option, option.rect);
+    Panel circle = controlPanel(option, option.rect);
     circle.radius = option.rect.width() / circle.unit / 2;
-    circle.border = look::Border::Outline;
-    circle.fill = look::Fill::Surface;
+    circle.border = Border::Outline;
+    circle.fill = Fill::Surface;
     if (option.state.testFlag(QStyle::State_On)) {
-        circle.fill = look::Fill::Accent;
-        circle.border = look::Border::None;
+        circle.fill = Fill::Accent;
+        circle.border = Border::None;
     }
-    look::paintPanel(painter, option.palette, circle);
+    paintPanel(painter, option.palette, circle);
     if (option.state.testFlag(QStyle::State_On)) {
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(look::onAccent(option.palette));
+        painter.setBrush(onAccent(option.palette));
         const double dot = option.rect.width() / 5.0;
         painter.drawEllipse(QRectF(option.rect).center(), dot, dot);
         painter.restore();
@@ -91,7 +91,7 @@ void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
 void drawMenuBarItem(const QStyleOptionMenuItem &item, QPainter &painter) {
     if (item.state.testFlag(QStyle::State_Selected)) {
         const bool open = item.state.testFlag(QStyle::State_Sunken);
-        drawFill(item, open ? look::Fill::Pressed : look::Fill::Prominent, painter);
+        drawFill(item, open ? Fill::Pressed : Fill::Prominent, painter);
     }
     painter.setPen(item.palette.color(QPalette::WindowText));
     painter.drawText(item.rect,
@@ -110,7 +110,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
         }
         if (element == CE_PushButtonLabel && isDefault(*button)) {
             QStyleOptionButton label(*button);
-            label.palette.setColor(QPalette::ButtonText, look::onAccent(label.palette));
+            label.palette.setColor(QPalette::ButtonText, onAccent(label.palette));
             QProxyStyle::drawControl(element, &label, painter, widget);
             return;
         }
@@ -118,8 +118,8 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
     if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
         if (element == CE_MenuItem) {
             QStyleOptionMenuItem ours(*item);
-            ours.palette.setColor(QPalette::Highlight, look::accent(ours.palette));
-            ours.palette.setColor(QPalette::HighlightedText, look::onAccent(ours.palette));
+            ours.palette.setColor(QPalette::Highlight, accent(ours.palette));
+            ours.palette.setColor(QPalette::HighlightedText, onAccent(ours.palette));
             QProxyStyle::drawControl(element, &ours, painter, widget);
             return;
         }
@@ -147,7 +147,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     // The style below would ask itself where the parts are.
     QStyleOptionButton part(*button);
     if (button->state.testFlag(State_MouseOver)) {
-        drawFill(*button, look::Fill::Hovered, painter);
+        drawFill(*button, Fill::Hovered, painter);
     }
     part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
@@ -190,11 +190,10 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
     painter->fillRect(option->rect, option->palette.window());
     const QRectF slider = proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget);
     const double margin = qMin(slider.width(), slider.height()) / 4;
-    look::Panel handle = controlPanel(*option, slider.adjusted(margin, margin, -margin, -margin));
+    Panel handle = controlPanel(*option, slider.adjusted(margin, margin, -margin, -margin));
     handle.radius = margin / handle.unit;
-    handle.fill =
-        option->state.testFlag(State_MouseOver) ? look::Fill::Accent : look::Fill::Outline;
-    look::paintPanel(*painter, option->palette, handle);
+    handle.fill = option->state.testFlag(State_MouseOver) ? Fill::Accent : Fill::Outline;
+    paintPanel(*painter, option->palette, handle);
 }
 
 QRect Style::subElementRect(SubElement element, const QStyleOption *option,
@@ -272,11 +271,11 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
     switch (metric) {
         case PM_ExclusiveIndicatorWidth:
         case PM_ExclusiveIndicatorHeight:
-            return qRound(look::optionSize * unit);
+            return qRound(optionSize * unit);
         case PM_RadioButtonLabelSpacing:
             return qRound(unit);
         case PM_ScrollBarExtent:
-            return qRound(look::scrollBarWidth * unit);
+            return qRound(scrollBarWidth * unit);
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -290,4 +289,4 @@ int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *
                : QProxyStyle::styleHint(hint, option, widget, returned);
 }
 
-}  // namespace platform
+}  // namespace platform::look

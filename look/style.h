@@ -2,7 +2,7 @@
 
 #include <QProxyStyle>
 
-namespace platform {
+namespace platform::look {
 
 /// The desktop's own style, with buttons, options and scroll bars that belong to our panels: the
 /// same borders and corners, a focus that nobody can overlook, options that can be pressed anywhere
@@ -37,4 +37,4 @@ class Style final : public QProxyStyle {
                          const QWidget *widget) const;
 };
 
-}  // namespace platform
+}  // namespace platform::look

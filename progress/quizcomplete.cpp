@@ -3,6 +3,7 @@
 #include <array>
 
 #include "content/catalogue.h"
+#include "look/image.h"
 #include "progress/progressstore.h"
 #include "system/exception.h"
 #include "system/log.h"
@@ -60,7 +61,8 @@ void QuizComplete::SetCheckMarks(int passCount) {
     for (int mark = 1; mark <= 3; ++mark) {
         const bool earned = mark <= passCount;
         const platform::ImageOutlet &image = *marks.at(static_cast<std::size_t>(mark - 1));
-        image.setImage(platform::imageNamed(earned ? u"checkmark.png"_s : u"blankcheckmark.png"_s));
+        image.setImage(
+            platform::look::imageNamed(earned ? u"checkmark.png"_s : u"blankcheckmark.png"_s));
         image.setAccessibleName(
             (earned ? u"Pass mark %1: earned"_s : u"Pass mark %1: missing"_s).arg(mark));
     }

@@ -14,7 +14,7 @@
 #include <QTimer>
 #include <QWindow>
 
-#include "look/theme.h"
+#include "look/polish.h"
 #include "system/repeatingtimer.h"
 #include "windowing/application.h"
 #include "windowing/window.h"

@@ -18,8 +18,8 @@
 #include <QTimer>
 
 #include "controls/accessibility.h"
+#include "look/polish.h"
 #include "look/style.h"
-#include "look/theme.h"
 #include "windowing/actions.h"
 #include "windowing/keyrepeat.h"
 #include "windowing/layouts.h"
@@ -103,7 +103,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     keyboardKeeper_.setSingleShot(true);
     connect(&keyboardKeeper_, &QTimer::timeout, this, &Application::activateAWindow);
 #ifndef Q_OS_MACOS
-    setStyle(new Style);
+    setStyle(new look::Style);
 #endif
 }
 

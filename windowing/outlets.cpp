@@ -1,8 +1,5 @@
 #include "windowing/outlets.h"
 
-#include <QFile>
-#include <QHash>
-
 #include "windowing/shortcuts.h"
 
 using namespace Qt::StringLiterals;
@@ -54,20 +51,6 @@ void RowOutlet::setState(RowState state) const {
 
 void BannerOutlet::setTone(Banner::Tone tone) const {
     tell(&Banner::setTone, tone);
-}
-
-QIcon imageNamed(const QString &fileName) {
-    const QString path = u"images:"_s + fileName;
-    if (!QFile::exists(path)) {
-        return {};
-    }
-    // One for each name: what the toolkit has scaled it keeps for the picture that it came from.
-    static QHash<QString, QIcon> images;
-    QIcon &image = images[fileName];
-    if (image.isNull()) {
-        image = QIcon(path);
-    }
-    return image;
 }
 
 }  // namespace platform

@@ -67,7 +67,4 @@ class BannerOutlet final : public Outlet<Banner> {
     void setTone(Banner::Tone tone) const;
 };
 
-/// The program's image of that file name, or a null one where there is none.
-QIcon imageNamed(const QString &fileName);
-
 }  // namespace platform

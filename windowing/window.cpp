@@ -16,7 +16,7 @@
 #include <QWindow>
 
 #include "controls/section.h"
-#include "look/theme.h"
+#include "look/metrics.h"
 #include "system/guard.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 #include "windowing/windowcontroller.h"
 
-#include "look/theme.h"
+#include "look/polish.h"
 #include "windowing/actions.h"
 #include "windowing/application.h"
 #include "windowing/shortcuts.h"

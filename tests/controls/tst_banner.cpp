@@ -2,7 +2,8 @@
 
 #include "controls/banner.h"
 #include "controls/imagelabel.h"
-#include "look/theme.h"
+#include "look/image.h"
+#include "look/palette.h"
 #include "support/drawing.h"
 #include "support/optics.h"
 #include "support/testmain.h"
@@ -24,7 +25,7 @@ struct ShownStage {
         image.setLines(4);
         image.resize(image.sizeHint());
         image.move(stage.rect().center() - image.rect().center());
-        image.setImage(platform::imageNamed(u"checkmark.png"_s));
+        image.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     }
 
     QImage picture() {
@@ -151,7 +152,7 @@ void tst_banner::pictureOffTheStageIsDrawnInTheAccent() {
     platform::ImageLabel image(&elsewhere);
     image.setLines(4);
     image.resize(image.sizeHint());
-    image.setImage(platform::imageNamed(u"checkmark.png"_s));
+    image.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     QVERIFY(drawing::pixels(image, platform::look::accent(image.palette())) > 0);
 }
 
@@ -160,7 +161,7 @@ void tst_banner::pictureFillsItsLabel() {
     image.setLines(4);
     image.resize(image.sizeHint());
     const QImage empty = image.grab().toImage();
-    image.setImage(platform::imageNamed(u"checkmark.png"_s));
+    image.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     const QImage full = image.grab().toImage();
     QCOMPARE(full.width(), qRound(image.width() * image.devicePixelRatioF()));
     int first = full.width();

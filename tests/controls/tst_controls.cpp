@@ -10,6 +10,7 @@
 #include "controls/levelindicator.h"
 #include "controls/rowbutton.h"
 #include "controls/textlabel.h"
+#include "look/image.h"
 #include "support/testmain.h"
 #include "windowing/outlets.h"
 #include "windowing/shortcuts.h"
@@ -210,10 +211,10 @@ void tst_controls::imageIsDrawnAndTakenAway() {
     label.resize(label.sizeHint());
     QCOMPARE(label.width(), label.height());
     const QImage empty = label.grab().toImage();
-    label.setImage(platform::imageNamed(u"checkmark.png"_s));
+    label.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     const QImage check = label.grab().toImage();
     QVERIFY(check != empty);
-    label.setImage(platform::imageNamed(u"blankcheckmark.png"_s));
+    label.setImage(platform::look::imageNamed(u"blankcheckmark.png"_s));
     QVERIFY(label.grab().toImage() != empty);
     QVERIFY(label.grab().toImage() != check);
     label.setImage(QIcon());
@@ -221,12 +222,14 @@ void tst_controls::imageIsDrawnAndTakenAway() {
 }
 
 void tst_controls::unknownImageIsNull() {
-    QVERIFY(!platform::imageNamed(u"checkmark.png"_s).isNull());
-    QVERIFY(platform::imageNamed(u"absent.png"_s).isNull());
+    QVERIFY(!platform::look::imageNamed(u"checkmark.png"_s).isNull());
+    QVERIFY(platform::look::imageNamed(u"absent.png"_s).isNull());
 }
 
 void tst_controls::imageOfANameIsAlwaysTheSame() {
-    const auto key = [](const QString &name) { return platform::imageNamed(name).cacheKey(); };
+    const auto key = [](const QString &name) {
+        return platform::look::imageNamed(name).cacheKey();
+    };
     QCOMPARE(key(u"checkmark.png"_s), key(u"checkmark.png"_s));
     QVERIFY(key(u"checkmark.png"_s) != key(u"blankcheckmark.png"_s));
 }

@@ -5,7 +5,7 @@
 #include <QTest>
 
 #include "controls/levelindicator.h"
-#include "look/theme.h"
+#include "look/palette.h"
 #include "shell/mainmenu.h"
 #include "support/desk.h"
 #include "support/drawing.h"

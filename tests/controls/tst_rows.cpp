@@ -7,7 +7,7 @@
 #include "controls/rowbutton.h"
 #include "controls/statusicon.h"
 #include "controls/textlabel.h"
-#include "look/theme.h"
+#include "look/palette.h"
 #include "support/drawing.h"
 #include "support/optics.h"
 #include "support/pointer.h"

@@ -7,7 +7,7 @@
 #include "controls/rowbutton.h"
 #include "controls/section.h"
 #include "controls/textlabel.h"
-#include "look/theme.h"
+#include "look/palette.h"
 #include "support/drawing.h"
 #include "support/testmain.h"
 

@@ -10,7 +10,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "look/theme.h"
+#include "look/palette.h"
 #include "support/drawing.h"
 #include "support/pointer.h"
 #include "support/testmain.h"

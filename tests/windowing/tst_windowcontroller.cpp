@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include "look/image.h"
 #include "shell/eventloop.h"
 #include "support/alerts.h"
 #include "support/desk.h"
@@ -223,7 +224,7 @@ void tst_windowcontroller::outletsAreFilledWhenTheWindowDidLoad() {
         loaded.levelBar.setMaxValue(4);
         loaded.levelBar.setDoubleValue(2);
         loaded.radio.setState(1);
-        loaded.imgMark.setImage(platform::imageNamed(u"checkmark.png"_s));
+        loaded.imgMark.setImage(platform::look::imageNamed(u"checkmark.png"_s));
         loaded.btnCount.setEnabled(false);
     };
     probe->showWindow();
@@ -353,7 +354,7 @@ void tst_windowcontroller::writesToAMissingOutletDoNothing() {
     probe->levelBar.setDoubleValue(1);
     probe->levelBar.setMaxValue(2);
     probe->radio.setState(1);
-    probe->imgMark.setImage(platform::imageNamed(u"checkmark.png"_s));
+    probe->imgMark.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     probe->imgMark.setAccessibleName(u"mark"_s);
     probe->btnCount.setEnabled(false);
     probe->btnCount.setKeyEquivalent(u"\r"_s);

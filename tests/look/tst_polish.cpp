@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "controls/rowbutton.h"
-#include "look/theme.h"
+#include "look/polish.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
 
@@ -30,7 +30,7 @@ bool measures(double pixels, double units, const QWidget &widget) {
 
 }  // namespace
 
-class tst_theme final : public QObject {
+class tst_polish final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
@@ -43,7 +43,7 @@ class tst_theme final : public QObject {
     void dialogIsSpacedAsAWindow();
     void textStylesAreAScale();
     void textStyleFollowsAFontInPixels();
-    void dressedTwiceLooksTheSame();
+    void polishedTwiceLooksTheSame();
     void everyButtonIsLargeEnoughToHit_data();
     void everyButtonIsLargeEnoughToHit();
     void buttonHasRoomBesideItsText();
@@ -55,7 +55,7 @@ class tst_theme final : public QObject {
     static QMargins margins(const QLayout &layout) { return layout.contentsMargins(); }
 };
 
-void tst_theme::spacingIsSetInUnitsOfTheFont_data() {
+void tst_polish::spacingIsSetInUnitsOfTheFont_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<double>("side");
     QTest::addColumn<double>("end");
@@ -75,7 +75,7 @@ void tst_theme::spacingIsSetInUnitsOfTheFont_data() {
     QTest::newRow("none") << QString() << 0.0 << 0.0 << 1.0 << 1.0;
 }
 
-void tst_theme::spacingIsSetInUnitsOfTheFont() {
+void tst_polish::spacingIsSetInUnitsOfTheFont() {
     QFETCH(const QString, name);
     QFETCH(const double, side);
     QFETCH(const double, end);
@@ -120,7 +120,7 @@ void tst_theme::spacingIsSetInUnitsOfTheFont() {
     }
 }
 
-void tst_theme::spacingHoldsForEveryKindOfLayout() {
+void tst_polish::spacingHoldsForEveryKindOfLayout() {
     QWidget window;
     window.setProperty("spacing", u"edge"_s);
     auto *column = new QVBoxLayout(&window);
@@ -134,7 +134,7 @@ void tst_theme::spacingHoldsForEveryKindOfLayout() {
     QVERIFY(measures(deeper->spacing(), 1, window));
 }
 
-void tst_theme::unknownSpacingLeavesTheLayoutAlone() {
+void tst_polish::unknownSpacingLeavesTheLayoutAlone() {
     QWidget window;
     auto *control = new QWidget(&window);
     control->setProperty("spacing", u"windows"_s);
@@ -146,7 +146,7 @@ void tst_theme::unknownSpacingLeavesTheLayoutAlone() {
     QCOMPARE(line->spacing(), 5);
 }
 
-void tst_theme::everyNameInALayoutIsKnown_data() {
+void tst_polish::everyNameInALayoutIsKnown_data() {
     QTest::addColumn<QString>("layout");
     for (const QString &layout : {u"MainMenu"_s, u"MainTest"_s, u"QuizComplete"_s, u"progress"_s,
                                   u"Settings"_s, u"Help"_s, u"MainLayout"_s}) {
@@ -154,7 +154,7 @@ void tst_theme::everyNameInALayoutIsKnown_data() {
     }
 }
 
-void tst_theme::everyNameInALayoutIsKnown() {
+void tst_polish::everyNameInALayoutIsKnown() {
     QFETCH(const QString, layout);
     QMainWindow window;
     platform::layoutNamed(layout)(window);
@@ -179,7 +179,7 @@ void tst_theme::everyNameInALayoutIsKnown() {
     QVERIFY(spacings > 0);
 }
 
-void tst_theme::dialogIsSpacedAsAWindow() {
+void tst_polish::dialogIsSpacedAsAWindow() {
     QDialog dialog;
     auto *column = new QVBoxLayout(&dialog);
     platform::look::polish(dialog);
@@ -188,7 +188,7 @@ void tst_theme::dialogIsSpacedAsAWindow() {
     QVERIFY(measures(column->spacing(), 1.8, dialog));
 }
 
-void tst_theme::textStylesAreAScale() {
+void tst_polish::textStylesAreAScale() {
     QWidget window;
     const auto label = [&](const QString &style) {
         auto *made = new QLabel(&window);
@@ -213,7 +213,7 @@ void tst_theme::textStylesAreAScale() {
     QCOMPARE(labels[0]->font().weight(), QFont::Normal);
 }
 
-void tst_theme::textStyleFollowsAFontInPixels() {
+void tst_polish::textStyleFollowsAFontInPixels() {
     QWidget window;
     QFont font = window.font();
     font.setPixelSize(40);
@@ -225,7 +225,7 @@ void tst_theme::textStyleFollowsAFontInPixels() {
     QVERIFY2(times > 1.5 && times < 1.7, qPrintable(QString::number(times)));
 }
 
-void tst_theme::dressedTwiceLooksTheSame() {
+void tst_polish::polishedTwiceLooksTheSame() {
     QWidget window;
     auto *column = new QVBoxLayout(&window);
     auto *title = new QLabel(u"Which quiz today?"_s);
@@ -241,13 +241,13 @@ void tst_theme::dressedTwiceLooksTheSame() {
     QCOMPARE(window.sizeHint(), size);
 }
 
-void tst_theme::everyButtonIsLargeEnoughToHit_data() {
+void tst_polish::everyButtonIsLargeEnoughToHit_data() {
     QTest::addColumn<double>("points");
     QTest::newRow("small text") << 7.0;
     QTest::newRow("large text") << 24.0;
 }
 
-void tst_theme::everyButtonIsLargeEnoughToHit() {
+void tst_polish::everyButtonIsLargeEnoughToHit() {
     QFETCH(const double, points);
     QWidget window;
     QFont font = window.font();
@@ -267,7 +267,7 @@ void tst_theme::everyButtonIsLargeEnoughToHit() {
     }
 }
 
-void tst_theme::buttonHasRoomBesideItsText() {
+void tst_polish::buttonHasRoomBesideItsText() {
     QWidget window;
     const QPushButton button(u"Start the quiz anew"_s, &window);
     platform::look::polish(window);
@@ -276,7 +276,7 @@ void tst_theme::buttonHasRoomBesideItsText() {
              qPrintable(u"%1 pixels for a text of %2"_s.arg(button.minimumWidth()).arg(text)));
 }
 
-void tst_theme::roomIsKeptOnlyWhereItIsWanted() {
+void tst_polish::roomIsKeptOnlyWhereItIsWanted() {
     for (const bool kept : {false, true}) {
         QWidget window;
         auto *column = new QVBoxLayout(&window);
@@ -291,7 +291,7 @@ void tst_theme::roomIsKeptOnlyWhereItIsWanted() {
     }
 }
 
-void tst_theme::widestIsInCharacters() {
+void tst_polish::widestIsInCharacters() {
     QWidget window;
     QWidget column(&window);
     QWidget another(&window);
@@ -303,7 +303,7 @@ void tst_theme::widestIsInCharacters() {
     QCOMPARE(another.maximumWidth(), QWIDGETSIZE_MAX);
 }
 
-void tst_theme::scrolledPageIsNeverCutOffAtItsSide() {
+void tst_polish::scrolledPageIsNeverCutOffAtItsSide() {
     QWidget window;
     auto *area = new QScrollArea(&window);
     area->setAccessibleName(u"Help text"_s);
@@ -320,5 +320,5 @@ void tst_theme::scrolledPageIsNeverCutOffAtItsSide() {
     QCOMPARE(area->verticalScrollBar()->accessibleName(), u"Help text"_s);
 }
 
-ZORVAN_TEST_MAIN(tst_theme)
-#include "tst_theme.moc"
+ZORVAN_TEST_MAIN(tst_polish)
+#include "tst_polish.moc"

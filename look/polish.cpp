@@ -1,24 +1,25 @@
-#include "look/theme.h"
+#include "look/polish.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
+#include <QAbstractButton>
 #include <QBackingStore>
 #include <QBoxLayout>
 #include <QDialog>
 #include <QEvent>
-#include <QFontInfo>
-#include <QFontMetricsF>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QMessageBox>
-#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QWindow>
+
+#include "look/layoutproperties.h"
+#include "look/metrics.h"
 
 using namespace Qt::StringLiterals;
 
@@ -58,39 +59,6 @@ constexpr std::array spacings{
     Spacing{u"edge", 0, 0, 3, 1},        Spacing{u"", 0, 0, 1, 1},
 };
 
-bool isDark(const QPalette &palette) {
-    return palette.color(QPalette::Window).lightnessF() < 0.5F;
-}
-
-/// `base` with a share of `colour`.
-QColor tint(const QColor &base, const QColor &colour, float share) {
-    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
-    return QColor::fromRgbF(mix(base.redF(), colour.redF()), mix(base.greenF(), colour.greenF()),
-                            mix(base.blueF(), colour.blueF()));
-}
-
-/// The window's colour with a share of its text's.
-QColor tint(const QPalette &palette, float share) {
-    return tint(palette.color(QPalette::Window),
-                palette.color(QPalette::Active, QPalette::WindowText), share);
-}
-
-QPen borderPen(const QPalette &palette, Border border, double unit) {
-    switch (border) {
-        case Border::None:
-            break;
-        case Border::Hairline:
-            return {tint(palette, 0.16F), 1};
-        case Border::Outline:
-            return {outline(palette), borderWidth * unit};
-        case Border::Accent:
-            return {accent(palette), borderWidth * unit};
-        case Border::Focus:
-            return {accent(palette), focusWidth * unit};
-    }
-    return Qt::NoPen;
-}
-
 template <class Entry, std::size_t size>
 const Entry *named(const std::array<Entry, size> &entries, const QVariant &name) {
     for (const Entry &entry : entries) {
@@ -102,7 +70,7 @@ const Entry *named(const std::array<Entry, size> &entries, const QVariant &name)
 }
 
 void scaleText(QWidget &widget) {
-    if (const TextStyle *style = named(textStyles, widget.property("textStyle"))) {
+    if (const TextStyle *style = named(textStyles, widget.property(layoutproperties::textStyle))) {
         // What it would have without a style of its own.
         widget.setFont(QFont());
         QFont font = widget.font();
@@ -127,8 +95,8 @@ void setGaps(QLayout &layout, const Spacing &spacing, double unit) {
 void space(const QWidget &widget, double unit) {
     QLayout *layout = widget.layout();
     const bool isDialog = qobject_cast<const QDialog *>(&widget) != nullptr;
-    const Spacing *spacing =
-        named(spacings, isDialog ? QVariant(u"window"_s) : widget.property("spacing"));
+    const Spacing *spacing = named(
+        spacings, isDialog ? QVariant(u"window"_s) : widget.property(layoutproperties::spacing));
     if (spacing == nullptr || (qobject_cast<QBoxLayout *>(layout) == nullptr &&
                                qobject_cast<QGridLayout *>(layout) == nullptr)) {
         return;
@@ -148,16 +116,7 @@ void space(const QWidget &widget, double unit) {
     }
 }
 
-/// `rect` with its edges on whole pixels of the device.
-QRectF snapped(const QPainter &painter, const QRectF &rect) {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF there = toDevice.mapRect(rect);
-    const QPointF topLeft(qRound(there.left()), qRound(there.top()));
-    const QPointF bottomRight(qRound(there.right()), qRound(there.bottom()));
-    return toDevice.inverted().mapRect(QRectF(topLeft, bottomRight));
-}
-
-/// Dresses a window anew once all that is in it has heard of the change.
+/// Polishes a window again after a change, once everything in it knows of the change.
 class Polisher final : public QObject {
  public:
     Polisher(QWidget &window, std::function<void()> polishedAgain)
@@ -245,112 +204,6 @@ void enlargeButton(QAbstractButton &button, double unit) {
 
 }  // namespace
 
-QColor accent(const QPalette &palette) {
-    return isDark(palette) ? QColor(0x9d, 0xb2, 0xff) : QColor(0x3a, 0x55, 0xc4);
-}
-
-QColor onAccent(const QPalette &palette) {
-    return isDark(palette) ? QColor(0x12, 0x18, 0x33) : QColor(Qt::white);
-}
-
-QColor secondaryText(const QPalette &palette) {
-    return tint(palette, 0.76F);
-}
-
-QColor outline(const QPalette &palette) {
-    return tint(palette, 0.6F);
-}
-
-QColor fillColor(const QPalette &palette, Fill fill) {
-    const QColor surface = isDark(palette) ? tint(palette, 0.06F) : palette.color(QPalette::Base);
-    switch (fill) {
-        case Fill::None:
-            break;
-        case Fill::Surface:
-            return surface;
-        case Fill::Hovered:
-            return tint(surface, accent(palette), 0.09F);
-        case Fill::Prominent:
-            return tint(surface, accent(palette), 0.12F);
-        case Fill::Pressed:
-            return tint(surface, accent(palette), 0.16F);
-        case Fill::Accent:
-            return accent(palette);
-        case Fill::HoveredAccent:
-            return tint(accent(palette), onAccent(palette), 0.09F);
-        case Fill::Outline:
-            return outline(palette);
-        case Fill::Band:
-            return isDark(palette) ? QColor(0x41, 0x50, 0x96) : QColor(0x2b, 0x35, 0x63);
-    }
-    return Qt::transparent;
-}
-
-double unit(const QWidget &widget) {
-    return QFontMetricsF(widget.font()).height() / 2;
-}
-
-double characterWidth(const QFont &font) {
-    const double em = QFontInfo(font).pointSizeF() * QFontMetricsF(font).fontDpi() / 72;
-    return qMax(0.0, em * 0.555);
-}
-
-void setSize(QFont &font, const QFont &other, double times) {
-    // The desktop may have set the other in pixels; and where there are no fonts, none has a size.
-    if (const double points = QFontInfo(other).pointSizeF(); points > 0) {
-        font.setPointSizeF(points * times);
-    }
-}
-
-void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) {
-    QPen pen = borderPen(palette, panel.border, panel.unit);
-    double width = 0;
-    if (pen.style() != Qt::NoPen) {
-        const double pixel = 1 / painter.deviceTransform().m11();
-        const double pixels = pen.widthF() / pixel;
-        // Never wider than a border that means something.
-        width = qMax(1, panel.border == Border::Hairline ? int(pixels) : qRound(pixels)) * pixel;
-        pen.setWidthF(width);
-    }
-    const QRectF outer = snapped(painter, panel.rect);
-    const auto draw = [&](double inset, const QPen &outline, const QBrush &inside) {
-        const double radius = panel.radius * panel.unit - inset;
-        painter.setPen(outline);
-        painter.setBrush(inside);
-        painter.drawRoundedRect(outer.adjusted(inset, inset, -inset, -inset), radius, radius);
-    };
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (panel.fill == Fill::None) {
-        draw(width / 2, pen, Qt::NoBrush);
-    } else {
-        // One upon the other: to draw a line takes several times as long as to fill.
-        if (width > 0) {
-            draw(0, Qt::NoPen, pen.color());
-        }
-        draw(width, Qt::NoPen, fillColor(palette, panel.fill));
-    }
-    painter.restore();
-}
-
-void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
-                const QColor &color) {
-    const auto at = [&](double x, double y) {
-        return QPointF(square.x() + x * square.width(), square.y() + y * square.height());
-    };
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, glyphWidth * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (glyph == Glyph::Tick) {
-        const std::array points{at(0.27, 0.53), at(0.43, 0.69), at(0.73, 0.34)};
-        painter.drawPolyline(points.data(), int(points.size()));
-    } else {
-        painter.drawLine(at(0.32, 0.32), at(0.68, 0.68));
-        painter.drawLine(at(0.68, 0.32), at(0.32, 0.68));
-    }
-    painter.restore();
-}
-
 void polish(QWidget &window) {
     // A style sheet gives its fonts as it polishes.
     window.ensurePolished();
@@ -359,12 +212,13 @@ void polish(QWidget &window) {
     for (QWidget *widget : window.findChildren<QWidget *>()) {
         scaleText(*widget);
         space(*widget, unit);
-        if (widget->property("keepsRoom").toBool()) {
+        if (widget->property(layoutproperties::keepsRoom).toBool()) {
             QSizePolicy policy = widget->sizePolicy();
             policy.setRetainSizeWhenHidden(true);
             widget->setSizePolicy(policy);
         }
-        if (const int characters = widget->property("widest").toInt(); characters > 0) {
+        if (const int characters = widget->property(layoutproperties::widest).toInt();
+            characters > 0) {
             widget->setMaximumWidth(qRound(characters * characterWidth(widget->font())));
         }
         if (auto *button = qobject_cast<QAbstractButton *>(widget)) {

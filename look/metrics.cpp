@@ -1,0 +1,25 @@
+#include "look/metrics.h"
+
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QWidget>
+
+namespace platform::look {
+
+double unit(const QWidget &widget) {
+    return QFontMetricsF(widget.font()).height() / 2;
+}
+
+double characterWidth(const QFont &font) {
+    const double em = QFontInfo(font).pointSizeF() * QFontMetricsF(font).fontDpi() / 72;
+    return qMax(0.0, em * 0.555);
+}
+
+void setSize(QFont &font, const QFont &other, double times) {
+    // The desktop may have set the other in pixels; and where there are no fonts, none has a size.
+    if (const double points = QFontInfo(other).pointSizeF(); points > 0) {
+        font.setPointSizeF(points * times);
+    }
+}
+
+}  // namespace platform::look

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QRectF>
+
+#include "look/metrics.h"
+#include "look/palette.h"
+
+class QPainter;
+
+namespace platform::look {
+
+/// How the border of a panel is drawn.
+enum class Border { None, Hairline, Outline, Accent, Focus };
+
+/// A rounded rectangle whose edges lie on whole pixels of the device.
+struct Panel {
+    /// In pixels.
+    QRectF rect;
+    double unit = 8;
+    /// In units.
+    double radius = panelRadius;
+    Fill fill = Fill::Surface;
+    Border border = Border::Hairline;
+};
+void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
+
+/// Told apart by their shape; drawn within a square.
+enum class Glyph { Tick, Cross };
+void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
+                const QColor &color);
+
+}  // namespace platform::look
