@@ -1,8 +1,10 @@
 #include "controls/banner.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
+#include "controls/imagelabel.h"
 #include "look/metrics.h"
 #include "look/painting.h"
 #include "look/palette.h"
@@ -13,16 +15,33 @@ Banner::Banner(QWidget *parent) : QWidget(parent) {}
 
 void Banner::setTone(Tone tone) {
     tone_ = tone;
+    colorImages();
     update();
 }
 
-QColor Banner::inkAt(const QWidget &part) {
-    const auto *banner = qobject_cast<const Banner *>(part.parentWidget());
-    if (banner == nullptr || banner->tone_ == Tone::Positive) {
-        return look::accent(part.palette());
+bool Banner::event(QEvent *event) {
+    if (event->type() == QEvent::Polish || event->type() == QEvent::PaletteChange) {
+        colorImages();
     }
-    return banner->tone_ == Tone::Festive ? look::onAccent(part.palette())
-                                          : look::secondaryText(part.palette());
+    return QWidget::event(event);
+}
+
+QColor Banner::imageColor() const {
+    switch (tone_) {
+        case Tone::Neutral:
+            break;
+        case Tone::Positive:
+            return look::accent(palette());
+        case Tone::Festive:
+            return look::onAccent(palette());
+    }
+    return look::secondaryText(palette());
+}
+
+void Banner::colorImages() {
+    for (ImageLabel *image : findChildren<ImageLabel *>()) {
+        image->setColor(imageColor());
+    }
 }
 
 void Banner::paintEvent(QPaintEvent *) {

@@ -16,13 +16,13 @@ class Banner final : public QWidget {
     void setTone(Tone tone);
     Tone tone() const { return tone_; }
 
-    /// What pictures on the banner that `part` stands on are drawn in; elsewhere, the accent.
-    static QColor inkAt(const QWidget &part);
-
  protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
  private:
+    QColor imageColor() const;
+    void colorImages();
     void paintRays(QPainter &painter) const;
 
     Tone tone_ = Tone::Neutral;

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "controls/banner.h"
+#include "look/palette.h"
 
 namespace platform {
 
@@ -13,6 +13,11 @@ void ImageLabel::setLines(int lines) {
 
 void ImageLabel::setImage(const QIcon &image) {
     image_ = image;
+    update();
+}
+
+void ImageLabel::setColor(const QColor &color) {
+    color_ = color;
     update();
 }
 
@@ -32,7 +37,7 @@ void ImageLabel::paintEvent(QPaintEvent *) {
     QPainter ink(&drawn);
     image_.paint(&ink, rect());
     ink.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    ink.fillRect(rect(), Banner::inkAt(*this));
+    ink.fillRect(rect(), color_.isValid() ? color_ : look::accent(palette()));
     ink.end();
     QPainter(this).drawPixmap(0, 0, drawn);
 }

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 #include <QLabel>
 
 namespace platform {
 
 /// A square picture, as many lines of text high as its property "lines" says. The image gives its
-/// shape, by its opacity, from its best resolution for the screen; the colour is that of the Banner
-/// that it stands on, so that it follows the palette.
+/// shape, by its opacity, from its best resolution for the screen.
 class ImageLabel final : public QLabel {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)
@@ -22,6 +22,9 @@ class ImageLabel final : public QLabel {
     void setImage(const QIcon &image);
     const QIcon &image() const { return image_; }
 
+    /// An invalid colour draws in the accent.
+    void setColor(const QColor &color);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -31,6 +34,7 @@ class ImageLabel final : public QLabel {
  private:
     int lines_ = 1;
     QIcon image_;
+    QColor color_;
 };
 
 }  // namespace platform

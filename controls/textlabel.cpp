@@ -2,12 +2,8 @@
 
 #include <cmath>
 #include <utility>
-#include <vector>
 
-#include <QFontDatabase>
-#include <QFontInfo>
 #include <QPainter>
-#include <QTextLayout>
 
 #include "look/metrics.h"
 #include "look/painting.h"
@@ -16,94 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace platform {
-
-/// The text as it is set in lines.
-struct TextLabel::Setting {
-    /// What it follows from, but for the width.
-    struct Source {
-        QString text;
-        QFont font;
-        /// Fonts of one size in points are equal at every resolution.
-        int dotsPerInch;
-        QTextOption::WrapMode wrapMode;
-        Qt::Alignment alignment;
-        double lineHeight;
-        /// Whether all lines but the first are code.
-        bool hasCode;
-        QFont codeFont;
-        double unit;
-
-        bool operator==(const Source &) const = default;
-    };
-
-    explicit Setting(Source from);
-
-    /// Sets the lines in that width, where they are not.
-    void fit(double newRoom);
-
-    Source source;
-    std::vector<std::unique_ptr<QTextLayout>> paragraphs;
-    double room = -1;
-    /// The panel around the lines of code; empty where there are none.
-    QRectF code;
-    double width = 0;
-    double height = 0;
-
- private:
-    void breakLines(QTextLayout &paragraph, double left, double lineRoom);
-};
-
-TextLabel::Setting::Setting(Source from) : source(std::move(from)) {
-    QTextOption option(source.alignment);
-    option.setWrapMode(source.wrapMode);
-    for (const QString &line : source.text.split(u'\n')) {
-        const bool isCode = source.hasCode && !paragraphs.empty();
-        auto paragraph =
-            std::make_unique<QTextLayout>(line, isCode ? source.codeFont : source.font);
-        paragraph->setTextOption(option);
-        // Its glyphs are chosen once, however often it is measured and drawn.
-        paragraph->setCacheEnabled(true);
-        paragraphs.push_back(std::move(paragraph));
-    }
-}
-
-void TextLabel::Setting::fit(double newRoom) {
-    if (room == newRoom) {
-        return;
-    }
-    room = newRoom;
-    code = QRectF();
-    width = 0;
-    height = 0;
-    const std::size_t firstOfCode = source.hasCode ? 1 : paragraphs.size();
-    for (std::size_t i = 0; i < firstOfCode; ++i) {
-        breakLines(*paragraphs[i], 0, room);
-    }
-    if (source.hasCode) {
-        const double side = look::codeSideMargin * source.unit;
-        const double end = std::round(look::codeEndMargin * source.unit);
-        height += end;
-        const double top = height;
-        height += end;
-        for (std::size_t i = firstOfCode; i < paragraphs.size(); ++i) {
-            breakLines(*paragraphs[i], side, room - 2 * side);
-        }
-        height += end;
-        code = QRectF(0, top, room, height - top);
-    }
-}
-
-void TextLabel::Setting::breakLines(QTextLayout &paragraph, double left, double lineRoom) {
-    paragraph.beginLayout();
-    for (QTextLine line = paragraph.createLine(); line.isValid(); line = paragraph.createLine()) {
-        line.setLineWidth(lineRoom);
-        // Whole pixels: every line is as sharp as the first.
-        line.setPosition({left, height});
-        height += std::round(line.height() * source.lineHeight);
-        width = qMax(width, left + std::ceil(line.naturalTextWidth()));
-    }
-    paragraph.endLayout();
-}
 
 namespace {
 
@@ -120,8 +28,6 @@ double widestDigit(const QFontMetricsF &metrics) {
 TextLabel::TextLabel(QWidget *parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
 }
-
-TextLabel::~TextLabel() = default;
 
 void TextLabel::setCharacters(int characters) {
     characters_ = characters;
@@ -174,37 +80,27 @@ QMargins TextLabel::padding() const {
     return band_ ? QMargins(side, 0, side, 0) : QMargins();
 }
 
-QFont TextLabel::codeFont() const {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (!QFontInfo(font).fixedPitch()) {
-        // A desktop that names none.
-        font.setFamily(u"monospace"_s);
-    }
-    look::setSize(font, window()->font());
-    return font;
+Typesetting::Source TextLabel::source() const {
+    return {.text = text(),
+            .font = font(),
+            .dotsPerInch = logicalDpiY(),
+            .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
+            .alignment = alignment() & Qt::AlignHorizontal_Mask,
+            .lineHeight = lineHeight_,
+            .code = {}};
 }
 
-const TextLabel::Setting &TextLabel::typeset(double width) const {
-    const bool hasCode = codeBelow_ && text().contains(u'\n');
-    Setting::Source source{.text = text(),
-                           .font = font(),
-                           .dotsPerInch = logicalDpiY(),
-                           .wrapMode = wordWrap() ? QTextOption::WordWrap : QTextOption::NoWrap,
-                           .alignment = alignment() & Qt::AlignHorizontal_Mask,
-                           .lineHeight = lineHeight_,
-                           .hasCode = hasCode,
-                           .codeFont = hasCode ? codeFont() : font(),
-                           .unit = hasCode ? baseUnit() : 0};
-    if (!setting_ || setting_->source != source) {
-        setting_ = std::make_unique<Setting>(std::move(source));
+const Typesetting &TextLabel::typeset(double width) const {
+    if (Typesetting::Source now = source(); !typesetting_ || typesetting_->source() != now) {
+        typesetting_.emplace(std::move(now));
     }
-    setting_->fit(width);
-    return *setting_;
+    typesetting_->fit(width);
+    return *typesetting_;
 }
 
 QSize TextLabel::textSize(double width) const {
-    const Setting &setting = typeset(width);
-    return QSizeF(std::ceil(setting.width), setting.height).toSize();
+    const Typesetting &set = typeset(width);
+    return QSizeF(std::ceil(set.naturalWidth()), set.height()).toSize();
 }
 
 int TextLabel::keptWidth() const {
@@ -254,23 +150,19 @@ void TextLabel::paintEvent(QPaintEvent *) {
                           .border = look::Border::None});
     }
     const QRectF place = contentsRect().marginsRemoved(padding());
-    const Setting &setting = typeset(place.width());
+    const Typesetting &set = typeset(place.width());
     double top = place.top();
     if (alignment().testFlag(Qt::AlignVCenter)) {
-        top += std::round((place.height() - setting.height) / 2);
+        top += std::round((place.height() - set.height()) / 2);
     }
     painter.translate(place.left(), top);
     painter.setOpacity(alphaValue_);
-    if (!setting.code.isEmpty()) {
-        look::paintPanel(painter, palette(), {.rect = setting.code, .unit = baseUnit()});
-    }
+    paintBehind(painter, set);
     const QColor ink = textColor_.isValid() ? textColor_
                        : secondary_         ? look::secondaryText(palette())
                                             : palette().color(foregroundRole());
     painter.setPen(ink);
-    for (const auto &paragraph : setting.paragraphs) {
-        paragraph->draw(&painter, {});
-    }
+    set.draw(painter);
 }
 
 }  // namespace platform

@@ -1,18 +1,20 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 
 #include <QColor>
 #include <QLabel>
+
+#include "controls/typesetting.h"
 
 namespace platform {
 
 /// A plain text, drawn to the character. It can keep room for a number of lines of a number of
 /// characters whatever it shows, so that nothing around it moves when its text changes.
-class TextLabel final : public QLabel {
+class TextLabel : public QLabel {
     Q_OBJECT
-    /// How wide a line is meant to be, in characters as the theme counts them; 0 leaves it to the
-    /// text.
+    /// How wide a line is meant to be, in characters as look::characterWidth() counts them; 0
+    /// leaves it to the text.
     Q_PROPERTY(int characters READ characters WRITE setCharacters)
     /// The widest text there always is room for, with any digits for its own.
     Q_PROPERTY(QString widestText MEMBER widestText_)
@@ -24,14 +26,11 @@ class TextLabel final : public QLabel {
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
     /// Sets the text back behind the others.
     Q_PROPERTY(bool secondary MEMBER secondary_)
-    /// Sets every line below the first as code, in the body text's size.
-    Q_PROPERTY(bool codeBelow MEMBER codeBelow_)
     /// Draws the dark band that white text stands on.
     Q_PROPERTY(bool band READ band WRITE setBand)
 
  public:
     explicit TextLabel(QWidget *parent = nullptr);
-    ~TextLabel() override;
 
     int characters() const { return characters_; }
     void setCharacters(int characters);
@@ -62,30 +61,31 @@ class TextLabel final : public QLabel {
  protected:
     void paintEvent(QPaintEvent *event) override;
 
- private:
-    struct Setting;
-
-    void describe();
-    /// Of the text around, whatever the size of this one.
+    /// What is set in lines.
+    virtual Typesetting::Source source() const;
+    /// Called before the text is drawn, with the text's place as origin.
+    virtual void paintBehind(QPainter &, const Typesetting &) const {}
+    /// The unit of the text around, whatever the size of this one.
     double baseUnit() const;
+
+ private:
+    void describe();
     QMargins padding() const;
     int keptWidth() const;
-    QFont codeFont() const;
-    const Setting &typeset(double width) const;
+    const Typesetting &typeset(double width) const;
     QSize textSize(double width) const;
 
     int characters_ = 0;
     int lines_ = 0;
     double lineHeight_ = 1;
     bool secondary_ = false;
-    bool codeBelow_ = false;
     bool band_ = false;
     QString widestText_;
     QString caption_;
     QColor textColor_;
     double alphaValue_ = 1.0;
-    /// The last one, kept because it is asked for again and again.
-    mutable std::unique_ptr<Setting> setting_;
+    /// The last one: it is asked for again and again.
+    mutable std::optional<Typesetting> typesetting_;
 };
 
 }  // namespace platform

@@ -2,7 +2,6 @@
 
 #include <QAccessible>
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QMainWindow>
 #include <QTest>
 
@@ -32,9 +31,6 @@ class tst_textlabel final : public QObject {
     void roomForTheWidestTextIsKeptWhateverTheDigits();
     void roomForCharactersAddsToTheWidestText();
     void linesStandApartAsTheLeadingSays();
-    void codeIsOfOneWidthAndKeepsItsBlanks();
-    void codeStandsOnAPanelOfItsOwn();
-    void codeHasTheSizeOfTheTextAround();
     void secondaryTextIsFainter_data();
     void secondaryTextIsFainter();
     void textStandsWhereItIsAligned_data();
@@ -216,66 +212,6 @@ void tst_textlabel::linesStandApartAsTheLeadingSays() {
     QCOMPARE(label.heightForWidth(400), 2 * height);
 }
 
-void tst_textlabel::codeIsOfOneWidthAndKeepsItsBlanks() {
-    TextLabel label;
-    label.setProperty("codeBelow", true);
-    label.setStringValue(u"What does this print?\nwhile ($i) {\n    iiii();\n    MMMM();\n}"_s);
-    label.resize(label.sizeHint());
-    const QList<optics::Text> lines = optics::texts(label);
-    QCOMPARE(lines.size(), 5);
-    const QString fixed = QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family();
-    QVERIFY(QFontInfo(lines.at(0).font).family() != fixed);
-    for (const int line : {1, 2, 3, 4}) {
-        QCOMPARE(QFontInfo(lines.at(line).font).family(), fixed);
-        QVERIFY2(lines.at(line).whole, qPrintable(lines.at(line).text + u" is clipped"_s));
-    }
-    QCOMPARE(lines.at(2).text, u"    iiii();"_s);
-    QCOMPARE(lines.at(3).place.width(), lines.at(2).place.width());
-    QCOMPARE(lines.at(2).place.left(), lines.at(1).place.left());
-}
-
-void tst_textlabel::codeStandsOnAPanelOfItsOwn() {
-    TextLabel label;
-    label.setProperty("codeBelow", true);
-    label.setStringValue(u"What does this print?\necho 1;"_s);
-    label.resize(label.sizeHint() + QSize(60, 0));
-    const auto ground = [&](const QRect &place) {
-        const QImage picture = optics::picture(label, {.texts = true}).pixels;
-        return picture.pixelColor(place.center());
-    };
-    const QList<optics::Text> lines = optics::texts(label);
-    const QColor window = label.palette().color(QPalette::Window);
-    QCOMPARE(ground(lines.at(0).place), window);
-    QVERIFY2(ground(lines.at(1).place) != window, "the code has no panel");
-    // The code stands off from the panel's edge, and the panel from the question.
-    QVERIFY(lines.at(1).place.left() > lines.at(0).place.left());
-    QVERIFY(lines.at(1).place.top() - lines.at(0).place.bottom() > lines.at(0).place.height() / 2);
-
-    label.setStringValue(u"What does this print?"_s);
-    QCOMPARE(optics::mainColor(optics::picture(label, {.texts = true}).pixels), window.rgb());
-    label.setProperty("codeBelow", false);
-    label.setStringValue(u"What does this print?\necho 1;"_s);
-    QCOMPARE(ground(lines.at(1).place), window);
-}
-
-void tst_textlabel::codeHasTheSizeOfTheTextAround() {
-    QWidget window;
-    auto *label = new TextLabel(&window);
-    // Neither size is the one that a font for code has by itself.
-    QFont font = window.font();
-    font.setPointSizeF(18);
-    window.setFont(font);
-    QFont large = font;
-    large.setPointSizeF(36);
-    label->setFont(large);
-    label->setProperty("codeBelow", true);
-    label->setStringValue(u"What does this print?\necho 1;"_s);
-    label->resize(label->sizeHint());
-    const QList<optics::Text> lines = optics::texts(*label);
-    QCOMPARE(lines.at(0).font.pointSizeF(), 36.0);
-    QCOMPARE(lines.at(1).font.pointSizeF(), 18.0);
-}
-
 void tst_textlabel::secondaryTextIsFainter_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
@@ -368,8 +304,7 @@ void tst_textlabel::textIsSetAnewWhateverChanges_data() {
     });
     row("wrapping", [](TextLabel &label) { label.setWordWrap(false); });
     row("alignment", [](TextLabel &label) { label.setAlignment(Qt::AlignRight); });
-    row("leading", [](TextLabel &label) { label.setProperty("lineHeight", 1.5); });
-    row("code", [](TextLabel &label) { label.setProperty("codeBelow", true); });
+    row("line height", [](TextLabel &label) { label.setProperty("lineHeight", 1.5); });
     row("width", [](TextLabel &label) { label.resize(150, 200); });
 }
 

@@ -1,0 +1,39 @@
+#include "controls/questionlabel.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+
+#include "look/metrics.h"
+#include "look/painting.h"
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+QFont QuestionLabel::codeFont() const {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!QFontInfo(font).fixedPitch()) {
+        // A desktop that names none.
+        font.setFamily(u"monospace"_s);
+    }
+    look::setSize(font, window()->font());
+    return font;
+}
+
+Typesetting::Source QuestionLabel::source() const {
+    Typesetting::Source source = TextLabel::source();
+    if (source.text.contains(u'\n')) {
+        source.code = {.font = codeFont(),
+                       .sideMargin = look::codeSideMargin * baseUnit(),
+                       .endMargin = look::codeEndMargin * baseUnit()};
+    }
+    return source;
+}
+
+void QuestionLabel::paintBehind(QPainter &painter, const Typesetting &typesetting) const {
+    if (!typesetting.codePanel().isEmpty()) {
+        look::paintPanel(painter, palette(), {.rect = typesetting.codePanel(), .unit = baseUnit()});
+    }
+}
+
+}  // namespace platform
