@@ -9,6 +9,7 @@
 #include "quizrun/quizrun.h"
 #include "system/exception.h"
 #include "system/format.h"
+#include "system/list.h"
 #include "system/preferences.h"
 #include "windowing/alert.h"
 

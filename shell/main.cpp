@@ -4,6 +4,7 @@
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
 #include "system/guard.h"
+#include "system/runtimefolder.h"
 #include "windowing/application.h"
 
 int main(int argc, char **argv) {

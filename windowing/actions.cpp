@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QMetaMethod>
 
+#include "look/layoutproperties.h"
 #include "system/exception.h"
 #include "system/guard.h"
 
@@ -14,7 +15,7 @@ namespace platform {
 namespace {
 
 QString actionOf(const QObject &control) {
-    return control.property("action").toString();
+    return control.property(layoutproperties::action).toString();
 }
 
 struct Action {

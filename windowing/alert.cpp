@@ -17,6 +17,7 @@
 #include "look/polish.h"
 #include "system/repeatingtimer.h"
 #include "windowing/application.h"
+#include "windowing/bringtofront.h"
 #include "windowing/window.h"
 
 namespace platform {

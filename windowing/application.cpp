@@ -4,89 +4,25 @@
 #include <chrono>
 #include <utility>
 
-#ifdef Q_OS_LINUX
-#include <unistd.h>
-#endif
-
 #include <QAccessible>
-#include <QDir>
-#include <QLabel>
 #include <QMessageBox>
-#include <QPointer>
-#include <QPushButton>
-#include <QResource>
 #include <QTimer>
 
 #include "controls/accessibility.h"
 #include "look/polish.h"
 #include "look/style.h"
+#include "windowing/aboutbox.h"
 #include "windowing/actions.h"
+#include "windowing/basesize.h"
+#include "windowing/bringtofront.h"
 #include "windowing/keyrepeat.h"
 #include "windowing/layouts.h"
 #include "windowing/menus.h"
+#include "windowing/programicon.h"
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
-
-void provideRuntimeFolder() {
-#ifdef Q_OS_LINUX
-    constexpr const char *variable = "XDG_RUNTIME_DIR";
-    if (qEnvironmentVariableIsSet(variable)) {
-        return;
-    }
-    const QString folder = u"%1/runtime-%2"_s.arg(QDir::tempPath()).arg(getuid());
-    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv(variable, QFile::encodeName(folder));
-#endif
-}
-
-namespace {
-
-/// From plain pixels, a file for each size, named by it: to read a picture file the toolkit loads
-/// all that it has for any kind of them.
-QIcon programIcon() {
-    QIcon icon;
-    const QDir sizes(u":/window-icon"_s);
-    for (const QString &size : sizes.entryList()) {
-        const QResource pixels(sizes.filePath(size));
-        icon.addPixmap(QPixmap::fromImage(
-            QImage(pixels.data(), size.toInt(), size.toInt(), QImage::Format_RGBA8888)));
-    }
-    return icon;
-}
-
-void giveIcon(QMessageBox &box) {
-    const int side = 4 * box.fontMetrics().lineSpacing();
-    box.setIconPixmap(
-        QIcon(u":/icons/zorvan-256.png"_s).pixmap(QSize(side, side), box.devicePixelRatioF()));
-}
-
-QMessageBox *newAboutBox(QWidget *parent) {
-    auto *box = new QMessageBox(parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowTitle(u"About Zorvan"_s);
-    box->setTextFormat(Qt::PlainText);
-    giveIcon(*box);
-    box->setText(u"Zorvan %1"_s.arg(QCoreApplication::applicationVersion()));
-    box->setInformativeText(QStringLiteral(ZORVAN_DESCRIPTION ".\n\nQt ") +
-                            QString::fromLatin1(qVersion()));
-    box->setDefaultButton(box->addButton(u"OK"_s, QMessageBox::AcceptRole));
-    for (QLabel *label : box->findChildren<QLabel *>()) {
-        if (!label->pixmap().isNull()) {
-            label->setAccessibleName(QGuiApplication::applicationDisplayName());
-        }
-    }
-    look::keepPolished(*box, [box] {
-        // It makes the layout anew.
-        giveIcon(*box);
-        look::polish(*box);
-    });
-    box->setModal(false);
-    return box;
-}
-
-}  // namespace
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationName(u"zorvan"_s);
@@ -99,7 +35,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setLayoutDirection(Qt::LeftToRight);
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
-    installEventFilter(this);
+    installEventFilter(new BaseSize(this));
     keyboardKeeper_.setSingleShot(true);
     connect(&keyboardKeeper_, &QTimer::timeout, this, &Application::activateAWindow);
 #ifndef Q_OS_MACOS
@@ -123,7 +59,7 @@ Application &Application::shared() {
 
 void Application::loadMainLayout(QObject &delegate) {
     mainLayout_ = std::make_unique<Window>(*this);
-    layoutNamed(u"MainLayout"_s)(*mainLayout_);
+    fillWindow(*mainLayout_, layoutNamed(u"MainLayout"_s));
     connectActions(*mainLayout_, {&delegate, this});
     menus_ = std::make_unique<Menus>(*mainLayout_);
 }
@@ -183,17 +119,6 @@ void Application::offerWayBack() {
     }
     mainLayout_->show();
 #endif
-}
-
-bool Application::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == QEvent::Resize && watched->isWidgetType()) {
-        // On a screen that scales by a fraction the toolkit lets windows be resized in steps. These
-        // count from the base size; from nothing, a step would end below the least size.
-        if (auto *widget = static_cast<QWidget *>(watched); widget->isWindow()) {
-            widget->setBaseSize(widget->size());
-        }
-    }
-    return QApplication::eventFilter(watched, event);
 }
 
 bool Application::event(QEvent *event) {

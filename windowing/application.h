@@ -14,10 +14,6 @@ namespace platform {
 
 class Menus;
 
-/// Gives the session a runtime folder where it has none, as for root outside a login: the toolkit
-/// would take the same one, with a warning. Call it before the application is made.
-void provideRuntimeFolder();
-
 /// The event loop, the one menu bar, and the way back when no window is left.
 ///
 /// The main layout "MainLayout" holds the menu bar, whose items call the delegate of the program
@@ -51,7 +47,6 @@ class Application final : public QApplication, public WindowDelegate {
 
  protected:
     bool event(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
  private:
     bool windowShouldClose() override { return true; }

@@ -1,18 +1,16 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 
-#include <QString>
+#include "windowing/table.h"
 
 namespace platform {
 
 class WindowController;
 
 /// The controllers that are opened by name, each with the way to build one.
-using ControllerTable = std::map<QString, std::function<std::shared_ptr<WindowController>()>>;
-ControllerTable &controllers();
+Table<std::function<std::shared_ptr<WindowController>()>> &controllers();
 
 /// Builds the controller of that name, shows its window and keeps no reference to either. Raises
 /// Exception where the name is unknown.

@@ -1,28 +1,47 @@
 #include "windowing/layouts.h"
 
-#include <QStringList>
+#include <QByteArrayList>
+#include <QMainWindow>
 
-#include "system/exception.h"
+#include "look/layoutproperties.h"
+#include "system/log.h"
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 
-LayoutTable &layouts() {
-    static LayoutTable table;
+namespace {
+
+void reportUnknownProperties(const QObject &object, const QString &layout) {
+    static const QByteArrayList known(layoutproperties::all.begin(), layoutproperties::all.end());
+    for (const QByteArray &property : object.dynamicPropertyNames()) {
+        // Qt keeps properties of its own.
+        if (property.startsWith("_q_") || known.contains(property)) {
+            continue;
+        }
+        log(u"The layout \"%1\" gives \"%2\" the unknown property \"%3\"; there are: %4"_s.arg(
+            layout, object.objectName(), QString::fromLatin1(property),
+            QString::fromLatin1(known.join(", "))));
+    }
+}
+
+}  // namespace
+
+Table<LayoutBuilder> &layouts() {
+    static Table<LayoutBuilder> table;
     return table;
 }
 
 LayoutBuilder layoutNamed(const QString &name) {
-    const auto found = layouts().find(name);
-    if (found != layouts().end()) {
-        return found->second;
+    return entryNamed(name, layouts(), u"layout"_s);
+}
+
+void fillWindow(QMainWindow &window, LayoutBuilder layout) {
+    layout(window);
+    reportUnknownProperties(window, window.objectName());
+    for (const QObject *object : window.findChildren<QObject *>()) {
+        reportUnknownProperties(*object, window.objectName());
     }
-    QStringList known;
-    for (const auto &[knownName, builder] : layouts()) {
-        known << knownName;
-    }
-    throw Exception(u"No layout \"%1\"; there are: %2"_s.arg(name, known.join(u", "_s)));
 }
 
 }  // namespace platform

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <map>
-
-#include <QString>
+#include "windowing/table.h"
 
 class QMainWindow;
 
@@ -12,10 +10,12 @@ namespace platform {
 using LayoutBuilder = void (*)(QMainWindow &window);
 
 /// The layouts that windows are built from, by name.
-using LayoutTable = std::map<QString, LayoutBuilder>;
-LayoutTable &layouts();
+Table<LayoutBuilder> &layouts();
 
-/// The layout of that name; raises Exception, naming the layouts there are, where it is unknown.
+/// The layout of that name; raises Exception where it is unknown.
 LayoutBuilder layoutNamed(const QString &name);
+
+/// Fills an empty window. Logs each property in the layout that layouts do not have.
+void fillWindow(QMainWindow &window, LayoutBuilder layout);
 
 }  // namespace platform

@@ -6,6 +6,8 @@
 #include <QMenuBar>
 #include <QPointer>
 
+#include "look/layoutproperties.h"
+#include "windowing/bringtofront.h"
 #include "windowing/window.h"
 
 using namespace Qt::StringLiterals;
@@ -32,7 +34,8 @@ void Menus::provideMenuBar(Window &window) {
     // reader a menu belongs to one window.
     for (const QAction *shared : mainLayout_.menuBar()->actions()) {
         QMenu *menu = menuBar.addMenu(shared->text());
-        menu->setProperty("listsWindows", shared->menu()->property("listsWindows"));
+        menu->setProperty(layoutproperties::listsWindows,
+                          shared->menu()->property(layoutproperties::listsWindows));
         menu->addActions(shared->menu()->actions());
         connect(menu, &QObject::destroyed, this, &Menus::forgetAccessibleItems);
     }
@@ -46,7 +49,7 @@ void Menus::describe(QMenuBar &menuBar) {
         QMenu *menu = action->menu();
         menu->setWindowTitle(action->iconText());
         connect(menu, &QMenu::aboutToShow, this, &Menus::forgetAccessibleItems);
-        if (menu->property("listsWindows").toBool()) {
+        if (menu->property(layoutproperties::listsWindows).toBool()) {
             connect(menu, &QMenu::aboutToShow, this, [this, menu] { listWindows(*menu); });
         }
     }

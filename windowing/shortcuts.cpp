@@ -3,6 +3,8 @@
 #include <QAbstractButton>
 #include <QShortcut>
 
+#include "look/layoutproperties.h"
+
 namespace platform {
 
 void addShortcuts(QAbstractButton &button, const QList<QKeySequence> &keys) {
@@ -17,8 +19,9 @@ void addShortcuts(QAbstractButton &button, const QList<QKeySequence> &keys) {
 void connectShortcuts(const QWidget &root) {
     for (QAbstractButton *button : root.findChildren<QAbstractButton *>()) {
         QList<QKeySequence> keys;
-        for (const QString &key :
-             button->property("shortcuts").toString().split(u' ', Qt::SkipEmptyParts)) {
+        for (const QString &key : button->property(layoutproperties::shortcuts)
+                                      .toString()
+                                      .split(u' ', Qt::SkipEmptyParts)) {
             keys << QKeySequence(key);
         }
         addShortcuts(*button, keys);

@@ -1,8 +1,6 @@
 #include "windowing/window.h"
 
 #include <algorithm>
-#include <chrono>
-#include <memory>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -12,12 +10,13 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWindow>
 
 #include "controls/section.h"
+#include "look/layoutproperties.h"
 #include "look/metrics.h"
 #include "system/guard.h"
+#include "windowing/bringtofront.h"
 
 namespace platform {
 
@@ -45,15 +44,14 @@ void scrollTo(QScrollArea &area, QWidget *focus) {
 Window::Window(WindowDelegate &delegate) : delegate_(delegate) {}
 
 QList<QPointer<Window>> Window::onScreen() {
-    // The order is that of their handles; topLevelWidgets() keeps none.
     QList<QPointer<Window>> windows;
-    for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
-        if (handle->isVisible()) {
-            if (auto *window = qobject_cast<Window *>(QWidget::find(handle->winId()))) {
-                windows << window;
-            }
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (auto *window = qobject_cast<Window *>(widget);
+            window != nullptr && window->isVisible()) {
+            windows << window;
         }
     }
+    std::ranges::sort(windows, {}, [](const Window *window) { return window->opened_; });
     return windows;
 }
 
@@ -174,6 +172,7 @@ void Window::showEvent(QShowEvent *event) {
     if (!event->spontaneous()) {
         fitted_ = size();
         takeTurn();
+        opened_ = opened_ == 0 ? turn_ : opened_;
     }
 }
 
@@ -209,60 +208,19 @@ void Window::keyPressEvent(QKeyEvent *event) {
     if (event->isAutoRepeat()) {
         return;
     }
-    if (event->key() == Qt::Key_Escape && property("escapeCloses").toBool()) {
+    if (event->key() == Qt::Key_Escape && property(layoutproperties::escapeCloses).toBool()) {
         close();
         return;
     }
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         // A button with keys of its own is spared: a Return too many must not press it.
         if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
-            button != nullptr && !button->property("shortcuts").isValid()) {
+            button != nullptr && !button->property(layoutproperties::shortcuts).isValid()) {
             button->click();
             return;
         }
     }
     QMainWindow::keyPressEvent(event);
-}
-
-void bringToFront(QWidget &window) {
-    static QMetaObject::Connection pending;
-    QObject::disconnect(pending);
-    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    window.raise();
-    const auto ask = [&window](const QWindow *focused) {
-        window.activateWindow();
-        if (focused != nullptr) {
-            // Now and then a request gets lost. Once it was heard, the user may turn elsewhere.
-            constexpr std::chrono::milliseconds untilItIsHeard(300);
-            const auto heard = std::make_shared<bool>(false);
-            const auto listening = QObject::connect(
-                qApp, &QGuiApplication::focusWindowChanged, &window,
-                [heard, &window](const QWindow *now) {
-                    *heard = *heard || (now != nullptr && now == window.windowHandle());
-                });
-            QTimer::singleShot(untilItIsHeard, &window, [heard, listening, focused, &window] {
-                QObject::disconnect(listening);
-                if (!*heard && QGuiApplication::focusWindow() == focused) {
-                    window.activateWindow();
-                }
-            });
-        }
-    };
-    const auto isPopup = [](const QWindow *focused) { return focused->type() == Qt::Popup; };
-    const QWindow *before = QGuiApplication::focusWindow();
-    if (before == nullptr || !isPopup(before)) {
-        ask(before);
-    }
-    if (before == nullptr || isPopup(before)) {
-        // While a menu closes, Wayland hears no request for the keyboard.
-        pending = QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &window,
-                                   [ask, isPopup](const QWindow *now) {
-                                       if (now != nullptr && !isPopup(now)) {
-                                           QObject::disconnect(pending);
-                                           ask(now);
-                                       }
-                                   });
-    }
 }
 
 }  // namespace platform

@@ -70,13 +70,11 @@ class Window final : public QMainWindow {
     WindowDelegate &delegate_;
     bool unasked_ = false;
     bool hasBeenActive_ = false;
-    /// The turn at which it last came to the front.
+    /// The turns at which it was first shown, and last came to the front.
+    int opened_ = 0;
     int turn_ = 0;
     /// As large as it made itself.
     QSize fitted_;
 };
-
-/// Gives any window the keyboard, above all others, also where it was minimised.
-void bringToFront(QWidget &window);
 
 }  // namespace platform

@@ -1,5 +1,6 @@
 #include "windowing/windowcontroller.h"
 
+#include "look/layoutproperties.h"
 #include "look/polish.h"
 #include "windowing/actions.h"
 #include "windowing/application.h"
@@ -7,8 +8,7 @@
 
 namespace platform {
 
-WindowController::WindowController(const QString &layoutName)
-    : buildLayout_(layoutNamed(layoutName)) {}
+WindowController::WindowController(const QString &layoutName) : layout_(layoutNamed(layoutName)) {}
 
 WindowController::~WindowController() = default;
 
@@ -22,12 +22,12 @@ void WindowController::showWindow() {
 void WindowController::load() {
     window_ = std::make_unique<Window>(*this);
     try {
-        buildLayout_(*window_);
+        fillWindow(*window_, layout_);
         look::keepPolished(*window_, [this] { window_->fitToContent(); });
         fillOutlets(*window_);
         connectActions(*window_, {this});
         connectShortcuts(*window_);
-        if (window_->property("visibleAtLoad").toBool()) {
+        if (window_->property(layoutproperties::visibleAtLoad).toBool()) {
             putOnScreen();
         }
         windowDidLoad();

@@ -48,7 +48,7 @@ class WindowController : public QObject,
     void putOnScreen();
     void windowDidClose() final;
 
-    LayoutBuilder buildLayout_;
+    LayoutBuilder layout_;
     std::unique_ptr<Window> window_;
     std::shared_ptr<WindowController> onScreen_;
 };

@@ -29,6 +29,7 @@
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
 #include "support/desk.h"
+#include "system/runtimefolder.h"
 #include "windowing/application.h"
 
 using namespace Qt::StringLiterals;

@@ -26,6 +26,7 @@
 #include "shell/settingscontroller.h"
 #include "support/desk.h"
 #include "support/store.h"
+#include "system/runtimefolder.h"
 #include "windowing/application.h"
 #include "windowing/windowcontroller.h"
 

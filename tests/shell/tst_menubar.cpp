@@ -14,6 +14,7 @@
 #include "shell/runningprogram.h"
 #include "shell/settingscontroller.h"
 #include "support/testmain.h"
+#include "windowing/bringtofront.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,6 +3,7 @@
 #include "support/testmain.h"
 #include "system/exception.h"
 #include "system/format.h"
+#include "system/list.h"
 
 using namespace Qt::StringLiterals;
 

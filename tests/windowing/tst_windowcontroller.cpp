@@ -119,6 +119,7 @@ class tst_windowcontroller final : public QObject {
     void unknownActionRaisesAndIsNamed();
     void failedLoadLeavesNoWindowAndMayBeTriedAgain();
     void missingOutletIsReportedInOneLine();
+    void unknownPropertyIsReportedInOneLine();
     void outletOfAnotherClassIsMissing();
     void writesToAMissingOutletDoNothing();
     void usersCloseAsksTheController();
@@ -321,6 +322,22 @@ void tst_windowcontroller::missingOutletIsReportedInOneLine() {
         lines.first(),
         u"The layout \"Probe\" has no platform::TextLabel named \"lblText\"; there are: lblTxet, "
         "levelBar, imgMark, radio, btnCount, btnClose, btnThrow"_s);
+}
+
+void tst_windowcontroller::unknownPropertyIsReportedInOneLine() {
+    alterLayout([](QMainWindow &window) {
+        desk::control(&window, u"lblText"_s).setProperty("keepRoom", true);
+        desk::control(&window, u"imgMark"_s).setProperty("keepsRoom", true);
+    });
+    StandardError standardError;
+    openProbe();
+    const QStringList lines = standardError.lines();
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(
+        lines.first(),
+        u"The layout \"Probe\" gives \"lblText\" the unknown property \"keepRoom\"; there are: "
+        "action, shortcuts, escapeCloses, visibleAtLoad, listsWindows, textStyle, spacing, "
+        "keepsRoom, widest"_s);
 }
 
 void tst_windowcontroller::outletOfAnotherClassIsMissing() {
@@ -576,7 +593,7 @@ void tst_windowcontroller::controllersAreOpenedByName() {
 
 void tst_windowcontroller::unknownControllerRaises() {
     const QString message = messageOf([] { platform::openWindow(u"Nowhere"_s); });
-    QVERIFY2(message.contains(u"\"Nowhere\""), qUtf8Printable(message));
+    QCOMPARE(message, u"No controller \"Nowhere\"; there are: MainMenu"_s);
 }
 
 ZORVAN_TEST_MAIN(tst_windowcontroller)
