@@ -10,4 +10,13 @@ QStringList Quiz::questionNumbers() const {
     return numbers;
 }
 
+const Quiz *quizWithId(QStringView id) {
+    for (const Quiz &quiz : quizzes) {
+        if (quiz.id == id) {
+            return &quiz;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace content

@@ -34,4 +34,7 @@ inline constexpr std::array<Quiz, 7> quizzes{{
     {u"7", u"Main Test", 1, 77, 30},
 }};
 
+/// The quiz of that id, or null.
+const Quiz *quizWithId(QStringView id);
+
 }  // namespace content

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "content/catalogue.h"
 #include "progress/progressstore.h"
 #include "system/format.h"
 
@@ -12,10 +11,7 @@ void progress::windowDidLoad() {
 }
 
 void progress::SetProgressBars() {
-    std::array<float, content::quizzes.size()> levels{};
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        levels.at(i) = progressstore::passLevel(content::quizzes.at(i).id);
-    }
+    const auto levels = progressstore::passLevels();
     // The main test has no label here: the main menu alone shows it.
     const std::array labels{&lblQuiz1Progress, &lblQuiz2Progress, &lblQuiz3Progress,
                             &lblQuiz4Progress, &lblQuiz5Progress, &lblQuiz6Progress};

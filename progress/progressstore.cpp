@@ -1,6 +1,7 @@
 #include "progress/progressstore.h"
 
-#include "content/catalogue.h"
+#include <algorithm>
+
 #include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
@@ -9,7 +10,11 @@ using platform::Preferences;
 
 namespace progressstore {
 
-QString passCount(QStringView quizId) {
+namespace {
+constexpr int mostPasses = 3;
+}
+
+QString passCountKey(QStringView quizId) {
     return u"quiz"_s.append(quizId);
 }
 
@@ -18,24 +23,36 @@ void seed() {
     Preferences &defaults = Preferences::standardUserDefaults();
     defaults.setValueForKey(none, currentTest);
     for (const content::Quiz &quiz : content::quizzes) {
-        defaults.setValueForKey(none, passCount(quiz.id));
+        defaults.setValueForKey(none, passCountKey(quiz.id));
     }
     defaults.setValueForKey(none, currentStatus);
     defaults.setValueForKey(u"false"_s, firstRun);
 }
 
-float passLevel(QStringView quizId) {
-    const auto count = Preferences::standardUserDefaults().valueForKey(passCount(quizId));
-    if (count == u"3") {
-        return 3;
+std::optional<int> passCount(QStringView quizId) {
+    const auto text = Preferences::standardUserDefaults().valueForKey(passCountKey(quizId));
+    for (int count = 0; count <= mostPasses; ++count) {
+        if (text == QString::number(count)) {
+            return count;
+        }
     }
-    if (count == u"2") {
-        return 2;
+    return std::nullopt;
+}
+
+void recordPass(QStringView quizId) {
+    const auto count = passCount(quizId);
+    if (count && *count < mostPasses) {
+        Preferences::standardUserDefaults().setValueForKey(QString::number(*count + 1),
+                                                           passCountKey(quizId));
     }
-    if (count == u"1") {
-        return 1;
-    }
-    return 0;
+}
+
+std::array<float, content::quizzes.size()> passLevels() {
+    std::array<float, content::quizzes.size()> levels{};
+    std::ranges::transform(content::quizzes, levels.begin(), [](const content::Quiz &quiz) {
+        return static_cast<float>(passCount(quiz.id).value_or(0));
+    });
+    return levels;
 }
 
 }  // namespace progressstore

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <array>
+#include <optional>
+
 #include <QString>
 #include <QStringView>
+
+#include "content/catalogue.h"
 
 /// What the program remembers between runs: eleven keys of the preferences, whose values are
 /// short texts that are only ever compared with literals, never converted to numbers.
@@ -12,7 +17,7 @@ inline const QString currentTest = QStringLiteral("currentTest");
 /// How the last finished attempt ended, "pass" or "fail"; "0" after seeding or clearing.
 inline const QString currentStatus = QStringLiteral("currentStatus");
 /// "quiz1" to "quiz7": how often that quiz was passed, "0" to "3"; "3" means mastered.
-QString passCount(QStringView quizId);
+QString passCountKey(QStringView quizId);
 /// Whether quizzes run against the clock, "yes" or "no"; absent, and "no", until chosen.
 inline const QString timedQuizzes = QStringLiteral("timedQuizzes");
 /// "false"; its presence alone tells that the store was seeded.
@@ -21,7 +26,12 @@ inline const QString firstRun = QStringLiteral("firstRun");
 /// Writes the first value of every key but timedQuizzes.
 void seed();
 
-/// A quiz's pass count as a level, 0 to 3; a count other than "1", "2" or "3" is 0.
-float passLevel(QStringView quizId);
+/// How often a quiz was passed, 0 to 3; nothing where the store has no such count.
+std::optional<int> passCount(QStringView quizId);
+/// Raises the pass count by one, up to 3. Without a count nothing is written.
+void recordPass(QStringView quizId);
+
+/// The pass counts of all quizzes as levels, in the catalogue's order; 0 where there is none.
+std::array<float, content::quizzes.size()> passLevels();
 
 }  // namespace progressstore

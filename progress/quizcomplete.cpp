@@ -24,27 +24,13 @@ void QuizComplete::windowDidLoad() {
 }
 
 void QuizComplete::GetTestResults() {
-    Preferences &defaults = Preferences::standardUserDefaults();
-    const auto currentTest = defaults.valueForKey(progressstore::currentTest);
+    const auto currentTest =
+        Preferences::standardUserDefaults().valueForKey(progressstore::currentTest);
     platform::log(currentTest.value_or(u"(null)"_s));
-
-    for (const content::Quiz &quiz : content::quizzes) {
-        if (currentTest != quiz.id) {
-            continue;
-        }
-        lblQuizName.setStringValue(quiz.name.toString());
-        const auto passCount = defaults.valueForKey(progressstore::passCount(quiz.id));
-        if (passCount == u"0") {
-            SetCheckMarks(0);
-        }
-        if (passCount == u"1") {
-            SetCheckMarks(1);
-        }
-        if (passCount == u"2") {
-            SetCheckMarks(2);
-        }
-        if (passCount == u"3") {
-            SetCheckMarks(3);
+    if (const content::Quiz *quiz = content::quizWithId(currentTest.value_or(QString()))) {
+        lblQuizName.setStringValue(quiz->name.toString());
+        if (const auto passCount = progressstore::passCount(quiz->id)) {
+            SetCheckMarks(*passCount);
         }
     }
     platform::openWindow(u"MainMenu"_s);

@@ -26,21 +26,13 @@ void MainTest::windowDidLoad() {
     WindowController::windowDidLoad();
     lblTimeLeftLabel.setHidden(true);
     lblTimeLeft.setHidden(true);
-
-    QuizRun &run = quizRun();
-    run.spareInt = 0;
-    run.currentTestId = QString();
-    run.correctAnswerNumber = 0;
-    run.correctCount = 0;
-    run.questionCount = 0;
-    run.spareLong = 0;
-    run.questionIndex = 0;
-
     lblStatus.setHidden(true);
     btnNextQuestion.setHidden(true);
-    run.progressRatio = 0;
     imgQuestion.setHidden(true);
     progressbarMain.setDoubleValue(0);
+
+    QuizRun &run = quizRun();
+    run.reset();
 
     Preferences &defaults = Preferences::standardUserDefaults();
     try {
@@ -61,11 +53,9 @@ void MainTest::windowDidLoad() {
 
 void MainTest::LoadCurrentTest() {
     QuizRun &run = quizRun();
-    for (const content::Quiz &quiz : content::quizzes) {
-        if (run.currentTestId == quiz.id) {
-            lblQuizName.setStringValue(quiz.name.toString());
-            run.questionCount = quiz.questionCount;
-        }
+    if (const content::Quiz *quiz = content::quizWithId(run.currentTestId)) {
+        lblQuizName.setStringValue(quiz->name.toString());
+        run.questionCount = quiz->questionCount;
     }
     progressbarMain.setMaxValue(run.questionCount);
     lblProgressPercent.setStringValue(stringWithFormat("1/%i", run.questionCount));
@@ -75,11 +65,9 @@ void MainTest::LoadCurrentTest() {
 
 void MainTest::CreateRandomNumbers() {
     QuizRun &run = quizRun();
-    for (const content::Quiz &quiz : content::quizzes) {
-        if (run.currentTestId == quiz.id) {
-            run.questionOrder = quiz.questionNumbers();
-            content::shuffle(run.questionOrder, run.random);
-        }
+    if (const content::Quiz *quiz = content::quizWithId(run.currentTestId)) {
+        run.questionOrder = quiz->questionNumbers();
+        content::shuffle(run.questionOrder, run.random);
     }
 }
 

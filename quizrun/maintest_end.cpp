@@ -12,30 +12,8 @@ using platform::Alert;
 using platform::Preferences;
 
 namespace {
-
 /// A score must be greater than this to pass.
 constexpr double passMark = 0.799;
-
-void raisePassCount(const QString &quizId) {
-    Preferences &defaults = Preferences::standardUserDefaults();
-    for (const content::Quiz &quiz : content::quizzes) {
-        if (quizId != quiz.id) {
-            continue;
-        }
-        const QString key = progressstore::passCount(quiz.id);
-        const auto passCount = defaults.valueForKey(key);
-        if (passCount == u"0") {
-            defaults.setValueForKey(u"1"_s, key);
-        }
-        if (passCount == u"1") {
-            defaults.setValueForKey(u"2"_s, key);
-        }
-        if (passCount == u"2") {
-            defaults.setValueForKey(u"3"_s, key);
-        }
-    }
-}
-
 }  // namespace
 
 void MainTest::GameOver() {
@@ -48,7 +26,9 @@ void MainTest::GameOver() {
     Preferences &defaults = Preferences::standardUserDefaults();
     if (double(score) > passMark) {
         defaults.setValueForKey(u"pass"_s, progressstore::currentStatus);
-        raisePassCount(run.currentTestId);
+        if (content::quizWithId(run.currentTestId) != nullptr) {
+            progressstore::recordPass(run.currentTestId);
+        }
     } else {
         defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
     }

@@ -14,25 +14,33 @@ struct QuizRun {
     QStringList questionOrder;
     /// Right answers by questions answered.
     float scoreRatio = 0;
+    /// The time left on the clock; negative once it is up.
     int minutesLeft = 0;
     int secondsLeft = 0;
-    /// 1, 2 or 3; 0 before the first question.
+    /// The right answer to the question on screen, 1, 2 or 3; 0 before the first question.
     int correctAnswerNumber = 0;
+    /// The number of the question on screen by the number of questions; 0 at the first.
     float progressRatio = 0;
-    /// Counts the question on screen once it is answered.
+    /// The index of the question on screen, and the next one's once it is answered.
     int questionIndex = 0;
+    /// How many questions were answered right.
     int correctCount = 0;
-    /// Empty until the window has read it from the store.
+    /// Null until the window has read it from the store, and where the store has none.
     QString currentTestId;
     /// Reset with each attempt; nothing reads them.
     long long spareLong = 0;
     int spareInt = 0;
     /// The only reference to the clock: replacing or clearing it stops the clock.
     std::unique_ptr<platform::RepeatingTimer> quizTimer;
+    /// How many questions this attempt asks.
     int questionCount = 0;
 
     /// What the shuffle draws from.
     content::RandomSource random = content::systemRandom;
+
+    /// Makes ready for a new attempt. The order of the questions, the score ratio and the clock
+    /// stay until something replaces them: a quiz of an unknown id asks the last one's questions.
+    void reset();
 };
 
 QuizRun &quizRun();

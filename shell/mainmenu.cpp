@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "content/catalogue.h"
 #include "progress/progress.h"
 #include "progress/progressstore.h"
 #include "quizrun/maintest.h"
@@ -45,10 +44,7 @@ void MainMenu::SetProgressBars() {
     const std::array indicators{&progressbarQuiz1, &progressbarQuiz2, &progressbarQuiz3,
                                 &progressbarQuiz4, &progressbarQuiz5, &progressbarQuiz6,
                                 &progressbarQuiz7};
-    std::array<float, content::quizzes.size()> levels{};
-    for (std::size_t i = 0; i < levels.size(); ++i) {
-        levels.at(i) = progressstore::passLevel(content::quizzes.at(i).id);
-    }
+    const auto levels = progressstore::passLevels();
     float sum = 0;
     for (std::size_t i = 0; i < levels.size(); ++i) {
         indicators.at(i)->setDoubleValue(levels[i]);

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include <QTest>
 
 #include "content/catalogue.h"
@@ -14,6 +12,7 @@ class tst_catalogue final : public QObject {
  private Q_SLOTS:
     void everyQuizHasItsNameNumbersAndCount_data();
     void everyQuizHasItsNameNumbersAndCount();
+    void noQuizHasAnotherId();
     void topicQuizzesPartTheBankAmongThem();
 };
 
@@ -27,9 +26,9 @@ void tst_catalogue::everyQuizHasItsNameNumbersAndCount() {
     QFETCH(int, last);
     QFETCH(int, questionCount);
     const QString id = QString::fromLatin1(QTest::currentDataTag());
-    const auto *quiz = std::find_if(content::quizzes.begin(), content::quizzes.end(),
-                                    [&](const content::Quiz &each) { return each.id == id; });
-    QVERIFY(quiz != content::quizzes.end());
+    const content::Quiz *quiz = content::quizWithId(id);
+    QVERIFY(quiz != nullptr);
+    QCOMPARE(quiz->id, id);
     QCOMPARE(quiz->name, name);
     QCOMPARE(quiz->questionCount, questionCount);
 
@@ -38,6 +37,12 @@ void tst_catalogue::everyQuizHasItsNameNumbersAndCount() {
         ascending << QString::number(number);
     }
     QCOMPARE(quiz->questionNumbers(), ascending);
+}
+
+void tst_catalogue::noQuizHasAnotherId() {
+    for (const QString &id : {QString(), u""_s, u"0"_s, u"8"_s, u"01"_s, u"1 "_s}) {
+        QVERIFY2(content::quizWithId(id) == nullptr, qUtf8Printable(id));
+    }
 }
 
 void tst_catalogue::topicQuizzesPartTheBankAmongThem() {
