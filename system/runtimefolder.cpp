@@ -1,13 +1,11 @@
 #include "system/runtimefolder.h"
 
-#include <QtGlobal>
-
-#ifdef Q_OS_LINUX
-#include <unistd.h>
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#ifdef Q_OS_LINUX
+#include <unistd.h>
 #endif
 
 using namespace Qt::StringLiterals;
