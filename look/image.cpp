@@ -13,7 +13,7 @@ QIcon imageNamed(const QString &fileName) {
     if (!QFile::exists(path)) {
         return {};
     }
-    // One for each name: Qt keeps what it has scaled for the icon that it came from.
+    // One icon per name, because Qt caches scaled pixmaps per icon.
     static QHash<QString, QIcon> images;
     QIcon &image = images[fileName];
     if (image.isNull()) {

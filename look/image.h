@@ -6,7 +6,7 @@ class QString;
 
 namespace platform::look {
 
-/// The program's image of that file name; a null one where there is none.
+/// The program's image with that file name, or a null icon if there is none.
 QIcon imageNamed(const QString &fileName);
 
 }  // namespace platform::look

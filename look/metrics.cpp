@@ -16,7 +16,8 @@ double characterWidth(const QFont &font) {
 }
 
 void setSize(QFont &font, const QFont &other, double times) {
-    // The desktop may have set the other in pixels; and where there are no fonts, none has a size.
+    // QFontInfo also knows a size that the desktop has set in pixels. Without any fonts there is no
+    // size at all.
     if (const double points = QFontInfo(other).pointSizeF(); points > 0) {
         font.setPointSizeF(points * times);
     }

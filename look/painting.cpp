@@ -25,7 +25,7 @@ QPen borderPen(const QPalette &palette, Border border, double unit) {
     return Qt::NoPen;
 }
 
-/// `rect` with its edges on whole pixels of the device.
+/// `rect` with its edges on whole device pixels.
 QRectF snapped(const QPainter &painter, const QRectF &rect) {
     const QTransform toDevice = painter.deviceTransform();
     const QRectF there = toDevice.mapRect(rect);
@@ -42,7 +42,7 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     if (pen.style() != Qt::NoPen) {
         const double pixel = 1 / painter.deviceTransform().m11();
         const double pixels = pen.widthF() / pixel;
-        // Never wider than a border that means something.
+        // A hairline is rounded down: it must never be wider than a border that carries meaning.
         width = qMax(1, panel.border == Border::Hairline ? int(pixels) : qRound(pixels)) * pixel;
         pen.setWidthF(width);
     }
@@ -58,7 +58,7 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     if (panel.fill == Fill::None) {
         draw(width / 2, pen, Qt::NoBrush);
     } else {
-        // One upon the other: to draw a line takes several times as long as to fill.
+        // Two fills, one on the other: drawing a line takes several times as long as filling.
         if (width > 0) {
             draw(0, Qt::NoPen, pen.color());
         }

@@ -12,7 +12,7 @@ namespace platform::look {
 /// How the border of a panel is drawn.
 enum class Border { None, Hairline, Outline, Accent, Focus };
 
-/// A rounded rectangle whose edges lie on whole pixels of the device.
+/// A rounded rectangle whose edges lie on whole device pixels.
 struct Panel {
     /// In pixels.
     QRectF rect;
@@ -24,7 +24,7 @@ struct Panel {
 };
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
 
-/// Told apart by their shape; drawn within a square.
+/// Glyphs are told apart by shape, and are drawn within a square.
 enum class Glyph { Tick, Cross };
 void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
                 const QColor &color);

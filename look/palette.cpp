@@ -15,7 +15,7 @@ QColor tint(const QColor &base, const QColor &colour, float share) {
                             mix(base.blueF(), colour.blueF()));
 }
 
-/// The window's colour with a share of its text's.
+/// The window's colour with a share of its text colour.
 QColor tint(const QPalette &palette, float share) {
     return tint(palette.color(QPalette::Window),
                 palette.color(QPalette::Active, QPalette::WindowText), share);

@@ -7,13 +7,13 @@
 /// reasons.
 namespace platform::look {
 
-/// The one colour of our own: what is earned, what is meant, where the focus is.
+/// The only colour of our own. It marks what is earned, what is chosen or next, and the focus.
 QColor accent(const QPalette &palette);
 /// Text and glyphs on the accent.
 QColor onAccent(const QPalette &palette);
 /// Text that explains other text.
 QColor secondaryText(const QPalette &palette);
-/// A border that carries meaning: at least 3 to 1 on every fill.
+/// A border that carries meaning: its contrast is at least 3 to 1 on every fill.
 QColor outline(const QPalette &palette);
 
 /// The faint border of a surface.

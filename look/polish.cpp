@@ -33,7 +33,7 @@ struct TextStyle {
     QFont::Weight weight;
 };
 
-// Each step is about 1.17 of the one below.
+// Each size is about 1.17 times the next smaller one.
 constexpr std::array textStyles{
     TextStyle{u"title", 1.6, QFont::DemiBold},
     TextStyle{u"question", 1.37, QFont::Normal},
@@ -71,7 +71,7 @@ const Entry *named(const std::array<Entry, size> &entries, const QVariant &name)
 
 void scaleText(QWidget &widget) {
     if (const TextStyle *style = named(textStyles, widget.property(layoutproperties::textStyle))) {
-        // What it would have without a style of its own.
+        // The font that it would have without a text style.
         widget.setFont(QFont());
         QFont font = widget.font();
         setSize(font, font, style->size);
@@ -111,12 +111,12 @@ void space(const QWidget &widget, double unit) {
     const auto *box = qobject_cast<const QMessageBox *>(&widget);
     auto *grid = qobject_cast<QGridLayout *>(layout);
     if (box != nullptr && grid != nullptr && box->iconPixmap().isNull()) {
-        // No icon stands before the text.
+        // No gap is needed before the text if there is no icon.
         grid->setHorizontalSpacing(0);
     }
 }
 
-/// Polishes a window again after a change, once everything in it knows of the change.
+/// Polishes a window again after a change, once every widget in it has learned of the change.
 class Polisher final : public QObject {
  public:
     Polisher(QWidget &window, std::function<void()> polishedAgain)
@@ -140,13 +140,13 @@ class Polisher final : public QObject {
     }
 
  private:
-    /// A window learns by itself only of a resolution that comes with another screen.
+    /// By itself a window learns of a new resolution only when it moves to another screen.
     void takeUpResolution() {
         QWindow *handle = window_.windowHandle();
         if (handle == nullptr) {
             return;
         }
-        // What the window manager was told is in pixels of the device.
+        // The window manager was told these sizes in device pixels.
         window_.setBaseSize({});
         window_.setBaseSize(window_.size());
         handle->resize(window_.size());
@@ -172,7 +172,7 @@ class Polisher final : public QObject {
             polishedAgain_();
         }
         if (qobject_cast<QMessageBox *>(&window_) != nullptr) {
-            // A box takes its size when it is asked to, not when something in it has another.
+            // A message box takes a new size only when it is asked to, not when its content does.
             settle();
             window_.layout()->invalidate();
             QEvent request(QEvent::LayoutRequest);
@@ -180,7 +180,7 @@ class Polisher final : public QObject {
         }
     }
 
-    /// Has layouts ask anew what they need, from the innermost on.
+    /// Makes the layouts ask again how much space they need, from the innermost outwards.
     void settle() {
         QList<QWidget *> widgets = window_.findChildren<QWidget *>();
         std::ranges::reverse(widgets);
@@ -205,7 +205,7 @@ void enlargeButton(QAbstractButton &button, double unit) {
 }  // namespace
 
 void polish(QWidget &window) {
-    // A style sheet gives its fonts as it polishes.
+    // A style sheet sets its fonts when it polishes.
     window.ensurePolished();
     const double unit = look::unit(window);
     space(window, unit);
@@ -224,12 +224,12 @@ void polish(QWidget &window) {
         if (auto *button = qobject_cast<QAbstractButton *>(widget)) {
             enlargeButton(*button, unit);
         }
-        // What was measured before is measured anew.
+        // Sizes that were measured before are out of date.
         widget->updateGeometry();
     }
     for (QScrollArea *area : window.findChildren<QScrollArea *>()) {
         if (area->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff) {
-            // It scrolls up and down only: a line is never cut off.
+            // It scrolls only vertically, so it must be wide enough for every line.
             area->setMinimumWidth(area->widget()->minimumSizeHint().width() +
                                   area->verticalScrollBar()->sizeHint().width());
             area->verticalScrollBar()->setAccessibleName(area->accessibleName());

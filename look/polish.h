@@ -6,12 +6,12 @@ class QWidget;
 
 namespace platform::look {
 
-/// Gives a window its text sizes and its spacing, as its layout asks by property, and makes every
-/// button large enough to hit. The same however often it is called.
+/// Sets the text sizes and the spacing that a window's layout asks for by property, and makes every
+/// button large enough to hit. Calling it again has the same result.
 void polish(QWidget &window);
 
 /// Polishes a window now, and again whenever its font, its style or the resolution of its screen
-/// has changed. Each time after the first, `polishedAgain` is called.
+/// changes. `polishedAgain` is called each time but the first.
 void keepPolished(QWidget &window, std::function<void()> polishedAgain = {});
 
 }  // namespace platform::look

@@ -17,7 +17,7 @@ double unitOf(const QStyleOption &option) {
     return option.fontMetrics.height() / 2.0;
 }
 
-/// Between the border of a row and what stands on it.
+/// Between the border of a row and its content.
 int padding(const QStyleOption &option) {
     return qRound(unitOf(option));
 }
@@ -48,7 +48,7 @@ void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
     if (isDefault(button)) {
         panel.fill = pressed || hovered ? Fill::HoveredAccent : Fill::Accent;
         if (focused) {
-            // The ring stands off: upon the accent it would not be seen.
+            // The ring is set off from the accent, on which it would not be visible.
             drawFocus(button, painter);
             const double inset = (focusWidth + focusGap) * panel.unit;
             panel.rect.adjust(inset, inset, -inset, -inset);
@@ -144,7 +144,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     if (button == nullptr) {
         return;
     }
-    // The style below would ask itself where the parts are.
+    // The base style would ask itself where the parts are, not this style.
     QStyleOptionButton part(*button);
     if (button->state.testFlag(State_MouseOver)) {
         drawFill(*button, Fill::Hovered, painter);
@@ -176,7 +176,7 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
                                QPainter *painter, const QWidget *widget) const {
     if (const auto *button = qstyleoption_cast<const QStyleOptionToolButton *>(option);
         button != nullptr && button->icon.isNull() && button->text.isEmpty()) {
-        // The rest of a menu bar that is too narrow for all of its menus.
+        // Opens the rest of a menu bar that is too narrow for all of its menus.
         QStyleOptionToolButton rest(*button);
         rest.features |= QStyleOptionToolButton::Arrow;
         rest.arrowType = Qt::DownArrow;
@@ -255,8 +255,8 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, con
 
 QIcon Style::standardIcon(StandardPixmap standardIcon, const QStyleOption *option,
                           const QWidget *widget) const {
-    // Every menu bar asks for it. It would be read from a picture file, for which the toolkit loads
-    // all that it has for any kind of them.
+    // Every menu bar asks for this icon. To read it from an image file, Qt would load its plugins
+    // for every image format.
     return standardIcon == SP_ToolBarHorizontalExtensionButton
                ? QIcon()
                : QProxyStyle::standardIcon(standardIcon, option, widget);
@@ -283,7 +283,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
 
 int Style::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                      QStyleHintReturn *returned) const {
-    // Words alone: not every desktop has the pictures.
+    // Text only, because not every desktop has the icons.
     return hint == SH_DialogButtonBox_ButtonsHaveIcons
                ? 0
                : QProxyStyle::styleHint(hint, option, widget, returned);

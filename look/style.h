@@ -4,9 +4,9 @@
 
 namespace platform::look {
 
-/// The desktop's own style, with buttons, options and scroll bars that belong to our panels: the
-/// same borders and corners, a focus that nobody can overlook, options that can be pressed anywhere
-/// on their row. A default button is drawn as the one that goes on.
+/// The desktop's own style, with buttons, options and scroll bars that match our panels: the same
+/// borders and corners, a focus that is hard to overlook, and options that can be pressed anywhere
+/// on their row. A default button is drawn as the primary action.
 class Style final : public QProxyStyle {
     Q_OBJECT
 

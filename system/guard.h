@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Runs what the event loop has called for. An exception that escapes is logged as one line and
-/// goes no further: the toolkit's own frames are not built to be unwound.
+/// Runs code that the event loop calls. An exception that escapes is logged on one line and goes
+/// no further: Qt's own frames are not built to be unwound.
 void runGuarded(const std::function<void()> &body);
 
 }  // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The entry at `index`; raises Exception where the list has none.
+/// The entry at `index`. Throws Exception if the index is out of range.
 QString objectAtIndex(const QStringList &list, qsizetype index);
 
 }  // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// Writes `text` to standard error as a line of its own.
+/// Writes `text` to standard error on a line of its own.
 void log(const QString &text);
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 #include "system/exception.h"
 #include "system/log.h"
 
-// Elsewhere the system keeps the preferences, and not as text in a file.
+// Other systems keep the preferences themselves, and not in a text file.
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #define ZORVAN_PREFERENCES_ARE_A_FILE
 #include "system/settingsfile.h"
@@ -17,7 +17,7 @@ namespace platform {
 
 Preferences::Preferences()
     : settings_(QSettings::NativeFormat, QSettings::UserScope, u"Zorvan"_s, u"Zorvan"_s) {
-    // Another program's or the system's settings must not answer for ours.
+    // Settings of another program or of the system must not be read as ours.
     settings_.setFallbacksEnabled(false);
 #ifdef ZORVAN_PREFERENCES_ARE_A_FILE
     if (!settingsfile::isParsable(settings_.fileName())) {

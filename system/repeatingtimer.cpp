@@ -16,7 +16,7 @@ int &holds() {
 }
 
 QList<RepeatingTimer *> &timers() {
-    // Never freed: a timer may go as late as the statics that hold it.
+    // Never freed: a timer may be destroyed as late as the static objects that own it.
     // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): this file's alone
     static auto &timers = *new QList<RepeatingTimer *>;
     return timers;
@@ -74,7 +74,7 @@ void RepeatingTimer::fire() {
     if (!isValid() || holds() > 0) {
         return;
     }
-    // By copy: the tick may free this timer.
+    // A copy, because the tick may free this timer.
     runGuarded(std::function<void()>(tick_));
 }
 

@@ -10,7 +10,7 @@
 namespace platform {
 
 /// A timer that ticks at a fixed interval on the event loop until it is invalidated or freed.
-/// Ticks that fall due while a TickHold lives are dropped, not made up. A tick may free its own
+/// Ticks that fall due during a TickHold are dropped, not made up for. A tick may free its own
 /// timer.
 class RepeatingTimer final {
  public:
@@ -22,7 +22,7 @@ class RepeatingTimer final {
     RepeatingTimer(const RepeatingTimer &) = delete;
     RepeatingTimer &operator=(const RepeatingTimer &) = delete;
 
-    /// Every valid timer of the process: a test lets time pass by firing them.
+    /// Every valid timer of the process. Tests fire them to let time pass.
     static QList<RepeatingTimer *> running();
 
     /// Stops the timer for good.
@@ -39,8 +39,8 @@ class RepeatingTimer final {
     std::function<void()> tick_;
 };
 
-/// Keeps every RepeatingTimer from ticking: for as long as it lives, and then until control is back
-/// in the event loop, so that no tick comes between an answer and what is done about it.
+/// Keeps every RepeatingTimer from ticking while it lives, and then until control is back in the
+/// event loop, so that no tick comes between the user's answer and its consequences.
 class TickHold final {
  public:
     TickHold();

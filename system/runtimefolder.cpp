@@ -22,7 +22,7 @@ void provideRuntimeFolder() {
     constexpr QFile::Permissions ownersAlone =
         QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
     QDir().mkdir(folder, ownersAlone);
-    // Where somebody else got there first, Qt goes its own way.
+    // If another user made the folder first, Qt looks for one itself.
     const QFileInfo made(folder);
     if (made.isDir() && !made.isSymLink() && made.ownerId() == getuid()) {
         qputenv(variable, QFile::encodeName(folder));

@@ -32,8 +32,8 @@ namespace {
     fail({errno, std::generic_category()});
 }
 
-/// The folder of the file, for as long as no other writer may have it. A lock file would outlive
-/// a kill; this lock ends with its process.
+/// The file's folder, locked against other writers. A lock file would outlive a kill; this lock
+/// ends with its process.
 class LockedFolder final {
  public:
     explicit LockedFolder(const QString &path)
@@ -43,7 +43,7 @@ class LockedFolder final {
         if (descriptor_ < 0) {
             failWithErrno();
         }
-        // Not every file system can; a write without company is safe all the same.
+        // Not every file system has locks; a lone writer is safe without one.
         while (::flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
         }
     }
@@ -52,13 +52,13 @@ class LockedFolder final {
     LockedFolder &operator=(const LockedFolder &) = delete;
 
     const QString &path() const { return path_; }
-    /// No other folder has it.
+    /// Unique to this folder.
     QString number() const {
         struct ::stat status {};
         ::fstat(descriptor_, &status);
         return u"%1-%2"_s.arg(status.st_dev).arg(status.st_ino);
     }
-    /// Names given in the folder outlive a power cut from here on.
+    /// Once it returns, new names in the folder survive a power cut.
     void sync() const { ::fsync(descriptor_); }
 
  private:
@@ -66,9 +66,9 @@ class LockedFolder final {
     int descriptor_;
 };
 
-/// A folder where QSettings edits a copy: its own way to the disk is slower, keeps quiet about some
-/// failures, and leaves files behind when it is killed. What a kill leaves here goes with the next
-/// write.
+/// A folder where QSettings edits a copy: its own way of writing to disk is slower, hides some
+/// failures, and leaves files behind if it is killed. Files that a kill leaves here are removed by
+/// the next write.
 class ScratchFolder final {
  public:
     explicit ScratchFolder(const LockedFolder &store) : dir_(place(store)) {
@@ -82,14 +82,14 @@ class ScratchFolder final {
     ScratchFolder(const ScratchFolder &) = delete;
     ScratchFolder &operator=(const ScratchFolder &) = delete;
 
-    /// A path that this process has never used: QSettings remembers files by their paths.
+    /// A path that this process has not used before, because QSettings caches files by path.
     QString newPath() const {
         static int files = 0;
         return dir_.filePath(QString::number(++files));
     }
 
  private:
-    /// In memory, where the session has a folder there; never where other users can write.
+    /// In memory if the session has a folder there; never where other users can write.
     static QString place(const LockedFolder &store) {
         const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
         const QFileInfo folder(runtime);
@@ -124,7 +124,7 @@ QByteArray read(const QString &path) {
     return content;
 }
 
-/// Makes the file, and leaves it open; makes none where that fails.
+/// Creates the file and leaves it open. If that fails, no file is left behind.
 void writeNew(QFile &file, const QByteArray &content) {
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
         throw Exception(file.errorString());
@@ -136,7 +136,7 @@ void writeNew(QFile &file, const QByteArray &content) {
     }
 }
 
-/// Whether the copy has the values, and whatever else the current settings have.
+/// Whether the copy has the values and everything else that the current settings have.
 bool isComplete(const QSettings &copy, const QSettings &current,
                 const QMap<QString, QString> &values) {
     for (auto value = values.begin(); value != values.end(); ++value) {
@@ -146,12 +146,12 @@ bool isComplete(const QSettings &copy, const QSettings &current,
     }
     const QStringList keys = current.allKeys();
     return std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
-        // Junk can be read as a value without a key, which cannot be asked for.
+        // Junk can be parsed as a value with an empty key, which cannot be looked up.
         return key.isEmpty() || values.contains(key) || copy.value(key) == current.value(key);
     });
 }
 
-/// The content of that file with the values in it.
+/// `content`, which is that of `file`, with the values put in.
 QByteArray edited(const QByteArray &content, const QString &file,
                   const QMap<QString, QString> &values, const ScratchFolder &scratch) {
     const QString draft = scratch.newPath();
@@ -164,8 +164,8 @@ QByteArray edited(const QByteArray &content, const QString &file,
             settings.setValue(value.key(), *value);
         }
     }
-    // A QSettings that has met a broken line says nothing of what goes wrong after it, and on a
-    // full disk it takes an empty file for a whole one.
+    // After a broken line QSettings reports no further errors, and on a full disk it takes an
+    // empty file for a complete one.
     const QString finished = scratch.newPath();
     if (!QFile::rename(draft, finished) ||
         !isComplete(QSettings(finished, QSettings::IniFormat),
@@ -183,7 +183,7 @@ QSet<QByteArray> lines(const QByteArray &content) {
     return lines;
 }
 
-/// Whether something but the values' own lines is in `before` and not in `after`, or not as it was.
+/// Whether a line of `before`, other than those of the values, is missing or changed in `after`.
 bool losesLines(const QByteArray &before, const QByteArray &after,
                 const QMap<QString, QString> &values) {
     return std::ranges::any_of(lines(before) - lines(after), [&](const QByteArray &line) {
@@ -192,7 +192,7 @@ bool losesLines(const QByteArray &before, const QByteArray &after,
     });
 }
 
-/// Gives the file a second name, which it keeps when it is replaced.
+/// Gives the file a second name, which it keeps when it is replaced, and returns that name.
 QString keepAside(const QString &path, const QByteArray &content) {
     for (int number = 1;; ++number) {
         QString aside = u"%1.kept-%2"_s.arg(path).arg(number);
@@ -212,17 +212,17 @@ QString keepAside(const QString &path, const QByteArray &content) {
     }
 }
 
-/// Replaces the file at once, so that it is the old or the new one at any moment.
+/// Replaces the file atomically: at any moment it is either the old or the new one.
 void replace(const QFileInfo &current, const QByteArray &content) {
     QFile next(u"%1/.%2.writing"_s.arg(current.path(), current.fileName()));
-    // A kill may have left one.
+    // A kill may have left one behind.
     next.remove();
     writeNew(next, content);
     if (current.exists()) {
         next.setPermissions(current.permissions());
     }
-    // QSettings tells versions of a file apart by size and time, and the time of day stands still
-    // for longer than a write takes.
+    // QSettings tells versions of a file apart by size and time, and a write takes less time than
+    // the clock's resolution.
     const QDateTime now = QDateTime::currentDateTime();
     const QDateTime previous = current.lastModified();
     next.setFileTime(now > previous ? now : previous.addMSecs(1),
@@ -253,7 +253,7 @@ bool isParsable(const QString &path) {
     if (decoder.hasError()) {
         return false;
     }
-    // QSettings itself reports broken sections only.
+    // QSettings itself reports only broken sections.
     bool continues = false;
     for (const QString &line : content.split(u'\n')) {
         const QString entry = line.trimmed();

@@ -5,19 +5,19 @@
 #include <QMap>
 #include <QString>
 
-/// A settings file in the format of QSettings that several programs write at once and that any of
-/// them may leave at any moment, by a kill or a power cut: it is whole at all times.
+/// A settings file in the format of QSettings. It is whole at all times, even if several programs
+/// write it at once and a kill or a power cut ends any of them at any moment.
 namespace platform::settingsfile {
 
-/// Whether every line is a section, a comment or a key with its value. True where there is nothing
-/// to read.
+/// Whether every line is a section, a comment or a key with its value. True if there is nothing to
+/// read.
 bool isParsable(const QString &path);
 
-/// Puts the values under their keys; they are on the disk when it returns. Everything else in the
-/// file is carried over; where something cannot be, the file as it was is kept aside first, and
-/// its new name returned. A symbolic link is followed and stays.
+/// Writes the values under their keys; they are on disk when it returns. Everything else in the
+/// file is carried over. If something cannot be, the old file is set aside first and its new path
+/// is returned. A symbolic link is followed and stays.
 ///
-/// Raises Exception with the reason where the file cannot be written; it is then as it was.
+/// Throws Exception with the reason if the file cannot be written; the file is then unchanged.
 std::optional<QString> write(const QString &path, const QMap<QString, QString> &values);
 
 }  // namespace platform::settingsfile
