@@ -37,8 +37,8 @@ class AccessibleActionRow final : public QAccessibleWidget {
     }
 };
 
-/// A level changes under the learner's hands: what is said of it is said in words, by others. So
-/// it is a progress bar whose values can be asked for, but which reports no change of its own.
+/// A level changes while the learner works, and other controls say so in words. So it is a progress
+/// bar whose values can be queried, but which reports no changes itself.
 class AccessibleLevel final : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
     explicit AccessibleLevel(LevelIndicator &level)

@@ -83,7 +83,7 @@ void ActionRow::adoptParts() {
 }
 
 void ActionRow::describeOnce() {
-    // When level and words are both in place: a screen reader reads each change.
+    // Only after both the level and the words are set: a screen reader reads out each change.
     QMetaObject::invokeMethod(this, &ActionRow::describe, Qt::QueuedConnection);
 }
 
@@ -119,7 +119,7 @@ void ActionRow::mousePressEvent(QMouseEvent *event) {
 }
 
 void ActionRow::mouseDoubleClickEvent(QMouseEvent *event) {
-    // A double click is one press: its second half must not open a second window.
+    // A double-click is one press: its second click must not open a second window.
     event->accept();
 }
 
@@ -155,7 +155,7 @@ void ActionRow::paintEvent(QPaintEvent *) {
             fill = look::Fill::None;
             break;
     }
-    // The border stays: it belongs to the focus.
+    // Only the fill changes: the border belongs to the focus.
     if (button_->isDown()) {
         fill = look::Fill::Pressed;
     } else if (isHovered()) {

@@ -9,21 +9,21 @@ namespace platform {
 class LevelIndicator;
 class TextLabel;
 
-/// How a row stands. In a list of steps it is open, next or done; as an answer it is open until
-/// one has been chosen, and then right, wrong (the one chosen in its place) or one of the others.
+/// The state of a row. In a list of steps a row is open, next or done. An answer is open until one
+/// has been chosen, and then right, wrong (chosen, but not right) or one of the others.
 enum class RowState { Open, Next, Done, Right, Wrong, Other };
 
-/// A row whose whole surface presses the one button in it. Where a TextLabel stands beside the
-/// button, the button's accessible name is its own text and the label's; a second one is filled
-/// with the words for how the row stands. These and a LevelIndicator's value in words are the
-/// button's accessible description.
+/// A row whose whole surface presses the one button in it. If the row has a TextLabel, the button's
+/// accessible name is its own text and the label's. A second TextLabel shows the words for the
+/// row's state; these and the value of a LevelIndicator in words are the button's accessible
+/// description.
 class ActionRow final : public QWidget {
     Q_OBJECT
 
  public:
     explicit ActionRow(QWidget *parent = nullptr);
 
-    /// The row that `part` stands in; ends the program where there is none.
+    /// The row that contains `part`. Ends the program if there is none.
     static const ActionRow &around(const QWidget &part);
 
     RowState state() const { return state_; }

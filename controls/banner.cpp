@@ -80,7 +80,7 @@ void Banner::paintRays(QPainter &painter) const {
                     ray * turn, turn / 2);
         light.closeSubpath();
     }
-    // Pictures have holes: nothing shines through.
+    // Pictures have holes, through which no ray must be seen.
     for (const QWidget *part : findChildren<QWidget *>()) {
         QPainterPath halo;
         halo.addEllipse(part->geometry());

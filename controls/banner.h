@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The panel that a picture is shown on, in one of three tones.
+/// A panel on which pictures are shown, in one of three tones.
 class Banner final : public QWidget {
     Q_OBJECT
 

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// A square picture, as many lines of text high as its property "lines" says. The image gives its
-/// shape, by its opacity, from its best resolution for the screen.
+/// A square picture, whose property "lines" is its height in lines of text. Only the opacity of the
+/// image is used, at its best resolution for the screen; the colour is set separately.
 class ImageLabel final : public QLabel {
     Q_OBJECT
     Q_PROPERTY(int lines READ lines WRITE setLines)
@@ -22,7 +22,7 @@ class ImageLabel final : public QLabel {
     void setImage(const QIcon &image);
     const QIcon &image() const { return image_; }
 
-    /// An invalid colour draws in the accent.
+    /// An invalid colour stands for the accent.
     void setColor(const QColor &color);
 
     QSize sizeHint() const override;

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace platform {
 
-/// A key, or what stands between two.
+/// A key, or the text between two keys.
 struct KeyLabel::Piece {
     QString text;
     bool isKey = false;

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// A text that names keys, such as "A, B or Ctrl+C", with every key drawn as a key.
+/// A text that names keys, such as "A, B or Ctrl+C", with each of them drawn as a key.
 class KeyLabel final : public QLabel {
     Q_OBJECT
 

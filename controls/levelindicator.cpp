@@ -66,7 +66,7 @@ void LevelIndicator::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    // In whole pixels of the device, so that every edge is sharp at every scale.
+    // In whole device pixels, so that every edge is sharp at every scale.
     const QTransform toDevice = painter.deviceTransform();
     const QRect area = toDevice.mapRect(QRectF(rect())).toRect();
     const double unit = look::unit(*this) * toDevice.m11();

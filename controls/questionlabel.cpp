@@ -13,7 +13,7 @@ namespace platform {
 QFont QuestionLabel::codeFont() const {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     if (!QFontInfo(font).fixedPitch()) {
-        // A desktop that names none.
+        // The desktop names no fixed-width font.
         font.setFamily(u"monospace"_s);
     }
     look::setSize(font, window()->font());

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// A question: its first line is prose; every line below is code, which is set in the desktop's
-/// fixed font, in the size of the text around, and stands on a panel.
+/// A question. Its first line is prose; every further line is code, which is drawn on a panel, in
+/// the desktop's fixed-width font at the size of the surrounding text.
 class QuestionLabel final : public TextLabel {
     Q_OBJECT
 

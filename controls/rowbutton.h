@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// The button of an ActionRow. The row draws its panel and focus; the button draws only its
-/// text: on the row, or, with the property "badge", as a lettered key.
+/// The button of an ActionRow. The row draws its panel and focus; the button draws only its text,
+/// either directly on the row or, with the property "badge", as a lettered key.
 class RowButton final : public QAbstractButton {
     Q_OBJECT
     Q_PROPERTY(bool badge MEMBER badge_)

@@ -44,7 +44,7 @@ QList<QLabel *> Section::labels() const {
         }
         return parent != this || label->isHidden();
     });
-    // A value's name begins with its caption.
+    // A label that is a value's caption is left out: the value's name begins with it.
     QStringList captions;
     for (const QLabel *label : std::as_const(labels)) {
         const auto *value = qobject_cast<const TextLabel *>(label);
@@ -78,11 +78,11 @@ void Section::describe() {
 }
 
 void Section::scrollIntoView() {
-    // The scroll area does so by itself only for a focus that moves within it.
+    // By itself the scroll area does this only if the focus moves within it.
     for (QWidget *parent = parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
         if (auto *area = qobject_cast<QScrollArea *>(parent)) {
             area->ensureWidgetVisible(this);
-            // Where it is too high for that, it begins at its heading.
+            // If the section is too high to be shown whole, show its top, where the heading is.
             const QPoint top = mapTo(area->widget(), QPoint(0, 0));
             area->ensureVisible(top.x(), top.y(), 0, 0);
         }

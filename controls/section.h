@@ -6,13 +6,13 @@ class QLabel;
 
 namespace platform {
 
-/// Controls that belong together. To a screen reader it is a group whose name is the text that
-/// stands in it, except for texts that belong to an ActionRow or to a group within: whoever enters
-/// the group hears what it is about before the control that has the focus. A group that takes the
-/// focus itself, so that its text can be reached with the keyboard, shows it.
+/// Controls that belong together. To a screen reader a section is a group whose name is the text in
+/// it, except for text in an ActionRow or in a section within it: on entering the group the user
+/// hears what it is about before the focused control. A section that takes the focus itself, so
+/// that its text can be reached with the keyboard, shows the focus.
 class Section final : public QWidget {
     Q_OBJECT
-    /// Draws the surface that sets the group apart.
+    /// Draws a panel that sets the section apart.
     Q_PROPERTY(bool panel MEMBER panel_)
 
  public:

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// The round icon of an ActionRow: shows how the row stands. Told apart by shape: a tick, a cross,
-/// or the label, such as the row's number, in a ring or on a disc.
+/// The round icon that shows the state of an ActionRow. States are told apart by shape: a tick, a
+/// cross, or the label, such as the row's number, in a ring or on a disc.
 class StatusIcon final : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString label MEMBER label_)

@@ -41,7 +41,7 @@ void StepList::markRows() {
             row->setState(RowState::Open);
         }
     }
-    // Until the learner has moved it, the focus stays with what comes next.
+    // Until the learner moves it, the focus stays on the row that is next.
     const QWidget *focused = window()->focusWidget();
     if (next != nullptr && (focused == nullptr || (last != nullptr && focused == last->button()))) {
         next->button()->setFocus();

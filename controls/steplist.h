@@ -4,13 +4,13 @@
 
 namespace platform {
 
-/// Rows with levels that are meant to be filled one after the other: a row whose level is full is
-/// done, and of the others the first comes next. It has the focus when the window appears.
+/// Rows with levels that are meant to be filled one after the other. A row whose level is full is
+/// done, and the first of the others is next; it has the focus when the window appears.
 class StepList final : public QWidget {
     Q_OBJECT
-    /// What the row that comes next is said to be.
+    /// The words for the row that is next.
     Q_PROPERTY(QString next MEMBER next_)
-    /// What the rows that are done are said to be.
+    /// The words for the rows that are done.
     Q_PROPERTY(QString done MEMBER done_)
 
  public:

@@ -122,7 +122,7 @@ QSize TextLabel::sizeHint() const {
         size.setWidth(kept);
     }
     if (lines_ > 0) {
-        // A user's style sheet may have changed the sizes that they were counted with.
+        // A user's style sheet may have other font sizes than the lines were counted with.
         size.setHeight(qMax(size.height(), lines_ * fontMetrics().lineSpacing()));
     }
     size = size.grownBy(padding());

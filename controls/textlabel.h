@@ -9,24 +9,24 @@
 
 namespace platform {
 
-/// A plain text, drawn to the character. It can keep room for a number of lines of a number of
-/// characters whatever it shows, so that nothing around it moves when its text changes.
+/// Plain text, drawn exactly as it is. It can keep room for a given number of lines and characters
+/// whatever it shows, so that nothing around it moves when its text changes.
 class TextLabel : public QLabel {
     Q_OBJECT
-    /// How wide a line is meant to be, in characters as look::characterWidth() counts them; 0
+    /// The intended width of a line, in characters as look::characterWidth() measures them; 0
     /// leaves it to the text.
     Q_PROPERTY(int characters READ characters WRITE setCharacters)
-    /// The widest text there always is room for, with any digits for its own.
+    /// A text that there is always room for, with any other digits in place of its own.
     Q_PROPERTY(QString widestText MEMBER widestText_)
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
-    /// How far apart lines are, as a multiple of the font's own distance.
+    /// The line spacing, as a multiple of the font's own.
     Q_PROPERTY(double lineHeight MEMBER lineHeight_)
     /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
     Q_PROPERTY(QString caption READ caption WRITE setCaption)
-    /// Sets the text back behind the others.
+    /// Draws the text in the fainter colour of text that explains other text.
     Q_PROPERTY(bool secondary MEMBER secondary_)
-    /// Draws the dark band that white text stands on.
+    /// Draws a dark band behind the text, which should then be white.
     Q_PROPERTY(bool band READ band WRITE setBand)
 
  public:
@@ -41,7 +41,7 @@ class TextLabel : public QLabel {
     bool band() const { return band_; }
     void setBand(bool band);
 
-    /// A colour that stays whatever the palette; an invalid one follows the palette.
+    /// A colour that does not depend on the palette; an invalid one follows the palette.
     void setTextColor(const QColor &color);
     /// 1.0 is opaque, 0.0 invisible.
     void setAlphaValue(double alpha);
@@ -61,11 +61,11 @@ class TextLabel : public QLabel {
  protected:
     void paintEvent(QPaintEvent *event) override;
 
-    /// What is set in lines.
+    /// The text to set in lines, and how.
     virtual Typesetting::Source source() const;
-    /// Called before the text is drawn, with the text's place as origin.
+    /// Called before the text is drawn, with the text's top left corner as the origin.
     virtual void paintBehind(QPainter &, const Typesetting &) const {}
-    /// The unit of the text around, whatever the size of this one.
+    /// The unit of the surrounding text, whatever the size of this one.
     double baseUnit() const;
 
  private:
@@ -84,7 +84,7 @@ class TextLabel : public QLabel {
     QString caption_;
     QColor textColor_;
     double alphaValue_ = 1.0;
-    /// The last one: it is asked for again and again.
+    /// The last one, because it is asked for again and again.
     mutable std::optional<Typesetting> typesetting_;
 };
 

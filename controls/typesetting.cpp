@@ -48,7 +48,7 @@ void Typesetting::breakLines(QTextLayout &paragraph, double left, double width) 
     paragraph.beginLayout();
     for (QTextLine line = paragraph.createLine(); line.isValid(); line = paragraph.createLine()) {
         line.setLineWidth(width);
-        // Whole pixels: every line is as sharp as the first.
+        // In whole pixels, so that every line is as sharp as the first.
         line.setPosition({left, height_});
         height_ += std::round(line.height() * source_.lineHeight);
         naturalWidth_ = qMax(naturalWidth_, left + std::ceil(line.naturalTextWidth()));

@@ -14,30 +14,30 @@ class QPainter;
 
 namespace platform {
 
-/// A text set in lines. Its glyphs are chosen once, however often it is measured and drawn.
+/// Text set in lines. It is shaped only once, however often it is measured and drawn.
 class Typesetting final {
  public:
     /// How lines of code are set.
     struct Code {
         QFont font;
-        /// Between the panel and what is around and in it, in pixels.
+        /// Between the panel and the text around it and in it, in pixels.
         double sideMargin = 0;
         double endMargin = 0;
 
         bool operator==(const Code &) const = default;
     };
 
-    /// What a typesetting follows from, but for the width.
+    /// Everything except the width that a typesetting depends on.
     struct Source {
         QString text;
         QFont font;
-        /// Fonts of one size in points are equal at every resolution.
+        /// Compared too, because fonts with the same point size are equal at every resolution.
         int dotsPerInch = 0;
         QTextOption::WrapMode wrapMode = QTextOption::NoWrap;
         Qt::Alignment alignment;
         /// As a multiple of the font's own.
         double lineHeight = 1;
-        /// Where every line below the first is code.
+        /// Set if every line below the first is code.
         std::optional<Code> code;
 
         bool operator==(const Source &) const = default;
@@ -46,13 +46,13 @@ class Typesetting final {
     explicit Typesetting(Source source);
 
     const Source &source() const { return source_; }
-    /// Breaks the lines to that width in pixels, where they are not yet.
+    /// Breaks the lines to that width in pixels, unless they already are.
     void fit(double width);
 
-    /// The width of the longest line, and the height of all, in pixels.
+    /// The width of the longest line and the height of all lines, in pixels.
     double naturalWidth() const { return naturalWidth_; }
     double height() const { return height_; }
-    /// The panel around the code; empty where there is none.
+    /// The panel around the code; empty if there is no code.
     const QRectF &codePanel() const { return codePanel_; }
 
     void draw(QPainter &painter) const;

@@ -38,7 +38,7 @@ QMessageBox *newAboutBox(QWidget *parent) {
         }
     }
     look::keepPolished(*box, [box] {
-        // The box makes its layout again.
+        // Setting the icon makes the box build its layout again.
         giveIcon(*box);
         look::polish(*box);
     });

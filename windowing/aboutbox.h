@@ -5,7 +5,8 @@ class QWidget;
 
 namespace platform {
 
-/// Tells the program's version and what it runs on. It is not modal, and freed when it is closed.
+/// A box that tells the program's version and what it runs on. It is not modal, and is freed when
+/// it is closed.
 QMessageBox *newAboutBox(QWidget *parent);
 
 }  // namespace platform

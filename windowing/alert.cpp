@@ -24,7 +24,7 @@ namespace platform {
 
 namespace {
 
-/// Keeps the windows of the program from being used before the alert that blocks them is there.
+/// Keeps the program's windows from being used until the alert that blocks them is there.
 class InputBlock final : public QObject {
  public:
     InputBlock() { qApp->installEventFilter(this); }
@@ -52,20 +52,21 @@ class InputBlock final : public QObject {
 void askForAttention(Window &window) {
     QApplication::alert(&window);
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
-    // Qt's alert() does not reach Wayland yet. There, who asks for the keyboard in a name that
-    // nobody knows gets attention.
+    // Before Qt 6.8 alert() has no effect on Wayland. Asking for the keyboard with a token that
+    // the desktop does not know gets attention there.
     if (QGuiApplication::platformName().startsWith(u"wayland")) {
         qputenv("XDG_ACTIVATION_TOKEN", "attention");
         window.activateWindow();
     }
 #endif
-    // The request would wait for whatever comes next.
+    // Otherwise the request would wait until something else is sent.
     QGuiApplication::sync();
 }
 
-/// Waits for the user to come back from another program, and has the desktop point at `window`.
+/// Waits for the user to come back from another program, and has the desktop draw attention to
+/// `window`.
 void waitForTheUser(Window *window) {
-    // On a desktop that gives the keyboard to no window there is nobody to wait for.
+    // A desktop may never give the keyboard to any window; the wait would not end there.
     if (QGuiApplication::focusWindow() != nullptr || window == nullptr ||
         !window->hasBeenActive()) {
         return;
@@ -82,12 +83,12 @@ void waitForTheUser(Window *window) {
     loop.exec();
 }
 
-/// What exec() gives where the box has to be shown again. Buttons with a role give their own
-/// number.
+/// What exec() returns if the box has to be shown again. Buttons added with a role return numbers
+/// of their own.
 constexpr int Covered = -70;
 
-/// Has the keyboard come back to the alert from whatever window it blocks, and that window's owner
-/// with it: not every desktop knows that an alert blocks more than its owner.
+/// Gives the keyboard back to the alert when a window that it blocks gets it, and raises the
+/// alert's owner too: not every desktop knows that an alert blocks more than its owner.
 void keepInFront(QMessageBox &box) {
     const auto follow = [&box, hadIt = false](const QWindow *focused) mutable {
         if (focused == nullptr) {
@@ -105,7 +106,8 @@ void keepInFront(QMessageBox &box) {
         if (!hadIt) {
             return;
         }
-        // Not every desktop does so for a window that asks, but each for one that appears.
+        // Not every desktop gives the keyboard to a window that asks for it, but each gives it to a
+        // window that appears.
         constexpr std::chrono::milliseconds untilItMayHave(300);
         QTimer::singleShot(untilItMayHave, &box, [&box] {
             if (QGuiApplication::focusWindow() != nullptr && !box.isActiveWindow()) {
@@ -127,7 +129,7 @@ QMessageBox *Alert::newBox(Window *over) const {
     auto *box = new QMessageBox(over);
     box->setText(message_);
     box->setInformativeText(informativeText_);
-    // The box's own setTextFormat() leaves the informative text out.
+    // The box's own setTextFormat() does not apply to the informative text.
     for (QLabel *label : box->findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
         label->setIndent(0);
@@ -165,7 +167,7 @@ int Alert::runModal(Window *owner, Cause cause) const {
         if (box->exec() != Covered || box.isNull()) {
             answer = resultOf(box);
         }
-        // Where it has not gone with its owner.
+        // If it was not freed with its owner.
         std::unique_ptr<QMessageBox>(box.data()).reset();
     }
     Application::shared().keepTheKeyboard();

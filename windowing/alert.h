@@ -8,8 +8,9 @@ namespace platform {
 
 class Window;
 
-/// A modal message: plain text, no title, no icon. Return presses the button with the focus, at
-/// first the default one; Escape the alternate one, or the default where it is alone.
+/// A modal message in plain text, without a title or an icon. Return presses the focused button,
+/// which at first is the default one. Escape presses the alternate button, or the default one if
+/// there is no alternate.
 class Alert final {
  public:
     struct Buttons {
@@ -18,7 +19,7 @@ class Alert final {
         QString otherButton = {};
     };
 
-    /// What an alert comes of: something that the user does, or something that happens by itself.
+    /// What causes an alert: something that the user does, or something that happens by itself.
     enum class Cause { UserAction, Event };
 
     static constexpr int DefaultReturn = 1;
@@ -27,16 +28,17 @@ class Alert final {
 
     Alert(QString message, Buttons buttons, QString informativeText = {});
 
-    /// Blocks until a button is pressed and tells which. The alert stands over `owner`, which comes
-    /// to the front with it; where that is null or not on screen, over the window in front. After
-    /// an event it does not take the keyboard from another program: it asks for attention, and
-    /// appears when the user comes back. No RepeatingTimer ticks until the caller has returned to
-    /// the event loop. An alert whose owner is freed under it is answered as by Escape.
+    /// Blocks until a button is pressed, and returns which. The alert is shown over `owner`, which
+    /// comes to the front with it, or over the window in front if `owner` is null or not on screen.
+    /// An alert caused by an event does not take the keyboard from another program: it asks for
+    /// attention, and appears when the user comes back. No RepeatingTimer ticks until the caller
+    /// has returned to the event loop. If the owner is freed while the alert is open, the answer is
+    /// the same as for Escape.
     int runModal(Window *owner, Cause cause = Cause::UserAction) const;
 
  private:
     QMessageBox *newBox(Window *over) const;
-    /// A box that is null has been freed.
+    /// `box` is null if it has been freed.
     int resultOf(const QMessageBox *box) const;
 
     QString message_;

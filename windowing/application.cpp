@@ -31,7 +31,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setDesktopFileName(QStringLiteral(ZORVAN_ID));
     setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
-    // Mirrored, code says something else.
+    // Code that is mirrored reads differently.
     setLayoutDirection(Qt::LeftToRight);
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
@@ -44,8 +44,8 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
 }
 
 Application::~Application() {
-    // Controllers let go of at the very end are still waiting to be freed, and what they held after
-    // them.
+    // Controllers released at the very end are still waiting to be freed, and after them what they
+    // held.
     for (qsizetype before = -1, left = topLevelWidgets().size(); left != before;) {
         before = left;
         sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -80,7 +80,7 @@ void Application::about() {
 
 void Application::willShow(Window &window) {
     if (!window.isVisible()) {
-        // What appears gets the keyboard.
+        // A window that appears gets the keyboard.
         keyboardKeeper_.stop();
     }
     if (mainLayout_) {
@@ -90,7 +90,7 @@ void Application::willShow(Window &window) {
 }
 
 void Application::didClose() {
-    // Another window may be on its way.
+    // Another window may be about to open.
     QTimer::singleShot(0, this, &Application::offerWayBack);
     if (focusWindow() != nullptr) {
         keepTheKeyboard();
@@ -139,7 +139,7 @@ bool Application::event(QEvent *event) {
 }
 
 bool Application::everyWindowAgreesToClose() {
-    // Some may go while others are asked.
+    // Some windows may be freed while others are asked.
     return std::ranges::all_of(Window::onScreen(), [](const QPointer<Window> &window) {
         return window.isNull() || !window->isVisible() || window->mayClose();
     });

@@ -16,9 +16,9 @@ class Menus;
 
 /// The event loop, the one menu bar, and the way back when no window is left.
 ///
-/// The main layout "MainLayout" holds the menu bar, whose items call the delegate of the program
-/// or this application. Where the desktop has no menu bar of its own, every window shows it; and
-/// when the last window has closed, the main layout's small window appears until another opens.
+/// The main layout "MainLayout" holds the menu bar, whose items call the program's delegate or this
+/// application. If the desktop has no menu bar of its own, every window shows this one, and when
+/// the last window has closed, the main layout's small window appears until another opens.
 class Application final : public QApplication, public WindowDelegate {
     Q_OBJECT
 
@@ -28,21 +28,21 @@ class Application final : public QApplication, public WindowDelegate {
 
     static Application &shared();
 
-    /// Builds the main layout; its menu items call `delegate`, and this application for what the
-    /// delegate lacks.
+    /// Builds the main layout. Its menu items call `delegate`, or this application if the delegate
+    /// lacks the method.
     void loadMainLayout(QObject &delegate);
 
     /// Closes the window in front.
     Q_INVOKABLE void closeWindow();
-    /// Tells the program's version and what it runs on.
+    /// Shows the program's version and what it runs on.
     Q_INVOKABLE void about();
 
-    /// Called by whoever puts a window on screen, before it appears.
+    /// To be called before a window is put on screen.
     void willShow(Window &window);
-    /// Called by whoever owns a window, as it closes.
+    /// To be called when a window closes.
     void didClose();
-    /// Called when a window that had the keyboard has gone: some window managers now and then give
-    /// it to none of those that are left.
+    /// To be called when a window that had the keyboard is gone: some window managers now and then
+    /// give the keyboard to none of the windows that are left.
     void keepTheKeyboard();
 
  protected:

@@ -4,9 +4,9 @@
 
 namespace platform {
 
-/// Keeps the base size of windows at their size. On a screen that scales by a fraction Qt has the
-/// window manager resize windows in steps, which count from the base size; from zero, a step would
-/// end below the least size. To be installed as the application's event filter.
+/// Keeps the base size of windows equal to their size. On a screen with a fractional scale, Qt has
+/// the window manager resize windows in steps that count from the base size; counted from zero, a
+/// step would end below the minimum size. To be installed as the application's event filter.
 class BaseSize final : public QObject {
     Q_OBJECT
 

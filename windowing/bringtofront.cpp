@@ -18,7 +18,8 @@ void bringToFront(QWidget &window) {
     const auto ask = [&window](const QWindow *focused) {
         window.activateWindow();
         if (focused != nullptr) {
-            // A request gets lost now and then. Once it was heard, the user may turn elsewhere.
+            // A request gets lost now and then and is then repeated. Once one has been heard, it is
+            // not: the user may have turned to another window.
             constexpr std::chrono::milliseconds untilItIsHeard(300);
             const auto heard = std::make_shared<bool>(false);
             const auto listening = QObject::connect(

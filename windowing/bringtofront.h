@@ -4,7 +4,7 @@ class QWidget;
 
 namespace platform {
 
-/// Gives a window the keyboard, above all others, also where it was minimised.
+/// Raises a window above all others and gives it the keyboard, even if it was minimised.
 void bringToFront(QWidget &window);
 
 }  // namespace platform

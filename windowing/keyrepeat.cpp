@@ -15,7 +15,7 @@ bool KeyRepeat::eventFilter(QObject *watched, QEvent *event) {
     }
     if ((event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) &&
         isUnmarkedRepetition(static_cast<const QKeyEvent &>(*event))) {
-        // An override that is accepted is no shortcut.
+        // A key whose override is accepted does not trigger a shortcut.
         event->accept();
         return true;
     }
@@ -23,7 +23,7 @@ bool KeyRepeat::eventFilter(QObject *watched, QEvent *event) {
 }
 
 bool KeyRepeat::isUnmarkedRepetition(const QKeyEvent &press) const {
-    // Keys that come by way of a screen reader have lost their time.
+    // Keys that pass through a screen reader have lost their timestamp.
     return !press.isAutoRepeat() && releasedKey_ != 0 && press.nativeScanCode() == releasedKey_ &&
            releasedAt_ != 0 && press.timestamp() == releasedAt_;
 }

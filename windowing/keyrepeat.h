@@ -7,9 +7,9 @@ class QKeyEvent;
 namespace platform {
 
 /// Keeps a key that is held down from acting more than once. On X11 a repetition is a release and
-/// a press of one moment; to the toolkit it looks like another press when it reads the two at
-/// different times, or when another window takes the focus between them. To be installed as the
-/// application's event filter.
+/// a press with the same timestamp. Qt takes it for another press if it reads the two at different
+/// times, or if another window takes the focus between them. To be installed as the application's
+/// event filter.
 class KeyRepeat final : public QObject {
     Q_OBJECT
 

@@ -15,7 +15,7 @@ namespace {
 void reportUnknownProperties(const QObject &object, const QString &layout) {
     static const QByteArrayList known(layoutproperties::all.begin(), layoutproperties::all.end());
     for (const QByteArray &property : object.dynamicPropertyNames()) {
-        // Qt keeps properties of its own.
+        // Qt sets dynamic properties of its own.
         if (property.startsWith("_q_") || known.contains(property)) {
             continue;
         }

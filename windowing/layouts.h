@@ -12,10 +12,10 @@ using LayoutBuilder = void (*)(QMainWindow &window);
 /// The layouts that windows are built from, by name.
 Table<LayoutBuilder> &layouts();
 
-/// The layout of that name; raises Exception where it is unknown.
+/// The layout of that name. Throws Exception if it is unknown.
 LayoutBuilder layoutNamed(const QString &name);
 
-/// Fills an empty window. Logs each property in the layout that layouts do not have.
+/// Fills an empty window. Logs each unknown property in the layout.
 void fillWindow(QMainWindow &window, LayoutBuilder layout);
 
 }  // namespace platform

@@ -25,13 +25,13 @@ Menus::Menus(Window &mainLayout) : mainLayout_(mainLayout) {
 Menus::~Menus() = default;
 
 void Menus::provideMenuBar(Window &window) {
-    // Asked for its menu bar, a window makes one.
+    // In this order, because menuBar() makes a menu bar if the window has none.
     if (desktopMenuBar_ || !window.menuBar()->actions().isEmpty()) {
         return;
     }
     QMenuBar &menuBar = *window.menuBar();
-    // The items are the same in every window, the menus that hold them are not: to a screen
-    // reader a menu belongs to one window.
+    // All windows share the items, but not the menus that hold them: to a screen reader a menu
+    // belongs to one window.
     for (const QAction *shared : mainLayout_.menuBar()->actions()) {
         QMenu *menu = menuBar.addMenu(shared->text());
         menu->setProperty(layoutproperties::listsWindows,
@@ -63,7 +63,7 @@ void Menus::listWindows(QMenu &menu) {
         if (window == &mainLayout_) {
             continue;
         }
-        // The number tells windows of one title apart, and is the key of the first nine.
+        // The number tells windows with the same title apart, and is the key of the first nine.
         const qsizetype number = listed->actions().size();
         QString title = window->windowTitle();
         title.replace(u'&', u"&&"_s);
@@ -80,8 +80,8 @@ void Menus::listWindows(QMenu &menu) {
 }
 
 void Menus::forgetAccessibleItems() {
-    // Each is known as an item of the first menu that a screen reader found it in: hidden in all
-    // others, and lost with that one.
+    // To a screen reader each item belongs to the first menu in which it was found: it is hidden in
+    // all others, and lost with that one.
     for (const QAction *menu : mainLayout_.menuBar()->actions()) {
         for (QAction *item : menu->menu()->actions()) {
             if (QAccessibleInterface *known = QAccessible::queryAccessibleInterface(item)) {

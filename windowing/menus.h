@@ -11,13 +11,13 @@ namespace platform {
 
 class Window;
 
-/// The menus of the main layout. Their items are in the desktop's own menu bar where it has one,
-/// and otherwise in the menu bar of every window.
+/// The menus of the main layout. Their items are in the desktop's own menu bar if it has one, and
+/// otherwise in the menu bar of every window.
 class Menus final : public QObject {
     Q_OBJECT
 
  public:
-    /// `mainLayout` is the window whose menu bar holds the items. It outlives this.
+    /// `mainLayout` is the window whose menu bar holds the items. It must outlive this object.
     explicit Menus(Window &mainLayout);
     ~Menus() override;
 

@@ -11,10 +11,10 @@ namespace platform {
 
 class OutletBase;
 
-/// Whoever has outlets, which are filled when its window is loaded.
+/// An object with outlets, which are filled when its window is loaded.
 class OutletOwner {
  public:
-    /// Called by each outlet as it is made.
+    /// Called by each outlet when it is constructed.
     void declareOutlet(OutletBase &outlet) { outlets_.push_back(&outlet); }
 
  protected:
@@ -34,7 +34,7 @@ class OutletBase {
     OutletBase &operator=(const OutletBase &) = delete;
     virtual ~OutletBase() = default;
 
-    /// Finds the control; one that is missing is logged.
+    /// Finds the control, and logs it if it is missing.
     virtual void fill(const QWidget &window) = 0;
 
     void setHidden(bool hidden) const;
@@ -43,20 +43,20 @@ class OutletBase {
     void setAccessibleName(const QString &name) const;
     void setAccessibleDescription(const QString &description) const;
     void setFocus() const;
-    /// Whether Qt can announce a text to a screen reader, as it does from 6.8 on. Before that the
-    /// text has to belong to what the focus moves to.
+    /// Whether Qt can have a screen reader announce a text, which takes version 6.8. With an older
+    /// one the text has to belong to the control that the focus moves to.
     static constexpr bool announces = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
-    /// Has a screen reader say `text`, where that can be done.
+    /// Has a screen reader say `text`, if Qt can announce it.
     void announce(const QString &text) const;
 
  protected:
     QString name() const { return QString::fromLatin1(name_); }
     void setControl(QWidget *control) { control_ = control; }
     QWidget *control() const { return control_; }
-    /// Logs what is missing and what is there, for whoever edits the layout.
+    /// Logs which control is missing and which ones there are, to help with editing the layout.
     void reportMissing(const QWidget &window, const char *type) const;
 
-    /// Calls a method of the control, where there is one.
+    /// Calls a method of the control, if there is one.
     template <class Control, class... Parameters>
     void tell(void (Control::*method)(Parameters...),
               std::type_identity_t<Parameters>... arguments) const {

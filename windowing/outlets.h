@@ -18,7 +18,7 @@ namespace platform {
 class TextOutlet final : public Outlet<TextLabel> {
  public:
     using Outlet::Outlet;
-    /// The text shown; empty where there is no control.
+    /// The text shown; empty if there is no control.
     QString stringValue() const;
     void setStringValue(const QString &text) const;
     void setTextColor(const QColor &color) const;
@@ -29,8 +29,8 @@ class TextOutlet final : public Outlet<TextLabel> {
 class ButtonOutlet final : public Outlet<QAbstractButton> {
  public:
     using Outlet::Outlet;
-    /// The key that presses the button while it is visible and enabled; "\r" is Return, and the
-    /// keypad's Enter with it.
+    /// The key that presses the button while it is visible and enabled; "\r" stands for both Return
+    /// and the keypad's Enter.
     void setKeyEquivalent(const QString &key) const;
 };
 

@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 QIcon programIcon() {
-    // From plain pixels, a file for each size, named by it: to read a picture file, Qt loads its
-    // plugins for every kind of picture.
+    // From raw pixels, in one file for each size that has the size as its name: to read an image
+    // file, Qt would load its plugins for every image format.
     QIcon icon;
     const QDir sizes(u":/window-icon"_s);
     for (const QString &size : sizes.entryList()) {

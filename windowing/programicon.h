@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// The icon that windows have.
+/// The icon of the program's windows.
 QIcon programIcon();
 
 }  // namespace platform

@@ -9,7 +9,7 @@ namespace platform {
 
 void addShortcuts(QAbstractButton &button, const QList<QKeySequence> &keys) {
     for (const QKeySequence &key : keys) {
-        // As the button's child the shortcut sleeps while the button is hidden or disabled.
+        // As a child of the button the shortcut is inactive while the button is hidden or disabled.
         auto *shortcut = new QShortcut(key, &button);
         shortcut->setAutoRepeat(false);
         QObject::connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);

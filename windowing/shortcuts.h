@@ -12,8 +12,8 @@ namespace platform {
 /// that is held down presses once.
 void addShortcuts(QAbstractButton &button, const QList<QKeySequence> &keys);
 
-/// Adds to every button below `root` the keys that its property "shortcuts" lists, parted by
-/// blanks.
+/// Adds to every button below `root` the keys that its property "shortcuts" lists, separated by
+/// spaces.
 void connectShortcuts(const QWidget &root);
 
 }  // namespace platform

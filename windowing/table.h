@@ -9,12 +9,12 @@
 
 namespace platform {
 
-/// What is known by a name.
+/// Entries by name.
 template <class Entry>
 using Table = std::map<QString, Entry>;
 
-/// The entry of that name. Raises Exception where there is none, with the names that there are;
-/// `kind` says what the table holds, such as "layout".
+/// The entry of that name. Throws Exception if there is none, with a list of the names that there
+/// are; `kind` says what the table holds, such as "layout".
 template <class Entry>
 const Entry &entryNamed(const QString &name, const Table<Entry> &table, const QString &kind) {
     const auto found = table.find(name);

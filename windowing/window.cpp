@@ -22,11 +22,11 @@ namespace platform {
 
 namespace {
 
-/// Scrolls to what has the focus, and as far as there is room to the top of the group that it
-/// stands in, where it is said what it is about.
+/// Scrolls to the focused control and, as far as there is room, to the top of its section, which
+/// says what it is about.
 void scrollTo(QScrollArea &area, QWidget *focus) {
     QWidget *content = area.widget();
-    // Whoever presses it with the mouse sees it; it must not move away before it is let go.
+    // With the mouse it is seen already, and must not move before the button is released.
     if (!content->isAncestorOf(focus) || QApplication::mouseButtons() != Qt::NoButton) {
         return;
     }
@@ -83,7 +83,7 @@ void Window::comeForward() {
 }
 
 void Window::fitToScreen() {
-    // One that was shown before scrolls already.
+    // A window that was shown before scrolls already.
     if (scrollArea() == nullptr && isLargerThan(roomOnScreen())) {
         letContentScroll();
         resize(scrolledSize());
@@ -154,15 +154,15 @@ void Window::letContentScroll() {
     for (QScrollBar *bar : {area->verticalScrollBar(), area->horizontalScrollBar()}) {
         bar->setAccessibleName(windowTitle());
     }
-    // The area does so by itself only for a focus that Tab moves.
+    // By itself the area does this only if Tab moves the focus.
     connect(qApp, &QApplication::focusChanged, area, [area](QWidget *, QWidget *focus) {
-        // A control that is freed gives the focus to none, when the area may have gone before it.
+        // The focus is null if the focused control was freed, and the area may be gone by then.
         if (focus != nullptr) {
             scrollTo(*area, focus);
         }
     });
     if (focused != nullptr) {
-        // It was lost on the way.
+        // The focus was lost in the move.
         focused->setFocus();
     }
 }
@@ -191,7 +191,7 @@ void Window::changeEvent(QEvent *event) {
 
 void Window::resizeEvent(QResizeEvent *event) {
     QMainWindow::resizeEvent(event);
-    // A window manager that tiles asks no window how small it can be.
+    // A tiling window manager ignores how small a window can be.
     if (scrollArea() == nullptr && size().expandedTo(minimumSize()) != size()) {
         letContentScroll();
     }
@@ -213,7 +213,7 @@ void Window::keyPressEvent(QKeyEvent *event) {
         return;
     }
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        // A button with keys of its own is spared: a Return too many must not press it.
+        // Not a button with keys of its own: one Return too many must not press it.
         if (auto *button = qobject_cast<QAbstractButton *>(focusWidget());
             button != nullptr && !button->property(layoutproperties::shortcuts).isValid()) {
             button->click();

@@ -8,44 +8,44 @@ class QScrollArea;
 
 namespace platform {
 
-/// Who answers for a window.
+/// Decides whether a window may close, and learns when it has.
 class WindowDelegate {
  public:
     virtual ~WindowDelegate() = default;
     /// Asked when the user closes the window; false keeps it open.
     virtual bool windowShouldClose() = 0;
-    /// Told after the window was allowed to close, before it is freed.
+    /// Called after the window was allowed to close, before it is freed.
     virtual void windowDidClose() = 0;
 };
 
-/// A top-level window that a layout fills. A layout whose root carries the property
-/// "escapeCloses" makes a window that Escape closes.
+/// A top-level window that a layout fills. Escape closes it if the root of the layout has the
+/// property "escapeCloses".
 class Window final : public QMainWindow {
     Q_OBJECT
 
  public:
     explicit Window(WindowDelegate &delegate);
 
-    /// Those on screen, in the order in which they were opened.
+    /// The windows on screen, in the order in which they were opened.
     static QList<QPointer<Window>> onScreen();
-    /// Of those, the one that appeared or had the keyboard last, a minimised one only where all
-    /// are; null where none is on screen.
+    /// The window on screen that appeared or had the keyboard last, a minimised one only if all
+    /// are; null if none is on screen.
     static Window *inFront();
 
     /// Closes the window without asking the delegate.
     void closeUnasked();
-    /// Asks the delegate.
+    /// Asks the delegate whether the window may close.
     bool mayClose();
-    /// Whether it ever had the keyboard.
+    /// Whether the window has ever had the keyboard.
     bool hasBeenActive() const { return hasBeenActive_; }
-    /// Brings a window that was used before to the front again; one that is only just appearing
-    /// does so by itself.
+    /// Brings a window that has been used before back to the front. One that is just appearing
+    /// comes to the front by itself.
     void comeForward();
-    /// Lets the content scroll where the screen is too small for it. To be called before the window
-    /// is shown.
+    /// Lets the content scroll if the screen is too small for it. To be called before the window is
+    /// shown.
     void fitToScreen();
-    /// Follows a content that has grown or shrunk as a whole. A window that somebody has resized
-    /// does not become smaller.
+    /// Adapts the size of the window after its content has grown or shrunk as a whole. A window
+    /// that the user has resized does not become smaller.
     void fitToContent();
 
  protected:
@@ -56,11 +56,11 @@ class Window final : public QMainWindow {
     void keyPressEvent(QKeyEvent *event) override;
 
  private:
-    /// Around the content, once it scrolls.
+    /// The scroll area around the content; null until the content scrolls.
     QScrollArea *scrollArea() const;
-    /// To show all of the content.
+    /// The size that shows all of the content.
     QSize neededSize() const;
-    /// Within the frame that a window manager adds.
+    /// The room on screen within the frame that a window manager adds.
     QSize roomOnScreen() const;
     bool isLargerThan(const QSize &room) const;
     QSize scrolledSize() const;
@@ -70,10 +70,10 @@ class Window final : public QMainWindow {
     WindowDelegate &delegate_;
     bool unasked_ = false;
     bool hasBeenActive_ = false;
-    /// The turns at which it was first shown, and last came to the front.
+    /// The turns at which the window was first shown and last came to the front.
     int opened_ = 0;
     int turn_ = 0;
-    /// As large as it made itself.
+    /// The size that the window last gave itself.
     QSize fitted_;
 };
 

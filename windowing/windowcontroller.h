@@ -11,13 +11,13 @@
 
 namespace platform {
 
-/// Owns one window that is built from a layout by name, when it is first shown.
+/// Owns one window, which is built from a named layout when it is first shown.
 ///
-/// A layout whose root carries the property "visibleAtLoad" is on screen before
-/// windowDidLoad(), so that an alert raised there appears over its window.
+/// If the root of the layout has the property "visibleAtLoad", the window is on screen before
+/// windowDidLoad(), so that an alert raised there appears over it.
 ///
-/// Controllers are shared: by the properties that hold them, and by their own window for as long
-/// as it is on screen. Make them with makeController().
+/// A controller is shared by the properties that hold it and, while its window is on screen, by
+/// that window. Make controllers with makeController().
 class WindowController : public QObject,
                          public WindowDelegate,
                          public OutletOwner,
@@ -25,14 +25,14 @@ class WindowController : public QObject,
     Q_OBJECT
 
  public:
-    /// Raises Exception where there is no layout of that name.
+    /// Throws Exception if there is no layout of that name.
     explicit WindowController(const QString &layoutName);
     ~WindowController() override;
 
-    /// Loads the window where that has not happened yet, and puts it on screen.
+    /// Loads the window if that has not happened yet, and puts it on screen.
     void showWindow();
-    /// Takes the window off the screen without asking windowShouldClose(); a window that was
-    /// never loaded stays so.
+    /// Takes the window off the screen without asking windowShouldClose(). Does nothing if the
+    /// window was never loaded.
     void close();
     /// The window, or null before it is loaded.
     Window *window() const { return window_.get(); }
@@ -40,7 +40,7 @@ class WindowController : public QObject,
     bool windowShouldClose() override { return true; }
 
  protected:
-    /// The window is built, its outlets are filled, its actions connected.
+    /// Called when the window is built, its outlets are filled and its actions are connected.
     virtual void windowDidLoad() {}
 
  private:
@@ -53,8 +53,8 @@ class WindowController : public QObject,
     std::shared_ptr<WindowController> onScreen_;
 };
 
-/// Builds a controller from a layout's name. It is freed from the event loop, never under a
-/// method of its own that is still running.
+/// Builds a controller from a layout's name. The event loop frees it, never while one of its own
+/// methods is running.
 template <class Controller>
 std::shared_ptr<Controller> makeController(const QString &layoutName) {
     auto controller = std::make_unique<Controller>(layoutName);
