@@ -1,5 +1,5 @@
-# What stops the program at a mistake in memory, before anyone can make use of it. Each flag is asked
-# of the compiler and the linker at hand; the sanitizers find more and do not go with it.
+# Flags that stop the program at a memory error, before anyone can exploit it. Each is used only if
+# the compiler or the linker knows it. The sanitizers find more and cannot be combined with them.
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
 include(CheckLinkerFlag)
@@ -21,7 +21,7 @@ if(MSVC)
     set(compiler_flags /guard:cf)
     set(linker_flags /guard:cf /DYNAMICBASE /NXCOMPAT)
 else()
-    # Of those for the control flow, each is for a kind of processor of its own.
+    # The two flags for control flow are for different kinds of processors.
     set(compiler_flags -fstack-protector-strong -fstack-clash-protection
         -fcf-protection -mbranch-protection=standard)
     set(linker_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
@@ -30,7 +30,7 @@ foreach(flag ${compiler_flags})
     string(MAKE_C_IDENTIFIER "COMPILES_WITH_${flag}" works)
     cmake_push_check_state()
     if(NOT MSVC)
-        # Clang only warns of a flag for another kind of processor.
+        # Clang only warns about a flag for another kind of processor.
         set(CMAKE_REQUIRED_FLAGS -Werror)
     endif()
     check_cxx_compiler_flag(${flag} ${works})
@@ -50,8 +50,8 @@ foreach(flag ${linker_flags})
 endforeach()
 
 if(NOT MSVC)
-    # The C library checks nothing in code that is not optimised, and a level that it does not know
-    # is a warning. Some compilers come with a level of their own.
+    # The C library checks nothing in code that is not optimised, and warns about a level that it
+    # does not know. Some compilers set a level of their own.
     cmake_push_check_state()
     set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
     check_cxx_source_compiles("

@@ -1,4 +1,4 @@
-# What is installed, and where: the program, and what makes a desktop know it.
+# What is installed, and where: the program, and the files by which a desktop knows it.
 include(GNUInstallDirs)
 
 install(TARGETS zorvan BUNDLE DESTINATION .)

@@ -1,4 +1,4 @@
-# What ./package makes of the installed files: a Debian package and a tarball of the sources.
+# What ./package makes: a Debian package of the installed files, and a tarball of the sources.
 set(CPACK_PACKAGE_VENDOR "Zorvan")
 set(CPACK_PACKAGE_CONTACT "Zorvan developers <developers@zorvan.org>")
 set(CPACK_STRIP_FILES ON)
@@ -12,7 +12,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL Linux)
     set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
     set(CPACK_DEBIAN_PACKAGE_SECTION education)
     set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-    # Windows in a Wayland session; without it they come by way of X11.
+    # For Wayland sessions; without it the program runs through X11.
     set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
     set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 endif()

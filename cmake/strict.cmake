@@ -3,7 +3,7 @@ option(ZORVAN_WARNINGS_AS_ERRORS "Stop the build at the first warning, with a co
 option(ZORVAN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ZORVAN_COVERAGE "Count which lines run" OFF)
 
-# A newer compiler warns of what nobody has seen yet.
+# A newer compiler may give warnings that nobody has seen yet.
 set(newer_than_known_GNU 15)
 set(newer_than_known_Clang 20)
 if(ZORVAN_WARNINGS_AS_ERRORS)

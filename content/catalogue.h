@@ -13,13 +13,13 @@ struct Quiz {
     /// "1" to "7".
     QStringView id;
     QStringView name;
-    /// The questions that it draws from the bank, by number, both included.
+    /// The range of its questions in the bank, by number, both ends included.
     int firstQuestion = 0;
     int lastQuestion = 0;
     /// How many of them one attempt asks.
     int questionCount = 0;
 
-    /// Its questions' numbers as text, ascending.
+    /// The numbers of its questions as text, ascending.
     QStringList questionNumbers() const;
 };
 

@@ -7,7 +7,7 @@
 
 namespace content {
 
-/// Draws uniform unsigned 32-bit numbers.
+/// Draws uniformly distributed unsigned 32-bit numbers.
 using RandomSource = std::function<std::uint32_t()>;
 
 /// The platform's generator; it needs no seed.

@@ -12,7 +12,7 @@ void progress::windowDidLoad() {
 
 void progress::SetProgressBars() {
     const auto levels = progressstore::passLevels();
-    // The main test has no label here: the main menu alone shows it.
+    // The main test has no label here: only the main menu shows it.
     const std::array labels{&lblQuiz1Progress, &lblQuiz2Progress, &lblQuiz3Progress,
                             &lblQuiz4Progress, &lblQuiz5Progress, &lblQuiz6Progress};
     for (std::size_t i = 0; i < labels.size(); ++i) {

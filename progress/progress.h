@@ -3,7 +3,7 @@
 #include "windowing/outlets.h"
 #include "windowing/windowcontroller.h"
 
-/// The progress window: how far quizzes 1 to 6 have come, in percent.
+/// The progress window: how far the learner has come with quizzes 1 to 6, in percent.
 class progress final : public platform::WindowController {
     Q_OBJECT
 

@@ -20,18 +20,18 @@ inline const QString currentStatus = QStringLiteral("currentStatus");
 QString passCountKey(QStringView quizId);
 /// Whether quizzes run against the clock, "yes" or "no"; absent, and "no", until chosen.
 inline const QString timedQuizzes = QStringLiteral("timedQuizzes");
-/// "false"; its presence alone tells that the store was seeded.
+/// Always "false"; that the key exists tells that the store was seeded.
 inline const QString firstRun = QStringLiteral("firstRun");
 
-/// Writes the first value of every key but timedQuizzes.
+/// Writes the initial value of every key except timedQuizzes.
 void seed();
 
-/// How often a quiz was passed, 0 to 3; nothing where the store has no such count.
+/// How often a quiz was passed, 0 to 3; nothing if the store has no such count.
 std::optional<int> passCount(QStringView quizId);
-/// Raises the pass count by one, up to 3. Without a count nothing is written.
+/// Raises the pass count by one, up to 3. Writes nothing if there is no count.
 void recordPass(QStringView quizId);
 
-/// The pass counts of all quizzes as levels, in the catalogue's order; 0 where there is none.
+/// The pass counts of all quizzes as levels, in the catalogue's order; 0 if there is no count.
 std::array<float, content::quizzes.size()> passLevels();
 
 }  // namespace progressstore

@@ -3,7 +3,7 @@
 #include "windowing/outlets.h"
 #include "windowing/windowcontroller.h"
 
-/// The results window: what the store tells of the attempt that has just ended.
+/// The results window: what the store says about the attempt that has just ended.
 class QuizComplete final : public platform::WindowController {
     Q_OBJECT
 

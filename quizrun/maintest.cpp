@@ -81,7 +81,7 @@ void MainTest::SetupQuestion() {
     }
         FOR_EACH_QUESTION_NUMBER(ASK_IF_ENTRY_IS)
 #undef ASK_IF_ENTRY_IS
-        // The last three are never shown: 74 stands in for them.
+        // The last three are never shown: 74 is shown in their place.
         for (const QStringView unshown : {u"75", u"76", u"77"}) {
             if (entry == unshown) {
                 Question74();
@@ -184,7 +184,7 @@ void MainTest::countAnswer(const char *scoreFormat) {
 void MainTest::goOnOrEnd(const QString &verdict) {
     const bool isOver = quizRun().questionIndex + 1 > quizRun().questionCount;
     if (isOver) {
-        // Heard before the results.
+        // The verdict has to be heard before the results.
         readVerdictOut(verdict);
         GameOver();
     }
@@ -236,7 +236,7 @@ void MainTest::readVerdictOut(const QString &verdict) {
         btnNextQuestion.setAccessibleDescription(withScore);
     }
     btnNextQuestion.setFocus();
-    // After the focus, whose own words would cut it short.
+    // Only after the focus has moved: what is read out then would cut the announcement short.
     btnNextQuestion.announce(withScore);
 }
 

@@ -71,8 +71,8 @@ class MainTest final : public platform::WindowController {
     void countAnswer(const char *scoreFormat);
     void goOnOrEnd(const QString &verdict);
 
-    // A screen reader says what the focus moves to and what that stands in: the question with the
-    // first answer, the verdict with the button that goes on.
+    // A screen reader reads out the control that gets the focus and the group that it is in: the
+    // question with the first answer, the verdict with the button for the next question.
     void readQuestionOut();
     void readVerdictOut(const QString &verdict);
     const platform::ButtonOutlet &rightAnswer() const;

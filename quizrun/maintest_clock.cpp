@@ -19,7 +19,7 @@ void MainTest::SetTimer() {
     lblTimeLeftLabel.setHidden(false);
     const int allowance = run.questionCount * secondsPerQuestion;
     run.minutesLeft = allowance / 60;
-    // Fifty-nine is meant: the clock starts with a little more than the allowance.
+    // 59 is intended, not 60: the clock starts with a little more than the allowance.
     run.secondsLeft = allowance % 59;
     run.quizTimer = platform::RepeatingTimer::scheduledTimer(std::chrono::seconds(1), *this,
                                                              [this] { timerFired(); });

@@ -32,7 +32,7 @@ void MainTest::GameOver() {
     } else {
         defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
     }
-    // An id that was never there stays absent.
+    // An id that was absent stays absent.
     if (!run.currentTestId.isNull()) {
         defaults.setValueForKey(run.currentTestId, progressstore::currentTest);
     }

@@ -40,7 +40,7 @@ void AppDelegate::AssignTest(int quizNumber) {
         platform::Preferences::standardUserDefaults().setValueForKey(
             platform::stringWithFormat("%i", quizNumber), progressstore::currentTest);
         theMainTest = makeController<MainTest>(u"MainTest"_s);
-        // The close goes to the new main menu, which was never shown: the one on screen stays.
+        // This closes the new main menu, which was never shown: the one on screen stays.
         theMainMenu = makeController<MainMenu>(u"MainMenu"_s);
         theMainMenu->close();
         theMainTest->showWindow();

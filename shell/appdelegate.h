@@ -10,7 +10,7 @@ class MainTest;
 class progress;
 class SettingsController;
 
-/// What the menu bar does, and the first window.
+/// Does what the menu bar's items ask for, and opens the first window.
 class AppDelegate final : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ class AppDelegate final : public QObject {
 
     std::shared_ptr<MainMenu> theMainMenu;
     std::shared_ptr<SettingsController> theSettings;
-    /// Held by nobody: the progress window opens from the main menu alone.
+    /// Never set: the progress window opens only from the main menu.
     std::shared_ptr<progress> theProgress;
     std::shared_ptr<MainTest> theMainTest;
     std::shared_ptr<Help> theHelp;

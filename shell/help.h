@@ -2,7 +2,6 @@
 
 #include "windowing/windowcontroller.h"
 
-/// The help window.
 class Help final : public platform::WindowController {
     Q_OBJECT
 

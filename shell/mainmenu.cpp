@@ -31,7 +31,7 @@ void MainMenu::FirstRunCheck() {
     if (Preferences::standardUserDefaults().objectForKey(progressstore::firstRun)) {
         return;
     }
-    // Seeded before the greeting: the store is whole even if the program ends under it.
+    // Seeded before the greeting, so that the store is complete even if the program ends during it.
     progressstore::seed();
     Alert(
         u"Welcome to Zorvan, this is the main progress screen where you can select quizzes to "

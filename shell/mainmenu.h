@@ -40,7 +40,7 @@ class MainMenu final : public platform::WindowController {
     Q_INVOKABLE void goTest7() { AssignTest(7); }
     Q_INVOKABLE void refreshProgress() { SetProgressBars(); }
 
-    /// Seeds the store and greets the learner where no store has been seeded yet.
+    /// Seeds the store and greets the learner if the store has not been seeded yet.
     void FirstRunCheck();
     void SetProgressBars();
     /// Starts the quiz of that number; this window stays open behind it.

@@ -43,7 +43,7 @@ void SettingsController::resetProgress() {
 
 void SettingsController::clearProgress() {
     progressstore::seed();
-    // Open windows go on showing the old counts until they are filled again.
+    // Open windows keep showing the old counts until they are filled again.
     Alert(u"All progress on quizzes has been reset"_s, {.defaultButton = u"OK"_s})
         .runModal(window());
 }

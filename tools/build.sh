@@ -3,8 +3,8 @@
 
 . tools/packages.sh
 
-# build PRESET FOLDER PACKAGES...: what a build needs is looked for where it can be installed,
-# and otherwise once, before the first build.
+# build PRESET FOLDER PACKAGES...: looks for the packages before each build if they can be
+# installed, and otherwise only before the first one.
 build() {
     local preset=$1 folder=$2
     shift 2

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# The Debian packages that the scripts need, and how they get on the machine. To be sourced.
+# The Debian packages that the scripts need, and how they are installed. To be sourced.
 
 # To build the program and run it. Without a font it would show empty windows.
 packages_run=(g++ cmake ninja-build qt6-base-dev fonts-dejavu-core)
@@ -17,7 +17,7 @@ packages_tour=(
 packages_measure=(pkgconf libxcb1-dev libxcb-damage0-dev)
 packages_bench=("${packages_run[@]}" "${packages_tour[@]}" "${packages_measure[@]}" binutils)
 
-# To make packages, and to try them on a Debian of their own.
+# To make packages, and to try them on a separate Debian.
 packages_package=("${packages_run[@]}" dpkg-dev file)
 packages_try_package=("${packages_package[@]}" lintian debootstrap)
 
@@ -33,17 +33,17 @@ if [ "$(uname -s)" = Linux ]; then
         desktop-file-utils appstream man-db binutils-mingw-w64-x86-64 "${packages_desktops[@]}")
 fi
 
-# To try the sources on a Debian of their own.
+# To try the sources on a separate Debian.
 packages_try_debian=(debootstrap git)
 
-# What CI builds with: the same sources are compiled several times.
+# For CI, which compiles the same sources several times.
 packages_ci=(ccache)
 
 # To analyse the sources and the running program.
 packages_analyse=(binutils clang-format clang-tidy clazy cppcheck valgrind libc6-dbg shellcheck pyflakes3)
 
-# Installs those of the packages that are missing. Where that cannot be done it says what is
-# needed and goes on: the tools may be there by other names.
+# Installs those of the packages that are missing. If it cannot, it says what is needed and goes
+# on: the tools may be there under other names.
 provide_packages() {
     local missing=() package
     for package in "$@"; do

@@ -1,7 +1,7 @@
-# shellcheck shell=bash disable=SC2016 # What stands in single quotes is for others to expand.
-# Throw-away Debians. To be sourced; takes root.
+# shellcheck shell=bash disable=SC2016 # What is in single quotes is for others to expand.
+# Throw-away Debian systems. To be sourced; needs root.
 
-# make_root RELEASE FOLDER LOG: a bare Debian, from where this machine has its packages.
+# make_root RELEASE FOLDER LOG: makes a bare Debian, from where this machine gets its packages.
 make_root() {
     local site script=/usr/share/debootstrap/scripts/$1
     site=$(apt-get indextargets --format '$(SITE)' "Created-By: Packages" \
@@ -15,7 +15,7 @@ make_root() {
     apt-config dump | grep '^Acquire::' >"$2/etc/apt/apt.conf.d/host"
 }
 
-# in_root FOLDER COMMAND...: with processes and mounts of its own, which end with it.
+# in_root FOLDER COMMAND...: runs the command with its own processes and mounts, which end with it.
 in_root() {
     unshare --mount --pid --fork --kill-child bash -euc '
         mount -t proc proc "$1/proc"
