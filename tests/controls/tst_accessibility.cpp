@@ -22,9 +22,9 @@ class tst_accessibility final : public QObject {
     void rowHoldsItsControlsButNotItsText();
     void levelTellsItsValueWhenAsked();
     void lineIsASeparator();
-    void otherFramesAreLeftToTheToolkit_data();
-    void otherFramesAreLeftToTheToolkit();
-    void otherControlsAreLeftToTheToolkit();
+    void otherFramesAreLeftToQt_data();
+    void otherFramesAreLeftToQt();
+    void otherControlsAreLeftToQt();
 };
 
 void tst_accessibility::pictureIsAGraphic() {
@@ -79,7 +79,7 @@ void tst_accessibility::lineIsASeparator() {
     QCOMPARE(QAccessible::queryAccessibleInterface(&line)->role(), QAccessible::Separator);
 }
 
-void tst_accessibility::otherFramesAreLeftToTheToolkit_data() {
+void tst_accessibility::otherFramesAreLeftToQt_data() {
     QTest::addColumn<QFrame::Shape>("shape");
     QTest::newRow("none") << QFrame::NoFrame;
     QTest::newRow("box") << QFrame::Box;
@@ -87,14 +87,14 @@ void tst_accessibility::otherFramesAreLeftToTheToolkit_data() {
     QTest::newRow("styled panel") << QFrame::StyledPanel;
 }
 
-void tst_accessibility::otherFramesAreLeftToTheToolkit() {
+void tst_accessibility::otherFramesAreLeftToQt() {
     QFETCH(const QFrame::Shape, shape);
     QFrame frame;
     frame.setFrameShape(shape);
     QVERIFY(platform::describeControl(QString(), &frame) == nullptr);
 }
 
-void tst_accessibility::otherControlsAreLeftToTheToolkit() {
+void tst_accessibility::otherControlsAreLeftToQt() {
     QObject object;
     QWidget widget;
     QLabel label;

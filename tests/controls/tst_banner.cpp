@@ -15,27 +15,27 @@ using platform::Banner;
 
 namespace {
 
-/// A stage with a picture in its middle.
-struct ShownStage {
-    Banner stage;
-    platform::ImageLabel image{&stage};
+/// A banner with a picture in its middle.
+struct ShownBanner {
+    Banner banner;
+    platform::ImageLabel image{&banner};
 
-    ShownStage() {
-        stage.resize(300, 200);
+    ShownBanner() {
+        banner.resize(300, 200);
         image.setLines(4);
         image.resize(image.sizeHint());
-        image.move(stage.rect().center() - image.rect().center());
+        image.move(banner.rect().center() - image.rect().center());
         image.setImage(platform::look::imageNamed(u"checkmark.png"_s));
     }
 
     QImage picture() {
-        QImage picture(stage.size(), QImage::Format_RGB32);
-        picture.fill(stage.palette().color(QPalette::Window));
-        stage.render(&picture);
+        QImage picture(banner.size(), QImage::Format_RGB32);
+        picture.fill(banner.palette().color(QPalette::Window));
+        banner.render(&picture);
         return picture;
     }
     int pixels(const QColor &color) { return drawing::pixels(picture(), color); }
-    int area() const { return stage.width() * stage.height(); }
+    int area() const { return banner.width() * banner.height(); }
 };
 
 }  // namespace
@@ -47,12 +47,12 @@ class tst_banner final : public QObject {
     void cleanup();
 
     void isQuietAtFirst();
-    void moodIsSeenInGroundAndPicture_data();
-    void moodIsSeenInGroundAndPicture();
+    void moodIsSeenInBackgroundAndPicture_data();
+    void moodIsSeenInBackgroundAndPicture();
     void moodsAreToldApart();
-    void onlyTheFestiveStageHasRays();
+    void onlyTheFestiveBannerHasRays();
     void newMoodIsDrawnAtOnce();
-    void pictureOffTheStageIsDrawnInTheAccent();
+    void pictureOffABannerIsDrawnInTheAccent();
     void pictureFillsItsLabel();
     void noPictureIsDrawnAsNothing();
 
@@ -65,89 +65,91 @@ void tst_banner::cleanup() {
 }
 
 void tst_banner::isQuietAtFirst() {
-    const Banner stage;
-    QCOMPARE(stage.tone(), Banner::Tone::Neutral);
+    const Banner banner;
+    QCOMPARE(banner.tone(), Banner::Tone::Neutral);
 }
 
-void tst_banner::moodIsSeenInGroundAndPicture_data() {
+void tst_banner::moodIsSeenInBackgroundAndPicture_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
     QTest::newRow("dark") << drawing::darkPalette();
 }
 
-void tst_banner::moodIsSeenInGroundAndPicture() {
+void tst_banner::moodIsSeenInBackgroundAndPicture() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
-    ShownStage shown;
+    ShownBanner shown;
     const QColor accent = platform::look::accent(palette);
     const QColor onAccent = platform::look::onAccent(palette);
 
-    shown.stage.setTone(Banner::Tone::Neutral);
+    shown.banner.setTone(Banner::Tone::Neutral);
     QCOMPARE(shown.pixels(accent), 0);
 
-    shown.stage.setTone(Banner::Tone::Positive);
-    const int glad = shown.pixels(accent);
-    QVERIFY2(glad > 0, "a glad stage has no picture in the accent");
-    QVERIFY2(glad < shown.area() / 4, "a glad stage is filled with the accent");
+    shown.banner.setTone(Banner::Tone::Positive);
+    const int positive = shown.pixels(accent);
+    QVERIFY2(positive > 0, "a positive banner has no picture in the accent");
+    QVERIFY2(positive < shown.area() / 4, "a positive banner is filled with the accent");
 
-    shown.stage.setTone(Banner::Tone::Festive);
-    QVERIFY2(shown.pixels(accent) > shown.area() / 4, "a festive stage is not on the accent");
+    shown.banner.setTone(Banner::Tone::Festive);
+    QVERIFY2(shown.pixels(accent) > shown.area() / 4, "a festive banner is not on the accent");
     QVERIFY2(shown.pixels(onAccent) > 0, "its picture is not in the colour for the accent");
     shown.image.setImage(QIcon());
     QCOMPARE(shown.pixels(onAccent), 0);
 }
 
 void tst_banner::moodsAreToldApart() {
-    ShownStage shown;
+    ShownBanner shown;
     shown.image.setImage(QIcon());
-    QList<QRgb> grounds;
+    QList<QRgb> backgrounds;
     for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive, Banner::Tone::Festive}) {
-        shown.stage.setTone(tone);
-        grounds << optics::mainColor(shown.picture());
+        shown.banner.setTone(tone);
+        backgrounds << optics::mainColor(shown.picture());
     }
-    QVERIFY(grounds[0] != grounds[1]);
-    QVERIFY(grounds[0] != grounds[2]);
-    QVERIFY(grounds[1] != grounds[2]);
+    QVERIFY(backgrounds[0] != backgrounds[1]);
+    QVERIFY(backgrounds[0] != backgrounds[2]);
+    QVERIFY(backgrounds[1] != backgrounds[2]);
 }
 
-void tst_banner::onlyTheFestiveStageHasRays() {
-    ShownStage shown;
+void tst_banner::onlyTheFestiveBannerHasRays() {
+    ShownBanner shown;
     shown.image.setImage(QIcon());
     // Along the middle, well within the panel.
     const auto changes = [&] {
         const QImage picture = shown.picture();
-        const QRgb ground = optics::mainColor(picture);
+        const QRgb background = optics::mainColor(picture);
         const int y = picture.height() / 2;
         int turns = 0;
         for (int x = picture.width() / 10; x < picture.width() * 9 / 10; ++x) {
-            // Of the two grounds, whatever their shared edges are mixed to.
-            turns += (picture.pixel(x, y) == ground) != (picture.pixel(x - 1, y) == ground) ? 1 : 0;
+            // Of the two backgrounds, whatever their shared edges are mixed to.
+            turns += (picture.pixel(x, y) == background) != (picture.pixel(x - 1, y) == background)
+                         ? 1
+                         : 0;
         }
         return turns;
     };
     for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive}) {
-        shown.stage.setTone(tone);
+        shown.banner.setTone(tone);
         QCOMPARE(changes(), 0);
     }
-    shown.stage.setTone(Banner::Tone::Festive);
+    shown.banner.setTone(Banner::Tone::Festive);
     QVERIFY2(changes() >= 4, qPrintable(u"only %1 edges of rays"_s.arg(changes())));
 }
 
 void tst_banner::newMoodIsDrawnAtOnce() {
-    ShownStage shown;
-    shown.stage.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&shown.stage));
-    const drawing::Paints stage(shown.stage);
+    ShownBanner shown;
+    shown.banner.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&shown.banner));
+    const drawing::Paints banner(shown.banner);
     const drawing::Paints image(shown.image);
     QCoreApplication::processEvents();
-    const int before = stage.count();
+    const int before = banner.count();
     const int imageBefore = image.count();
-    shown.stage.setTone(Banner::Tone::Festive);
-    QVERIFY(QTest::qWaitFor([&] { return stage.count() > before; }));
+    shown.banner.setTone(Banner::Tone::Festive);
+    QVERIFY(QTest::qWaitFor([&] { return banner.count() > before; }));
     QVERIFY(QTest::qWaitFor([&] { return image.count() > imageBefore; }));
 }
 
-void tst_banner::pictureOffTheStageIsDrawnInTheAccent() {
+void tst_banner::pictureOffABannerIsDrawnInTheAccent() {
     QWidget elsewhere;
     platform::ImageLabel image(&elsewhere);
     image.setLines(4);
@@ -181,8 +183,8 @@ void tst_banner::pictureFillsItsLabel() {
 
 void tst_banner::noPictureIsDrawnAsNothing() {
     for (const auto tone : {Banner::Tone::Neutral, Banner::Tone::Positive, Banner::Tone::Festive}) {
-        ShownStage shown;
-        shown.stage.setTone(tone);
+        ShownBanner shown;
+        shown.banner.setTone(tone);
         shown.image.setImage(QIcon());
         const QImage empty = shown.picture();
         shown.image.hide();

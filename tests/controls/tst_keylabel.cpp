@@ -17,12 +17,12 @@ struct Stretch {
     int last;
 };
 
-/// Where a row of the picture differs from its ground.
+/// Where a row of the picture differs from its background.
 QList<Stretch> stretches(const QImage &picture, int y) {
-    const QRgb ground = picture.pixel(0, 0);
+    const QRgb background = picture.pixel(0, 0);
     QList<Stretch> found;
     for (int x = 1; x < picture.width(); ++x) {
-        if (picture.pixel(x, y) == ground) {
+        if (picture.pixel(x, y) == background) {
             continue;
         }
         if (found.isEmpty() || found.last().last != x - 1) {

@@ -339,10 +339,10 @@ void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
         QApplication::setPalette(palette);
         ShownIndicator shown(segments, place, moreWidth);
         QCOMPARE(shown.ratio(), qEnvironmentVariable("QT_SCALE_FACTOR", u"1"_s).toDouble());
-        const auto strength = [&](QRgb color, QRgb ground) {
-            return qAbs(qGray(color) - qGray(ground));
+        const auto strength = [&](QRgb color, QRgb background) {
+            return qAbs(qGray(color) - qGray(background));
         };
-        // The threshold leaves both kinds of segments black, not the one white as its ground.
+        // The threshold leaves both kinds of segments black, not the one white as its background.
         int threshold = 255;
         for (const int value : {segments, 0}) {
             const QList<QRgb> row = shown.middleRow(shown.largePicture(value));

@@ -40,14 +40,14 @@ void tst_questionlabel::codeStandsOnAPanelOfItsOwn() {
     QuestionLabel label;
     label.setStringValue(u"What does this print?\necho 1;"_s);
     label.resize(label.sizeHint() + QSize(60, 0));
-    const auto ground = [&](const QRect &place) {
+    const auto background = [&](const QRect &place) {
         const QImage picture = optics::picture(label, {.texts = true}).pixels;
         return picture.pixelColor(place.center());
     };
     const QList<optics::Text> lines = optics::texts(label);
     const QColor window = label.palette().color(QPalette::Window);
-    QCOMPARE(ground(lines.at(0).place), window);
-    QVERIFY2(ground(lines.at(1).place) != window, "the code has no panel");
+    QCOMPARE(background(lines.at(0).place), window);
+    QVERIFY2(background(lines.at(1).place) != window, "the code has no panel");
     // The code stands off from the panel's edge, and the panel from the question.
     QVERIFY(lines.at(1).place.left() > lines.at(0).place.left());
     QVERIFY(lines.at(1).place.top() - lines.at(0).place.bottom() > lines.at(0).place.height() / 2);

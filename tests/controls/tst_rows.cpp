@@ -25,7 +25,7 @@ struct Row {
     platform::ActionRow row{&window};
     platform::RowButton button{u"A"_s, &row};
     platform::TextLabel text{&row};
-    platform::StatusIcon sign{&row};
+    platform::StatusIcon icon{&row};
     QPushButton another{u"another"_s, &window};
 
     explicit Row(bool badge = true) {
@@ -33,12 +33,12 @@ struct Row {
         auto *inRow = new QHBoxLayout(&row);
         inRow->addWidget(&button);
         inRow->addWidget(&text, 1);
-        inRow->addWidget(&sign);
+        inRow->addWidget(&icon);
         auto *inWindow = new QVBoxLayout(&window);
         inWindow->addWidget(&row);
         inWindow->addWidget(&another);
         text.setStringValue(u"an answer"_s);
-        sign.setProperty("label", QString());
+        icon.setProperty("label", QString());
         window.resize(400, 160);
         another.setFocus();
         window.show();
@@ -54,8 +54,8 @@ struct Row {
                           text.mapTo(&window, text.rect().center()));
     }
     /// On the row, where none of its parts is.
-    QColor ground() { return at(row.width() / 2, row.layout()->contentsMargins().top() / 2); }
-    QColor edge() { return at(row.width() / 2, 0); }
+    QColor fill() { return at(row.width() / 2, row.layout()->contentsMargins().top() / 2); }
+    QColor border() { return at(row.width() / 2, 0); }
     QColor windowColor() const { return window.palette().color(QPalette::Window); }
 
  private:
@@ -84,26 +84,26 @@ class tst_rows final : public QObject {
  private Q_SLOTS:
     void cleanup();
 
-    void groundSaysHowARowStands_data();
-    void groundSaysHowARowStands();
-    void onlyTheRightAnswerHasAnEdgeInTheAccent();
-    void focusIsOnTheEdgeWhateverTheStanding();
-    void rowThatCannotBePressedHasNoGround();
-    void pointerLightsTheGroundAndLeavesTheEdge_data();
-    void pointerLightsTheGroundAndLeavesTheEdge();
+    void fillSaysHowARowStands_data();
+    void fillSaysHowARowStands();
+    void onlyTheRightAnswerHasABorderInTheAccent();
+    void focusIsOnTheBorderWhateverTheStanding();
+    void rowThatCannotBePressedHasNoFill();
+    void pointerLightsTheFillAndLeavesTheBorder_data();
+    void pointerLightsTheFillAndLeavesTheBorder();
     void pointerDoesNotLightWhatCannotBePressed();
     void pressIsSeenOnTheRow();
     void everyPartIsDrawnAnew_data();
     void everyPartIsDrawnAnew();
-    void signIsATickACrossOrNothing();
-    void signWithoutATickOrCrossIsItsLabel();
-    void signOfWhatIsNextDoneOrRightIsADisc();
+    void iconIsATickACrossOrNothing();
+    void iconWithoutATickOrCrossIsItsLabel();
+    void iconOfWhatIsNextDoneOrRightIsADisc();
     void badgeIsFilledWhereItIsRightPressedOrPointedAt();
     void buttonThatCannotBePressedIsFaint();
     void wordsSayHowARowStands();
 
  private:
-    static QImage sign(Row &row, RowState state, const QString &label = {});
+    static QImage icon(Row &row, RowState state, const QString &label = {});
 
     QPalette palette_ = QApplication::palette();
 };
@@ -112,52 +112,52 @@ void tst_rows::cleanup() {
     QApplication::setPalette(palette_);
 }
 
-QImage tst_rows::sign(Row &row, RowState state, const QString &label) {
-    row.sign.setProperty("label", label);
+QImage tst_rows::icon(Row &row, RowState state, const QString &label) {
+    row.icon.setProperty("label", label);
     row.row.setState(state);
-    QImage picture(row.sign.size() * optics::ratio, QImage::Format_RGB32);
+    QImage picture(row.icon.size() * optics::ratio, QImage::Format_RGB32);
     picture.setDevicePixelRatio(optics::ratio);
     picture.fill(row.windowColor());
-    row.sign.render(&picture, {}, {}, QWidget::DrawChildren);
+    row.icon.render(&picture, {}, {}, QWidget::DrawChildren);
     return picture;
 }
 
-void tst_rows::groundSaysHowARowStands_data() {
+void tst_rows::fillSaysHowARowStands_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
     QTest::newRow("dark") << drawing::darkPalette();
 }
 
-void tst_rows::groundSaysHowARowStands() {
+void tst_rows::fillSaysHowARowStands() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
     Row row;
-    QMap<RowState, QColor> grounds;
+    QMap<RowState, QColor> fills;
     for (const RowState state : states) {
         row.row.setState(state);
-        grounds[state] = row.ground();
+        fills[state] = row.fill();
     }
-    const QColor open = grounds[RowState::Open];
+    const QColor open = fills[RowState::Open];
     QVERIFY2(open != row.windowColor(), "an open row has no ground");
-    QCOMPARE(grounds[RowState::Done], open);
-    QVERIFY2(grounds[RowState::Next] != open, "what is next is not set off");
-    QVERIFY2(grounds[RowState::Next] != row.windowColor(), "what is next has no ground");
-    QCOMPARE(grounds[RowState::Right], grounds[RowState::Next]);
-    QCOMPARE(grounds[RowState::Wrong], row.windowColor());
-    QCOMPARE(grounds[RowState::Other], row.windowColor());
+    QCOMPARE(fills[RowState::Done], open);
+    QVERIFY2(fills[RowState::Next] != open, "what is next is not set off");
+    QVERIFY2(fills[RowState::Next] != row.windowColor(), "what is next has no ground");
+    QCOMPARE(fills[RowState::Right], fills[RowState::Next]);
+    QCOMPARE(fills[RowState::Wrong], row.windowColor());
+    QCOMPARE(fills[RowState::Other], row.windowColor());
 }
 
-void tst_rows::onlyTheRightAnswerHasAnEdgeInTheAccent() {
+void tst_rows::onlyTheRightAnswerHasABorderInTheAccent() {
     Row row;
     const QColor accent = platform::look::accent(row.window.palette());
     for (const RowState state : states) {
         row.row.setState(state);
-        QCOMPARE(row.edge() == accent, state == RowState::Right);
-        QVERIFY2(row.edge() != row.windowColor(), "the row has no edge");
+        QCOMPARE(row.border() == accent, state == RowState::Right);
+        QVERIFY2(row.border() != row.windowColor(), "the row has no edge");
     }
 }
 
-void tst_rows::focusIsOnTheEdgeWhateverTheStanding() {
+void tst_rows::focusIsOnTheBorderWhateverTheStanding() {
     Row row;
     const QColor accent = platform::look::accent(row.window.palette());
     for (const RowState state : states) {
@@ -165,7 +165,7 @@ void tst_rows::focusIsOnTheEdgeWhateverTheStanding() {
         row.another.setFocus();
         const int without = drawing::pixels(row.row, accent);
         row.button.setFocus();
-        QCOMPARE(row.edge(), accent);
+        QCOMPARE(row.border(), accent);
         // All the way round, whatever else is in the accent.
         const int around = drawing::pixels(row.row, accent) - without;
         QVERIFY2(around > row.row.width() + row.row.height(),
@@ -173,35 +173,35 @@ void tst_rows::focusIsOnTheEdgeWhateverTheStanding() {
     }
 }
 
-void tst_rows::rowThatCannotBePressedHasNoGround() {
+void tst_rows::rowThatCannotBePressedHasNoFill() {
     Row row;
     row.button.setEnabled(false);
-    QCOMPARE(row.ground(), row.windowColor());
+    QCOMPARE(row.fill(), row.windowColor());
     row.button.setEnabled(true);
-    QVERIFY(row.ground() != row.windowColor());
+    QVERIFY(row.fill() != row.windowColor());
 }
 
-void tst_rows::pointerLightsTheGroundAndLeavesTheEdge_data() {
+void tst_rows::pointerLightsTheFillAndLeavesTheBorder_data() {
     QTest::addColumn<RowState>("state");
     QTest::newRow("open") << RowState::Open;
     QTest::newRow("next") << RowState::Next;
     QTest::newRow("done") << RowState::Done;
 }
 
-void tst_rows::pointerLightsTheGroundAndLeavesTheEdge() {
+void tst_rows::pointerLightsTheFillAndLeavesTheBorder() {
     QFETCH(const RowState, state);
     Row row;
     row.row.setState(state);
     pointer::moveTo(row.another);
-    const QColor ground = row.ground();
-    const QColor edge = row.edge();
+    const QColor fill = row.fill();
+    const QColor border = row.border();
     pointer::moveTo(row.text);
     QVERIFY(row.row.isHovered());
-    QVERIFY2(row.ground() != ground, "the pointer is not seen");
-    QCOMPARE(row.edge(), edge);
+    QVERIFY2(row.fill() != fill, "the pointer is not seen");
+    QCOMPARE(row.border(), border);
     pointer::moveTo(row.another);
     QVERIFY(!row.row.isHovered());
-    QCOMPARE(row.ground(), ground);
+    QCOMPARE(row.fill(), fill);
 }
 
 void tst_rows::pointerDoesNotLightWhatCannotBePressed() {
@@ -220,15 +220,15 @@ void tst_rows::pointerDoesNotLightWhatCannotBePressed() {
 void tst_rows::pressIsSeenOnTheRow() {
     Row row;
     pointer::moveTo(row.another);
-    const QColor usual = row.ground();
+    const QColor usual = row.fill();
     pointer::moveTo(row.text);
-    const QColor hovered = row.ground();
+    const QColor hovered = row.fill();
     row.mouse(QTest::MousePress);
-    const QColor pressed = row.ground();
+    const QColor pressed = row.fill();
     row.mouse(QTest::MouseRelease);
     QVERIFY2(pressed != hovered, "the press is not told from the pointer");
     QVERIFY2(pressed != usual, "the press is not seen");
-    QCOMPARE(row.ground(), hovered);
+    QCOMPARE(row.fill(), hovered);
 }
 
 void tst_rows::everyPartIsDrawnAnew_data() {
@@ -249,22 +249,22 @@ void tst_rows::everyPartIsDrawnAnew() {
     pointer::moveTo(row.another);
     QCoreApplication::processEvents();
     const drawing::Paints whole(row.row);
-    const drawing::Paints sign(row.sign);
+    const drawing::Paints icon(row.icon);
     const drawing::Paints text(row.text);
     change(row);
     QVERIFY2(QTest::qWaitFor([&] { return whole.count() > 0; }), "the row is not drawn anew");
-    QVERIFY2(QTest::qWaitFor([&] { return sign.count() > 0; }), "its sign is not drawn anew");
+    QVERIFY2(QTest::qWaitFor([&] { return icon.count() > 0; }), "its sign is not drawn anew");
     QVERIFY2(QTest::qWaitFor([&] { return text.count() > 0; }), "its text is not drawn anew");
 }
 
-void tst_rows::signIsATickACrossOrNothing() {
+void tst_rows::iconIsATickACrossOrNothing() {
     Row row;
-    const QImage nothing = sign(row, RowState::Other);
-    QCOMPARE(sign(row, RowState::Open), nothing);
+    const QImage nothing = icon(row, RowState::Other);
+    QCOMPARE(icon(row, RowState::Open), nothing);
     const int size = nothing.width() * nothing.height();
-    const QImage cross = sign(row, RowState::Wrong);
-    const QImage tick = sign(row, RowState::Right);
-    QCOMPARE(sign(row, RowState::Done), tick);
+    const QImage cross = icon(row, RowState::Wrong);
+    const QImage tick = icon(row, RowState::Right);
+    QCOMPARE(icon(row, RowState::Done), tick);
     QVERIFY2(differences(cross, nothing) > size / 50, "there is no cross");
     // A cross is the same from every side, a tick is not.
     for (const QTransform &turned : {QTransform::fromScale(-1, 1), QTransform::fromScale(1, -1)}) {
@@ -272,19 +272,19 @@ void tst_rows::signIsATickACrossOrNothing() {
         QVERIFY(differences(tick, tick.transformed(turned)) > size / 50);
     }
     // Whatever the label: they stand in its place.
-    QCOMPARE(sign(row, RowState::Wrong, u"8"_s), cross);
-    QCOMPARE(sign(row, RowState::Right, u"8"_s), tick);
+    QCOMPARE(icon(row, RowState::Wrong, u"8"_s), cross);
+    QCOMPARE(icon(row, RowState::Right, u"8"_s), tick);
 }
 
-void tst_rows::signWithoutATickOrCrossIsItsLabel() {
+void tst_rows::iconWithoutATickOrCrossIsItsLabel() {
     Row row;
     for (const RowState state : {RowState::Open, RowState::Next, RowState::Other}) {
-        QVERIFY(sign(row, state, u"1"_s) != sign(row, state, u"2"_s));
-        QVERIFY(sign(row, state, u"1"_s) != sign(row, state));
+        QVERIFY(icon(row, state, u"1"_s) != icon(row, state, u"2"_s));
+        QVERIFY(icon(row, state, u"1"_s) != icon(row, state));
     }
     // In a ring: the label has a line round it.
-    const QImage ring = sign(row, RowState::Open, u"1"_s);
-    const QImage nothing = sign(row, RowState::Open);
+    const QImage ring = icon(row, RowState::Open, u"1"_s);
+    const QImage nothing = icon(row, RowState::Open);
     const int middle = ring.width() / 2;
     int edges = 0;
     for (const QPoint &inwards : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
@@ -299,14 +299,14 @@ void tst_rows::signWithoutATickOrCrossIsItsLabel() {
     QCOMPARE(edges, 4);
 }
 
-void tst_rows::signOfWhatIsNextDoneOrRightIsADisc() {
+void tst_rows::iconOfWhatIsNextDoneOrRightIsADisc() {
     Row row;
     const QRgb accent = platform::look::accent(row.window.palette()).rgb();
     const QColor onAccent = platform::look::onAccent(row.window.palette());
     for (const RowState state : states) {
         const bool disc =
             state == RowState::Next || state == RowState::Done || state == RowState::Right;
-        const QImage picture = sign(row, state, u"1"_s);
+        const QImage picture = icon(row, state, u"1"_s);
         QCOMPARE(optics::mainColor(picture) == accent, disc);
         QCOMPARE(drawing::pixels(picture, onAccent) > 0, disc);
         QCOMPARE(picture.pixel(0, 0), row.windowColor().rgb());

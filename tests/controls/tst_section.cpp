@@ -42,7 +42,7 @@ class tst_section final : public QObject {
     void nameIsTheTextInOrder_data();
     void nameIsTheTextInOrder();
     void textOfARowIsLeftOut();
-    void textOfAGroupWithinIsLeftOut();
+    void textOfASectionWithinIsLeftOut();
     void hiddenTextIsLeftOut();
     void captionIsReadOnceWithItsValue();
     void pictureIsReadByItsName();
@@ -53,7 +53,7 @@ class tst_section final : public QObject {
  private:
     TextLabel &addText(const QString &text) { return addText(*section_, text); }
     static TextLabel &addText(QWidget &parent, const QString &text);
-    /// What is read out once the group is on screen.
+    /// What is read out once the section is on screen.
     QString name();
 
     std::unique_ptr<Section> section_;
@@ -113,7 +113,7 @@ void tst_section::textOfARowIsLeftOut() {
     QCOMPARE(name(), u"Which one?"_s);
 }
 
-void tst_section::textOfAGroupWithinIsLeftOut() {
+void tst_section::textOfASectionWithinIsLeftOut() {
     addText(u"Outside"_s);
     auto *within = new Section(section_.get());
     addText(*within, u"Inside"_s);
@@ -174,28 +174,28 @@ void tst_section::focusIsDrawn() {
     QFETCH(const bool, panel);
     QWidget window;
     window.setPalette(palette);
-    Section group(&window);
-    group.setFocusPolicy(Qt::StrongFocus);
-    group.setProperty("panel", panel);
-    group.setGeometry(10, 10, 300, 200);
+    Section section(&window);
+    section.setFocusPolicy(Qt::StrongFocus);
+    section.setProperty("panel", panel);
+    section.setGeometry(10, 10, 300, 200);
     QPushButton another(&window);
     another.setFocus();
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     const QColor accent = platform::look::accent(palette);
-    QCOMPARE(drawing::pixels(group, accent), 0);
+    QCOMPARE(drawing::pixels(section, accent), 0);
 
-    const drawing::Paints drawn(group);
-    group.setFocus();
-    QVERIFY(group.hasFocus());
+    const drawing::Paints drawn(section);
+    section.setFocus();
+    QVERIFY(section.hasFocus());
     QVERIFY2(QTest::qWaitFor([&] { return drawn.count() > 0; }),
-             "The group is not drawn anew when it gets the focus");
+             "The section is not redrawn when it gets the focus");
     // All the way round.
-    QVERIFY(drawing::pixels(group, accent) >= 2 * (group.width() + group.height()));
+    QVERIFY(drawing::pixels(section, accent) >= 2 * (section.width() + section.height()));
 
     another.setFocus();
-    QCOMPARE(drawing::pixels(group, accent), 0);
+    QCOMPARE(drawing::pixels(section, accent), 0);
 }
 
 ZORVAN_TEST_MAIN(tst_section)

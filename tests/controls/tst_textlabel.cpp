@@ -47,11 +47,11 @@ class tst_textlabel final : public QObject {
 };
 
 double tst_textlabel::ink(const QImage &picture) {
-    const QRgb ground = picture.pixel(0, 0);
+    const QRgb background = picture.pixel(0, 0);
     int inked = 0;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
-            inked += picture.pixel(x, y) != ground ? 1 : 0;
+            inked += picture.pixel(x, y) != background ? 1 : 0;
         }
     }
     return double(inked) / (picture.width() * picture.height());
@@ -140,8 +140,8 @@ void tst_textlabel::verdictIsReadable() {
     status.setTextColor(Qt::white);
     status.setStringValue(QString());
     status.resize(status.sizeHint().expandedTo({80, 24}));
-    const QColor ground = status.grab().toImage().pixelColor(status.rect().center());
-    QVERIFY2(contrast(ground, Qt::white) >= 4.5, qPrintable(ground.name()));
+    const QColor background = status.grab().toImage().pixelColor(status.rect().center());
+    QVERIFY2(contrast(background, Qt::white) >= 4.5, qPrintable(background.name()));
 }
 
 void tst_textlabel::roomForLinesIsKeptWhateverTheText() {

@@ -235,8 +235,8 @@ void tst_contrast::measureKnowsContrastsOfKnownColours() {
     QVERIFY(isGrey(optics::inkContrast(with.pixels, without, with.texts.first().place)));
     QVERIFY(!optics::inkContrast(without, without, without.rect()));
 
-    QImage ground(120, 120, QImage::Format_RGB32);
-    ground.fill(Qt::white);
+    QImage background(120, 120, QImage::Format_RGB32);
+    background.fill(Qt::white);
     const auto drawnOn = [](QImage picture, const QPen &pen, const QBrush &brush,
                             const QRectF &box) {
         QPainter painter(&picture);
@@ -246,18 +246,19 @@ void tst_contrast::measureKnowsContrastsOfKnownColours() {
         painter.drawEllipse(box);
         return picture;
     };
-    const QImage ring = drawnOn(ground, QPen(grey, 6), Qt::NoBrush, QRectF(10.3, 10.3, 99, 99));
-    QVERIFY(isGrey(optics::ringContrast(ring, ground)));
-    QVERIFY(isGrey(optics::shapeContrast(ring, ground)));
-    QVERIFY(isGrey(optics::piecesContrast(ring, ground)));
-    const QImage filled = drawnOn(ground, Qt::NoPen, QColor(0x60, 0x60, 0x60), ground.rect());
+    const QImage ring = drawnOn(background, QPen(grey, 6), Qt::NoBrush, QRectF(10.3, 10.3, 99, 99));
+    QVERIFY(isGrey(optics::ringContrast(ring, background)));
+    QVERIFY(isGrey(optics::shapeContrast(ring, background)));
+    QVERIFY(isGrey(optics::piecesContrast(ring, background)));
+    const QImage filled =
+        drawnOn(background, Qt::NoPen, QColor(0x60, 0x60, 0x60), background.rect());
     const QImage ringOnDark = drawnOn(filled, QPen(grey, 6), Qt::NoBrush, QRectF(3, 3, 114, 114));
     QVERIFY(*optics::ringContrast(ringOnDark, filled) < 1.5);
-    const QImage disc = drawnOn(ground, Qt::NoPen, grey, ground.rect());
-    QVERIFY(isGrey(optics::markContrast(disc, ground)));
+    const QImage disc = drawnOn(background, Qt::NoPen, grey, background.rect());
+    QVERIFY(isGrey(optics::markContrast(disc, background)));
     const QImage spot = drawnOn(disc, Qt::NoPen, QColor(0x60, 0x60, 0x60), QRectF(40, 40, 50, 50));
-    QVERIFY(*optics::markContrast(spot, ground) < 1.5);
-    QVERIFY(!optics::markContrast(ground, ground));
+    QVERIFY(*optics::markContrast(spot, background) < 1.5);
+    QVERIFY(!optics::markContrast(background, background));
 }
 
 void tst_contrast::addStates() {
@@ -433,10 +434,10 @@ void tst_contrast::measureLevel(QWidget &window, platform::LevelIndicator &level
     const QImage filled = pictureWith(level.maximum());
     const QImage empty = pictureWith(0);
     level.setDoubleValue(value);
-    const QImage ground = optics::picture(window, room, {.control = &level}).pixels;
+    const QImage background = optics::picture(window, room, {.control = &level}).pixels;
     const QString name = in(window, nameOf(level));
-    findings_.add(levelSegment, name + u", filled"_s, optics::piecesContrast(filled, ground));
-    findings_.add(levelSegment, name + u", empty"_s, optics::piecesContrast(empty, ground));
+    findings_.add(levelSegment, name + u", filled"_s, optics::piecesContrast(filled, background));
+    findings_.add(levelSegment, name + u", empty"_s, optics::piecesContrast(empty, background));
     findings_.add(levelSegment, name + u", filled to empty"_s,
                   optics::inkContrast(filled, empty, filled.rect()));
 }

@@ -41,7 +41,7 @@ struct ShownButton {
     }
 
     /// Above the text.
-    QColor ground() {
+    QColor background() {
         return button.grab().toImage().pixelColor(button.width() / 2, button.height() / 6);
     }
 };
@@ -265,7 +265,7 @@ void tst_style::defaultButtonIsFilledWithTheAccent() {
         const QColor accent = platform::look::accent(palette);
         const int area = shown.button.width() * shown.button.height();
         QCOMPARE(drawing::pixels(shown.button, accent) > area / 2, isDefault);
-        QCOMPARE(shown.ground() == accent, isDefault);
+        QCOMPARE(shown.background() == accent, isDefault);
         if (isDefault) {
             QVERIFY2(drawing::pixels(shown.button, platform::look::onAccent(palette)) > 0,
                      "its text is not in the colour for the accent");
@@ -328,15 +328,15 @@ void tst_style::pointerAndPressAreSeenOnAButton() {
     QFETCH(const bool, isDefault);
     ShownButton shown(isDefault);
     pointer::moveTo(shown.another);
-    const QColor usual = shown.ground();
+    const QColor usual = shown.background();
     pointer::moveTo(shown.button);
-    const QColor lit = shown.ground();
+    const QColor lit = shown.background();
     QVERIFY2(lit != usual, "the pointer is not seen");
     shown.button.setDown(true);
-    QVERIFY2(shown.ground() != usual, "the press is not seen");
+    QVERIFY2(shown.background() != usual, "the press is not seen");
     shown.button.setDown(false);
     pointer::moveTo(shown.another);
-    QCOMPARE(shown.ground(), usual);
+    QCOMPARE(shown.background(), usual);
 }
 
 void tst_style::chosenMenuItemIsFilledWithTheAccent_data() {
@@ -375,8 +375,8 @@ void tst_style::chosenMenuIsSetOff() {
     const auto isSetOff = [&](QAction *item) {
         const QPoint spot = bar.actionGeometry(item).center();
         // Above its text.
-        const QPoint ground(spot.x(), bar.actionGeometry(item).top() + 2);
-        return bar.grab().toImage().pixel(ground) != usual.pixel(ground);
+        const QPoint background(spot.x(), bar.actionGeometry(item).top() + 2);
+        return bar.grab().toImage().pixel(background) != usual.pixel(background);
     };
     bar.setActiveAction(quizzes);
     QVERIFY(isSetOff(quizzes));
@@ -399,13 +399,13 @@ void tst_style::menuBarWithoutRoomShowsThatThereIsMore() {
     const auto buttons = bar.findChildren<QToolButton *>();
     const auto rest = std::ranges::find_if(buttons, &QToolButton::isVisible);
     QVERIFY(rest != buttons.end());
-    // The darkest or lightest that is drawn, beside the ground that it is drawn on.
+    // The darkest or lightest that is drawn, beside the background that it is drawn on.
     const QImage picture = (*rest)->grab().toImage();
-    const float ground = picture.pixelColor(0, picture.height() / 2).lightnessF();
+    const float background = picture.pixelColor(0, picture.height() / 2).lightnessF();
     float farthest = 0;
     for (int y = 4; y < picture.height() - 4; ++y) {
         for (int x = 4; x < picture.width() - 4; ++x) {
-            farthest = qMax(farthest, qAbs(picture.pixelColor(x, y).lightnessF() - ground));
+            farthest = qMax(farthest, qAbs(picture.pixelColor(x, y).lightnessF() - background));
         }
     }
     QVERIFY2(farthest > 0.4F, qPrintable(QString::number(double(farthest))));
@@ -524,13 +524,13 @@ void tst_style::sliderIsDrawnWhereItIs() {
         shown.bar.setValue(value);
         const QRect slider = shown.part(QStyle::SC_ScrollBarSlider);
         const QImage picture = shown.bar.grab().toImage();
-        const QColor ground = shown.bar.palette().color(QPalette::Window);
+        const QColor background = shown.bar.palette().color(QPalette::Window);
         for (int along = 0; along < 500; ++along) {
             const int from = along - shown.start(slider);
             const int to = shown.start(slider) + shown.length(slider) - along;
             // Its round ends are left out.
             if (qAbs(from) > 16 && qAbs(to) > 16) {
-                QCOMPARE(picture.pixelColor(shown.at(along)) != ground, from > 0 && to > 0);
+                QCOMPARE(picture.pixelColor(shown.at(along)) != background, from > 0 && to > 0);
             }
         }
     }

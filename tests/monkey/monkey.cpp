@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Nothing but what the offscreen screen always says may come from the toolkit.
-void toolkitSays(QtMsgType type, const QMessageLogContext &, const QString &message) {
+void qtSays(QtMsgType type, const QMessageLogContext &, const QString &message) {
     if (type == QtFatalMsg) {
         std::fprintf(stdout, "%s\n", qUtf8Printable(message));
         std::fflush(stdout);
@@ -38,7 +38,7 @@ int main(int argc, char **argv) {
     std::fflush(stdout);
     const QTemporaryDir home;
     liveprogram::prepare(home);
-    qInstallMessageHandler(toolkitSays);
+    qInstallMessageHandler(qtSays);
 
     Walk walk(seed, steps, parser.isSet(verboseOption));
     walk.run();

@@ -54,7 +54,7 @@ void tst_closeguard::everyWayToCloseAsksOnce_data() {
         QVERIFY(QTest::qWaitForWindowActive(&window));
         platform::Application::shared().closeWindow();
     });
-    QTest::newRow("toolkit") << Close([](auto &window) { window.close(); });
+    QTest::newRow("Qt") << Close([](auto &window) { window.close(); });
 }
 
 void tst_closeguard::everyWayToCloseAsksOnce() {

@@ -191,7 +191,8 @@ bool rowChanged(const QImage &with, const QImage &without, int y) {
     return !std::equal(row(with, y), row(with, y) + with.width(), row(without, y));
 }
 
-/// Visits the places where a thing was added and around them as well: it covers its ground there.
+/// Visits the places where a thing was added and around them as well: it covers its background
+/// there.
 template <class Visit>
 void visitCovered(const QImage &with, const QImage &without, const QRect &place, Visit visit) {
     const QRect inner = place & with.rect().adjusted(1, 1, -1, -1);
@@ -200,10 +201,11 @@ void visitCovered(const QImage &with, const QImage &without, const QRect &place,
             continue;
         }
         const QRgb *const ink = row(with, y);
-        const QRgb *const ground = row(without, y);
+        const QRgb *const background = row(without, y);
         for (int x = inner.left(); x <= inner.right(); ++x) {
-            if (ink[x] != ground[x] && ink[x - 1] != ground[x - 1] && ink[x + 1] != ground[x + 1] &&
-                changed(with, without, {x, y - 1}) && changed(with, without, {x, y + 1})) {
+            if (ink[x] != background[x] && ink[x - 1] != background[x - 1] &&
+                ink[x + 1] != background[x + 1] && changed(with, without, {x, y - 1}) &&
+                changed(with, without, {x, y + 1})) {
                 visit(QPoint(x, y));
             }
         }
@@ -223,13 +225,13 @@ QRect changedBox(const QImage &with, const QImage &without) {
             continue;
         }
         const QRgb *const ink = row(with, y);
-        const QRgb *const ground = row(without, y);
+        const QRgb *const background = row(without, y);
         int first = 0;
-        while (ink[first] == ground[first]) {
+        while (ink[first] == background[first]) {
             ++first;
         }
         int last = with.width() - 1;
-        while (ink[last] == ground[last]) {
+        while (ink[last] == background[last]) {
             --last;
         }
         box |= QRect(QPoint(first, y), QPoint(last, y));

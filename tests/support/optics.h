@@ -48,7 +48,7 @@ QList<Text> texts(QWidget &widget);
 /// The contrast of two colours after WCAG 2, from 1 to 21.
 double contrast(QRgb one, QRgb other);
 
-/// The contrast of what was added within `place`: the usual one where it covers its ground.
+/// The contrast of what was added within `place`: the usual one where it covers its background.
 /// Nothing where nothing was added.
 std::optional<double> inkContrast(const QImage &with, const QImage &without, const QRect &place);
 
@@ -59,8 +59,8 @@ std::optional<double> shapeContrast(const QImage &with, const QImage &without);
 /// to what it has within or around it, whichever is least.
 std::optional<double> ringContrast(const QImage &with, const QImage &without);
 
-/// The contrast of an added mark: of its main colour to the ground and, where it has two, of the
-/// one to the other.
+/// The contrast of an added mark: of its main colour to the background and, where it has two, of
+/// the one to the other.
 std::optional<double> markContrast(const QImage &with, const QImage &without);
 
 /// The contrast of the faintest of the pieces that were added along a picture's middle row.
