@@ -1,10 +1,10 @@
 // Takes quizzes with the program's own windows on a real display, and times every step of the
-// learner's way until the X server has painted what comes of it.
+// learner until the X server has painted the result.
 //
 //     attempts
 //
-// Takes a quiz for each line that it reads, which is its number, and writes an object: for each
-// step its times, and what the attempt cost. Times are in milliseconds, sizes in KiB. What the
+// Each line of its input is the number of a quiz to take. For each it writes an object with the
+// times of each step and the cost of the attempt. Times are in milliseconds, sizes in KiB. What the
 // learner does between the steps, such as closing windows, is not timed.
 
 #include <ctime>
@@ -60,7 +60,7 @@ double proportionalKiB() {
     qFatal("The kernel does not tell how much memory is used");
 }
 
-/// Returns when the X server has done all that it was asked to.
+/// Returns when the X server has done everything that it was asked to do.
 void waitForServer() {
     xcb_connection_t *connection =
         qApp->nativeInterface<QNativeInterface::QX11Application>()->connection();

@@ -1,6 +1,5 @@
-// Starts a program and looks from outside how long it takes until its first window is painted:
-// until the X server, which reports every change of a window's picture, has seen all of the window
-// drawn.
+// Starts a program and measures from outside how long it takes until its first window is painted:
+// until the X server, which reports every change of a window's picture, has reported all of it.
 //
 //     firstpaint PROGRAM [ARGUMENT...]
 //
@@ -32,7 +31,7 @@ double seconds(clockid_t clock) {
     return double(now.tv_sec) + double(now.tv_nsec) / 1e9;
 }
 
-/// The windows of the display, from the moment they are made.
+/// The windows of the display, from the moment they are created.
 class Screen final {
  public:
     Screen() {
@@ -54,8 +53,8 @@ class Screen final {
     Screen(const Screen &) = delete;
     Screen &operator=(const Screen &) = delete;
 
-    /// Returns when a window is on screen and every part of it has been drawn, with the moment
-    /// when it came on screen.
+    /// Waits until a window is on screen and every part of it has been drawn; returns when it came
+    /// on screen.
     double waitUntilPainted() {
         while (true) {
             const ReplyPointer<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
@@ -71,7 +70,7 @@ class Screen final {
 
  private:
     struct Picture {
-        /// The window manager's own frames are not.
+        /// False for the window manager's own frames.
         bool managed = false;
         /// When it came on screen; 0 before.
         double mapped = 0;
@@ -92,7 +91,7 @@ class Screen final {
             xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
     }
 
-    /// The one that the event is about, as it is now; null for any other event.
+    /// The picture that the event has changed; null if it has changed none.
     const Picture *changed(const xcb_generic_event_t &event) {
         const auto type = std::uint8_t(event.response_type & 0x7fU);
         if (type == XCB_CREATE_NOTIFY) {
@@ -146,7 +145,7 @@ int main(int argc, char **argv) {
     if (posix_spawn(&program, argv[1], nullptr, nullptr, argv + 1, environ) != 0) {
         qFatal("The program cannot be started");
     }
-    // A program that shows nothing must not be waited for forever.
+    // Does not wait forever for a program that shows nothing.
     alarm(60);
     const double mapped = screen.waitUntilPainted();
     alarm(0);

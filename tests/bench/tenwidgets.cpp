@@ -1,8 +1,8 @@
-// What a window costs on this toolkit at the least: ten plain widgets, and nothing else.
+// The least that a window costs with Qt: ten plain widgets, and nothing else.
 //
 //     tenwidgets [--tick]
 //
-// With a tick, one of them shows another text every second.
+// With --tick, one of them shows another text every second.
 
 #include <chrono>
 

@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <QTest>
 
-/// The questions as they have to be, read from the test data.
+/// The expected questions, read from the test data.
 namespace golden {
 
 struct Question {
@@ -38,7 +38,7 @@ inline QList<Question> readQuestions() {
     return questions;
 }
 
-/// All of them, by number from 1 on.
+/// All questions, ordered by number; the first is number 1.
 inline const QList<Question> &questions() {
     static const QList<Question> all = readQuestions();
     return all;
@@ -48,7 +48,7 @@ inline const Question &question(int number) {
     return questions().at(number - 1);
 }
 
-/// The one question of that text; ends the test program where there is none.
+/// The question with that text; ends the test program if there is none.
 inline const Question &questionReading(const QString &text) {
     for (const Question &question : questions()) {
         if (question.text == text) {
@@ -58,8 +58,8 @@ inline const Question &questionReading(const QString &text) {
     qFatal("No question reads \"%s\"", qUtf8Printable(text));
 }
 
-/// A test's rows: each quiz by its id, with its name, the first and the last of its questions, and
-/// how many of them are asked.
+/// Adds a test row for each quiz, named by its id: the quiz's name, its first and its last
+/// question, and how many of its questions are asked.
 inline void quizRows() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("first");

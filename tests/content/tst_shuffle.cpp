@@ -13,7 +13,7 @@ namespace {
 
 const QStringList seven = u"a b c d e f g"_s.split(u' ');  // clazy:exclude=non-pod-global-static
 
-/// Gives the draws one after the other and counts them; 0 once they are used up.
+/// Returns the draws one after another and counts them; returns 0 once they are used up.
 class Draws {
  public:
     Draws() = default;

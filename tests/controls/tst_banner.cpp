@@ -113,14 +113,14 @@ void tst_banner::moodsAreToldApart() {
 void tst_banner::onlyTheFestiveBannerHasRays() {
     ShownBanner shown;
     shown.image.setImage(QIcon());
-    // Along the middle, well within the panel.
+    // Counts the changes of colour along the middle row, away from the edges.
     const auto changes = [&] {
         const QImage picture = shown.picture();
         const QRgb background = optics::mainColor(picture);
         const int y = picture.height() / 2;
         int turns = 0;
         for (int x = picture.width() / 10; x < picture.width() * 9 / 10; ++x) {
-            // Of the two backgrounds, whatever their shared edges are mixed to.
+            // Only the main colour is compared: where it meets another, the edge is antialiased.
             turns += (picture.pixel(x, y) == background) != (picture.pixel(x - 1, y) == background)
                          ? 1
                          : 0;

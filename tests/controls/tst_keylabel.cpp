@@ -11,7 +11,7 @@ using platform::KeyLabel;
 
 namespace {
 
-/// A stretch of columns, in the pictures' pixels.
+/// A stretch of columns, in the picture's pixels.
 struct Stretch {
     int first;
     int last;
@@ -33,7 +33,7 @@ QList<Stretch> stretches(const QImage &picture, int y) {
     return found;
 }
 
-/// A label in its own size, and what is seen of it.
+/// A label at its preferred size, and what it draws.
 struct ShownLabel {
     KeyLabel label;
     QList<optics::Text> texts;
@@ -49,7 +49,7 @@ struct ShownLabel {
         edges = stretches(shapes, 1);
     }
 
-    /// The edge above that text, or none.
+    /// The edge above that text; null if there is none.
     const Stretch *edgeAbove(const optics::Text &text) const {
         const int middle = text.place.center().x();
         for (const Stretch &edge : edges) {
@@ -147,7 +147,7 @@ void tst_keylabel::nothingIsCutOff() {
                                 .arg(end)));
         end = piece.place.right();
     }
-    // All texts end with a key, whose right edge is the last that is drawn.
+    // All texts end with a key, so its right edge is the last thing drawn.
     const QList<Stretch> across = stretches(shown.shapes, shown.shapes.height() / 2);
     QVERIFY(!across.isEmpty());
     QVERIFY2(across.last().last > end,
@@ -195,7 +195,7 @@ void tst_keylabel::sizeFollowsTheText() {
     label.setText(u"A"_s);
     const int letter = label.sizeHint().width();
     label.setText(u"I"_s);
-    // Keys of one letter are equally wide.
+    // All keys with a single letter are equally wide.
     QCOMPARE(label.sizeHint().width(), letter);
 }
 

@@ -39,7 +39,7 @@ class ShownIndicator final {
         indicator_.setDoubleValue(value);
         return window_.grab().toImage();
     }
-    /// The same, so large that thin strokes have a core.
+    /// The same, enlarged so that even thin strokes have a core without antialiasing.
     QImage largePicture(double value) {
         indicator_.setDoubleValue(value);
         QImage picture(window_.size() * 8, QImage::Format_RGB32);
@@ -47,7 +47,7 @@ class ShownIndicator final {
         window_.render(&picture);
         return picture;
     }
-    /// The pixels of a picture's row that goes through the middle of the segments.
+    /// The row of pixels that goes through the middle of the segments.
     QList<QRgb> middleRow(const QImage &picture) const {
         const double middle = indicator_.y() + indicator_.height() / 2.0;
         const int y = int(middle * picture.devicePixelRatioF());
@@ -57,7 +57,7 @@ class ShownIndicator final {
         }
         return row;
     }
-    /// The pixels' rows that the indicator takes.
+    /// The rows of pixels that the indicator covers.
     std::pair<int, int> rows() const {
         return {int(std::ceil(indicator_.y() * ratio())),
                 int((indicator_.y() + indicator_.height()) * ratio())};
@@ -81,13 +81,13 @@ bool alike(QRgb one, QRgb other) {
            qAbs(qBlue(one) - qBlue(other)) <= shade;
 }
 
-/// A stretch of pixels of a row.
+/// A stretch of pixels in a row.
 struct Segment {
     qsizetype first;
     qsizetype size;
 };
 
-/// Where the row is not its first pixel's colour.
+/// Where the row differs from its first pixel.
 QList<Segment> segmentsIn(const QList<QRgb> &row) {
     QList<Segment> segments;
     for (qsizetype x = 1; x < row.size(); ++x) {
@@ -342,7 +342,7 @@ void tst_levelindicator::filledIsToldFromEmptyWithoutColour() {
         const auto strength = [&](QRgb color, QRgb background) {
             return qAbs(qGray(color) - qGray(background));
         };
-        // The threshold leaves both kinds of segments black, not the one white as its background.
+        // A threshold at which both kinds of segments are black, neither lost in the background.
         int threshold = 255;
         for (const int value : {segments, 0}) {
             const QList<QRgb> row = shown.middleRow(shown.largePicture(value));

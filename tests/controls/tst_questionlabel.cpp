@@ -48,7 +48,7 @@ void tst_questionlabel::codeStandsOnAPanelOfItsOwn() {
     const QColor window = label.palette().color(QPalette::Window);
     QCOMPARE(background(lines.at(0).place), window);
     QVERIFY2(background(lines.at(1).place) != window, "the code has no panel");
-    // The code stands off from the panel's edge, and the panel from the question.
+    // There is a gap between the panel's edge and the code, and between question and panel.
     QVERIFY(lines.at(1).place.left() > lines.at(0).place.left());
     QVERIFY(lines.at(1).place.top() - lines.at(0).place.bottom() > lines.at(0).place.height() / 2);
 
@@ -59,7 +59,7 @@ void tst_questionlabel::codeStandsOnAPanelOfItsOwn() {
 void tst_questionlabel::codeHasTheSizeOfTheTextAround() {
     QWidget window;
     auto *label = new QuestionLabel(&window);
-    // Neither size is the one that a font for code has by itself.
+    // Neither size is the default size of the font for code.
     QFont font = window.font();
     font.setPointSizeF(18);
     window.setFont(font);

@@ -53,7 +53,7 @@ struct Row {
         QTest::mouseEvent(action, window.windowHandle(), Qt::LeftButton, {},
                           text.mapTo(&window, text.rect().center()));
     }
-    /// On the row, where none of its parts is.
+    /// The row's colour at a spot that none of its parts covers.
     QColor fill() { return at(row.width() / 2, row.layout()->contentsMargins().top() / 2); }
     QColor border() { return at(row.width() / 2, 0); }
     QColor windowColor() const { return window.palette().color(QPalette::Window); }
@@ -65,7 +65,7 @@ struct Row {
 constexpr std::array states{RowState::Open,  RowState::Next,  RowState::Done,
                             RowState::Right, RowState::Wrong, RowState::Other};
 
-/// How many pixels differ by more than antialiasing makes out.
+/// How many pixels differ by more than antialiasing can explain.
 int differences(const QImage &one, const QImage &other) {
     int differences = 0;
     for (int y = 0; y < one.height(); ++y) {
@@ -166,7 +166,7 @@ void tst_rows::focusIsOnTheBorderWhateverTheStanding() {
         const int without = drawing::pixels(row.row, accent);
         row.button.setFocus();
         QCOMPARE(row.border(), accent);
-        // All the way round, whatever else is in the accent.
+        // The border goes all the way round; other parts may have the accent colour too.
         const int around = drawing::pixels(row.row, accent) - without;
         QVERIFY2(around > row.row.width() + row.row.height(),
                  qPrintable(u"the focus adds %1 pixels"_s.arg(around)));
@@ -266,12 +266,12 @@ void tst_rows::iconIsATickACrossOrNothing() {
     const QImage tick = icon(row, RowState::Right);
     QCOMPARE(icon(row, RowState::Done), tick);
     QVERIFY2(differences(cross, nothing) > size / 50, "there is no cross");
-    // A cross is the same from every side, a tick is not.
+    // A cross is symmetrical, a tick is not.
     for (const QTransform &turned : {QTransform::fromScale(-1, 1), QTransform::fromScale(1, -1)}) {
         QVERIFY(differences(cross, cross.transformed(turned)) < size / 100);
         QVERIFY(differences(tick, tick.transformed(turned)) > size / 50);
     }
-    // Whatever the label: they stand in its place.
+    // They replace the label, whatever it is.
     QCOMPARE(icon(row, RowState::Wrong, u"8"_s), cross);
     QCOMPARE(icon(row, RowState::Right, u"8"_s), tick);
 }
@@ -282,7 +282,7 @@ void tst_rows::iconWithoutATickOrCrossIsItsLabel() {
         QVERIFY(icon(row, state, u"1"_s) != icon(row, state, u"2"_s));
         QVERIFY(icon(row, state, u"1"_s) != icon(row, state));
     }
-    // In a ring: the label has a line round it.
+    // The label has a ring around it.
     const QImage ring = icon(row, RowState::Open, u"1"_s);
     const QImage nothing = icon(row, RowState::Open);
     const int middle = ring.width() / 2;

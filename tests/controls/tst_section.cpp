@@ -18,13 +18,13 @@ using platform::TextLabel;
 
 namespace {
 
-/// Whose new name a screen reader is told.
+/// The objects whose new name a screen reader is told.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): filled without an object
 QList<const QObject *> renamed;  // clazy:exclude=non-pod-global-static
 
 }  // namespace
 
-// Stands in front of the toolkit's own function, which does nothing while no screen reader listens.
+// Replaces Qt's own function, which does nothing if no screen reader is listening.
 void QAccessible::updateAccessibility(QAccessibleEvent *event) {
     if (event->type() == QAccessible::NameChanged) {
         renamed << event->object();
@@ -53,7 +53,7 @@ class tst_section final : public QObject {
  private:
     TextLabel &addText(const QString &text) { return addText(*section_, text); }
     static TextLabel &addText(QWidget &parent, const QString &text);
-    /// What is read out once the section is on screen.
+    /// What a screen reader reads once the section is on screen.
     QString name();
 
     std::unique_ptr<Section> section_;
@@ -191,7 +191,7 @@ void tst_section::focusIsDrawn() {
     QVERIFY(section.hasFocus());
     QVERIFY2(QTest::qWaitFor([&] { return drawn.count() > 0; }),
              "The section is not redrawn when it gets the focus");
-    // All the way round.
+    // The frame goes all the way round.
     QVERIFY(drawing::pixels(section, accent) >= 2 * (section.width() + section.height()));
 
     another.setFocus();

@@ -17,7 +17,7 @@ using platform::RowState;
 
 namespace {
 
-/// A row of the list: its button, what the button starts, how the row stands, its level.
+/// A row of the list: its button, what the button starts, its state in words, its level.
 struct Step {
     platform::ActionRow row;
     platform::RowButton button{u"step"_s, &row};
@@ -87,7 +87,7 @@ struct Steps {
         }
         return descriptions;
     }
-    /// Where the focus is: the number of a step, or 0 where it is elsewhere.
+    /// The number of the step that has the focus; 0 if the focus is elsewhere.
     int focused() const {
         for (std::size_t i = 0; i < steps.size(); ++i) {
             if (window.focusWidget() == &steps.at(i).button) {

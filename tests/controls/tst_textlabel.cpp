@@ -75,7 +75,7 @@ double tst_textlabel::contrast(const QColor &a, const QColor &b) {
 }
 
 void tst_textlabel::everyCharacterIsDrawn_data() {
-    // Each text shows less, or nothing, where it is taken for something else.
+    // Each text would show less, or nothing, if it were taken for markup or a mnemonic.
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("otherwise");
     QTest::newRow("ampersand") << u"&"_s << u""_s;
@@ -159,7 +159,7 @@ void tst_textlabel::roomForLinesIsKeptWhateverTheText() {
 
 void tst_textlabel::roomForTheWidestTextIsKeptWhateverTheDigits_data() {
     QTest::addColumn<QString>("family");
-    // In some of them every digit has a width of its own.
+    // In some fonts the digits have different widths.
     for (const QString &family : QFontDatabase::families(QFontDatabase::Latin)) {
         QTest::newRow(qUtf8Printable(family)) << family;
     }
@@ -234,7 +234,7 @@ void tst_textlabel::secondaryTextIsFainter() {
     label.setProperty("secondary", true);
     QVERIFY2(contrast() < 0.9 * usual,
              qPrintable(u"%1 to 1, usual text %2 to 1"_s.arg(contrast()).arg(usual)));
-    // A colour of its own stays.
+    // A colour that was set explicitly stays.
     label.setTextColor(palette.color(QPalette::WindowText));
     QCOMPARE(contrast(), usual);
 }
@@ -277,7 +277,7 @@ void tst_textlabel::textStandsOffTheEndsOfItsBand() {
     label.resize(label.sizeHint());
     QVERIFY(label.width() > plain.width());
     QVERIFY(label.height() > plain.height());
-    // Where its ends leave no room for the line, there are two.
+    // If its ends leave too little room for one line, the text takes two.
     label.setStringValue(u"the right answer"_s);
     label.setWordWrap(true);
     const int line = label.fontMetrics().horizontalAdvance(label.text());

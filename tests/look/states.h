@@ -29,12 +29,12 @@
 namespace states {
 
 using Look = std::function<void(QWidget &)>;
-/// Puts a window on screen, has it looked at, and clears it away.
+/// Opens a window, has it looked at, and closes it.
 using State = std::function<void(const Look &)>;
 
 inline void nothing(QWidget &) {}
 
-/// The box on screen; ends the test program where there is none.
+/// The message box on screen; ends the test program if there is none.
 inline QWidget &shownBox() {
     for (QWidget *box : QApplication::topLevelWidgets()) {
         if (box->isVisible() && qobject_cast<QMessageBox *>(box) != nullptr) {
@@ -68,7 +68,7 @@ State window(const QString &layout, const store::Contents &contents,
     };
 }
 
-/// The final, in the middle, with that question.
+/// The main test, in the middle, with that question.
 inline State quiz(const QString &question, const Look &prepare = nothing,
                   const QString &timed = QStringLiteral("no")) {
     store::Contents contents = store::seeded();
@@ -207,7 +207,7 @@ inline State alert(const QString &message, const QString &button, const QString 
     };
 }
 
-/// By name. The main layout has to be loaded.
+/// All states by name. The main layout has to be loaded.
 inline QMap<QString, State> all() {
     store::Contents mixed = store::seeded();
     store::Contents full = store::seeded();

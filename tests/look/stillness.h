@@ -13,8 +13,8 @@
 
 #include "controls/textlabel.h"
 
-/// Where things stand in a window. The first look at each is remembered; every later look says
-/// what has moved since, and nothing where all stands still.
+/// Where things are in a window. The first look at each is remembered; every later look returns
+/// what has moved since, which is empty if nothing has.
 namespace stillness {
 
 /// The widget's name after its parents' names.
@@ -47,7 +47,7 @@ bool same(const Place &one, const Place &other) {
     return one == other;
 }
 
-/// The same letters in another opacity have their middle elsewhere by less than this.
+/// In another opacity, the middle of the same letters shifts by less than this.
 inline bool same(const QPointF &one, const QPointF &other) {
     constexpr double shade = 0.3;
     return std::abs(one.x() - other.x()) < shade && std::abs(one.y() - other.y()) < shade;
@@ -81,7 +81,7 @@ class Memory final {
     QStringList moved_;
 };
 
-/// The window, or what a scroll area in it scrolls.
+/// The widget's window, or the content of the scroll area that the widget is in.
 inline const QWidget *surfaceOf(const QWidget &widget) {
     const QWidget *surface = &widget;
     while (!surface->isWindow()) {
@@ -107,12 +107,12 @@ class Controls final {
                 continue;
             }
             QString path = pathOf(*widget);
-            // The toolkit gives some of its own no name.
+            // Some of Qt's own widgets have no name.
             while (seen.contains(path)) {
                 path += u'\'';
             }
             seen << path;
-            // What a scroll area has scrolled has not moved.
+            // A widget that was only scrolled has not moved.
             const QPoint corner = widget->mapTo(surfaceOf(*widget), QPoint());
             places_.see(path, QRect(corner, widget->size()));
         }
@@ -126,7 +126,7 @@ class Controls final {
 };
 
 /// The pixels that the texts of a window are drawn in: those that change when the texts are taken
-/// away. It does not matter who draws them, in which colour, and upon what.
+/// away. It does not matter what draws them, in which colour and on which background.
 class Ink final {
  public:
     explicit Ink(QWidget &window) : window_(window), picture_(pictureOf(window)) {
@@ -136,7 +136,7 @@ class Ink final {
         for (QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
             takeNote(*button, button->text());
         }
-        // Nothing is laid out before the texts are back.
+        // The texts are back before anything is laid out again.
         for (const Text &text : texts_) {
             write(*text.widget, QString());
         }
@@ -151,7 +151,7 @@ class Ink final {
         QString text;
     };
     const QList<Text> &texts() const { return texts_; }
-    /// The window without its texts, but with all that they make it draw elsewhere.
+    /// The window without its texts, but with everything else that depends on them.
     QImage stage() const {
         QImage stage = picture_;
         QPainter painter(&stage);
@@ -162,7 +162,7 @@ class Ink final {
         return stage;
     }
 
-    /// The middle of a text's ink; nowhere where there is none.
+    /// The middle of a text's ink; (-1, -1) if there is none.
     QPointF middleOf(const QWidget &widget) const {
         QPointF sum;
         double ink = 0;
@@ -181,7 +181,7 @@ class Ink final {
         return ink > 0 ? sum / ink : QPointF(-1, -1);
     }
 
-    /// The left end and the top of a text's first letter, which is so wide.
+    /// The left end and the top of a text's first letter, which is `letterWidth` wide.
     QPoint startOf(const QWidget &widget, int letterWidth) const {
         const QRect place = placeOf(widget);
         const QPoint down(0, 1);
@@ -224,7 +224,7 @@ class Ink final {
                std::abs(qBlue(one) - qBlue(other));
     }
 
-    /// Going by steps from line to line, the beginning of the first line with ink in it.
+    /// The beginning of the first line with ink in it; `step` leads from one line to the next.
     QPoint firstInk(QPoint from, QPoint step, int steps, QPoint along, int length) const {
         for (int line = 0; line < steps; ++line, from += step) {
             for (int i = 0; i < length; ++i) {
@@ -268,7 +268,7 @@ inline QString differenceOf(const QWidget &window, const QImage &picture, const 
 /// Where the texts have their ink.
 class Writing final {
  public:
-    /// The same text in the same control, wherever the window has it.
+    /// Looks at each text; the same text in the same control must not move.
     QString look(const Ink &ink, const QString &moment) {
         for (const Ink::Text &text : ink.texts()) {
             middles_.see(QStringLiteral("\"%1\" in %2").arg(text.text, pathOf(*text.widget)),
@@ -277,7 +277,7 @@ class Writing final {
         return middles_.moved(moment);
     }
 
-    /// Another text that begins with the same letter.
+    /// Looks at the start of a text; other texts with the same first letter must start there too.
     QString lookAtStart(const Ink &ink, const QLabel &label, const QString &moment) {
         const QString text = label.text();
         const int width = label.fontMetrics().horizontalAdvance(text.first(1));

@@ -18,7 +18,7 @@ inline QRect placeOn(const QWidget &surface, const QWidget &widget) {
     return {place.topLeft() * optics::ratio, place.size() * optics::ratio};
 }
 
-/// Nothing of the text that the control ought to show is missing.
+/// Adds a flaw for each control that does not show its whole text.
 template <class Control>
 void findMissing(QStringList &flaws, const QWidget &surface, const QList<optics::Text> &drawn,
                  QString (*textOf)(const Control &)) {
@@ -37,7 +37,7 @@ void findMissing(QStringList &flaws, const QWidget &surface, const QList<optics:
     }
 }
 
-/// What keeps somebody from reading what stands on the surface.
+/// What makes texts on the surface hard to read.
 inline QStringList flawsOn(QWidget &surface) {
     const QList<optics::Text> drawn = optics::texts(surface);
     QStringList flaws;
@@ -45,7 +45,7 @@ inline QStringList flawsOn(QWidget &surface) {
         if (!text->whole) {
             flaws << QStringLiteral("\"%1\" is cut off").arg(text->text);
         }
-        // Whole pixels around a text may reach into the next line.
+        // Rounded up to whole pixels, a text's place may reach into the next line.
         const QRect place = text->place.adjusted(2, 2, -2, -2);
         for (auto other = std::next(text); other != drawn.end(); ++other) {
             if (place.intersects(other->place)) {
@@ -60,7 +60,7 @@ inline QStringList flawsOn(QWidget &surface) {
     return flaws;
 }
 
-/// What keeps somebody from reading the window's texts; empty where nothing does.
+/// What makes the window's texts hard to read; empty if nothing does.
 inline QString flaws(QWidget &window) {
     QStringList flaws;
     const auto areas = window.findChildren<QScrollArea *>();

@@ -35,7 +35,7 @@ constexpr Kind levelSegment{"level segment", 3};
 constexpr Kind mark{"mark", 3};
 constexpr Kind focusRing{"focus ring", 3};
 
-/// The least contrast of each kind, and what has too little.
+/// The lowest contrast of each kind, and what has too little.
 class Findings final {
  public:
     void add(const Kind &kind, const QString &place, std::optional<double> contrast) {
@@ -56,7 +56,7 @@ class Findings final {
         }
     }
 
-    /// What is added from now on is drawn with that palette.
+    /// The palette of what is added from now on.
     void setPalette(const QString &palette) { palette_ = palette; }
 
     QString takeFlaws() { return std::exchange(flaws_, {}).join(u'\n'); }
@@ -101,7 +101,7 @@ QRect placeIn(const QWidget &window, const QWidget &widget) {
     return {widget.mapTo(&window, QPoint()), widget.size()};
 }
 
-/// With a little of what is beside the control.
+/// The control's place with a small margin.
 QRect roomIn(const QWidget &window, const QWidget &widget) {
     constexpr int margin = 2;
     return placeIn(window, widget).adjusted(-margin, -margin, margin, margin) & window.rect();
@@ -129,7 +129,7 @@ const Kind &kindOf(const optics::Text &drawn, const QWidget &widget) {
     return large ? largeText : text;
 }
 
-/// Takes the focus from whatever control of the window has it.
+/// Takes the focus from the control that has it.
 void leaveFocus(const QWidget &window) {
     if (QWidget *focused = window.focusWidget()) {
         focused->clearFocus();
@@ -138,8 +138,8 @@ void leaveFocus(const QWidget &window) {
 
 }  // namespace
 
-/// Everything can be told from what it is drawn upon, in light and in dark colours that come while
-/// the windows are open.
+/// Everything has enough contrast to its background, in light and in dark colours, also if the
+/// colours change while the windows are open.
 class tst_contrast final : public QObject {
     Q_OBJECT
 
@@ -211,14 +211,14 @@ void tst_contrast::pictureIsWhatTheWindowDraws() {
                     optics::contrast(drawn.pixel(x, y), measured.pixel(x, y)) > 1.1 ? 1 : 0;
             }
         }
-        // How antialiased lines are rounded may differ.
+        // Antialiased lines may be rounded differently.
         const int few = drawn.width() * drawn.height() / 500;
         QVERIFY2(different < few, qPrintable(u"%1 pixels differ"_s.arg(different)));
     });
 }
 
 void tst_contrast::measureKnowsContrastsOfKnownColours() {
-    // 4.54 to 1 on white.
+    // Its contrast on white is 4.54 to 1.
     const QColor grey(0x76, 0x76, 0x76);
     const auto isGrey = [](std::optional<double> contrast) {
         return contrast && qAbs(*contrast - 4.54) < 0.05;
@@ -347,11 +347,11 @@ void tst_contrast::measureTexts(QWidget &window) {
 }
 
 void tst_contrast::measureControls(QWidget &window) {
-    // The focus must not stand in for a shape.
+    // The focus must not be taken for a control's shape.
     leaveFocus(window);
     for (QPushButton *button : shown<QPushButton>(window)) {
         const bool answer = button->objectName().startsWith(u"btnAnswer");
-        // A button that is a whole row is seen by its text, one that is disabled by its letter.
+        // A button that fills its row is recognised by its text, a disabled one by its letter.
         if (button->isEnabled() &&
             (answer || qobject_cast<platform::RowButton *>(button) == nullptr)) {
             measureShape(window, *button);
@@ -408,7 +408,7 @@ void tst_contrast::measureSlider(QWidget &window, QScrollBar &bar) {
     const int value = bar.value();
     const int maximum = bar.maximum();
     const QSignalBlocker blocker(bar);
-    // Of more to scroll the slider is small: at one end it leaves the other half free.
+    // With more to scroll the slider is short: at one end it leaves the other half free.
     bar.setMaximum(10 * bar.pageStep());
     QRect half = placeIn(window, bar);
     half.setHeight(half.height() / 2);
@@ -490,7 +490,7 @@ void tst_contrast::markAtAnAnswerIsSeen() {
 
 void tst_contrast::measureMarks(QWidget &window, int right) {
     states::answered(right)(window);
-    // The one that was chosen is the first.
+    // Answer 1 is the one that was chosen.
     for (const int answer : {1, right}) {
         const QWidget &button = desk::control(&window, u"btnAnswer%1"_s.arg(answer));
         auto *sign = button.parentWidget()->findChild<platform::StatusIcon *>();

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A text that means something else from right to left, and the same text held fast.
+/// A text that means something else from right to left, and the same text kept left to right.
 struct Texts {
     QString text;
     QString held;
@@ -34,7 +34,7 @@ QImage picture(QWidget &widget) {
 
 }  // namespace
 
-/// Code reads from left to right, also where the desktop's language does not.
+/// Code reads from left to right, even if the desktop's language does not.
 class tst_direction final : public QObject {
     Q_OBJECT
 
@@ -109,7 +109,7 @@ void tst_direction::answerInTheQuiz() {
         answer.setStringValue(texts.text);
         QCoreApplication::processEvents();
         expectSame(answer, texts);
-        // Letter before text.
+        // The letter comes before the text.
         const QWidget &letter = desk::control(&window, u"btnAnswer1"_s);
         QVERIFY(letter.mapTo(&window, QPoint()).x() < answer.mapTo(&window, QPoint()).x());
     });
@@ -152,7 +152,7 @@ int main(int argc, char **argv) {
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     installResources();
     fillControllerTable();
-    // As the desktop's own language has it.
+    // As on a desktop whose language is written from right to left.
     std::array<char, 9> reverse{"-reverse"};
     std::array<char *, 3> arguments{argv[0], reverse.data(), nullptr};
     int count = 2;

@@ -24,7 +24,7 @@ platform::Window &wayBack() {
     qFatal("The main layout is not loaded");
 }
 
-/// Opens everything there is, an alert at last.
+/// Opens every window at once, and finally an alert.
 void everyWindowAtOnce(const LookAtAll &look) {
     store::Contents contents = store::seeded();
     contents[u"currentTest"_s] = u"2"_s;
@@ -64,7 +64,7 @@ void everyWindowAtOnce(const LookAtAll &look) {
     desk::clear();
 }
 
-/// Until windows have heard, have been dressed and have got their size.
+/// Waits until the windows know of a change, have been polished and have got their size.
 void settle() {
     for (int round = 0; round < 5; ++round) {
         QCoreApplication::processEvents();
@@ -73,8 +73,8 @@ void settle() {
 
 }  // namespace
 
-/// Windows that are open when the desktop's colours or its font change look
-/// as if they had been opened after that: none keeps a colour, a size or a picture from before.
+/// Windows that are open when the desktop's colours or its font change look as if they had been
+/// opened afterwards: none keeps a colour, a size or a picture from before.
 class tst_livepalette final : public QObject {
     Q_OBJECT
 
@@ -186,7 +186,7 @@ void tst_livepalette::openWindowsFollowThePalette() {
 void tst_livepalette::addStatesWithoutPointer() {
     QTest::addColumn<QString>("state");
     for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
-        // What is below the pointer, or where it was scrolled to, depends on sizes.
+        // What is under the pointer or scrolled into view depends on sizes.
         static const QRegularExpression fixed(u"hovered|pressed|scrolled|menu$|tip"_s);
         if (!state->contains(fixed)) {
             QTest::addRow("%s", qUtf8Printable(*state)) << *state;

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// On a system without any font nothing can be read, but nothing is said about sizes either.
+/// On a system without any font nothing can be read, but no warning is written either.
 class tst_nofonts final : public QObject {
     Q_OBJECT
 
@@ -22,14 +22,14 @@ class tst_nofonts final : public QObject {
 };
 
 void tst_nofonts::thereAreNoFonts() {
-    // What follows means nothing elsewhere.
+    // With any font the other tests would prove nothing.
     QVERIFY(QFontInfo(QApplication::font()).pointSizeF() <= 0);
 }
 
 void tst_nofonts::everyWindowOpensWithoutAWarning_data() {
     platform::Application::shared().loadMainLayout(delegate_);
     states_ = states::all();
-    // Qt itself asks for such sizes where it draws the items of a menu.
+    // Qt itself asks for sizes that do not exist when it draws the items of a menu.
     states_.remove(u"open menu"_s);
     // Without a font a control may have no size to point at.
     states_.removeIf([](const auto &state) {

@@ -18,12 +18,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Half a line.
+/// Half the height of a line.
 double unitOf(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
 }
 
-/// Whether a length is that many units, but for rounding.
+/// Whether a length is that many units, apart from rounding.
 bool measures(double pixels, double units, const QWidget &widget) {
     return qAbs(pixels - units * unitOf(widget)) <= 0.51;
 }
@@ -297,7 +297,7 @@ void tst_polish::widestIsInCharacters() {
     QWidget another(&window);
     column.setProperty("widest", 100);
     platform::look::polish(window);
-    // Of what is as high as the font is large.
+    // The font's size in pixels.
     const double em = column.font().pointSizeF() * column.logicalDpiY() / 72;
     QCOMPARE(column.maximumWidth(), qRound(55.5 * em));
     QCOMPARE(another.maximumWidth(), QWIDGETSIZE_MAX);

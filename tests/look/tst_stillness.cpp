@@ -40,7 +40,7 @@ const std::array operations{
 
 }  // namespace
 
-/// Nothing jumps: whatever a window tells, its controls and its texts stay where they are.
+/// Nothing jumps: whatever a window shows, its controls and its texts stay where they are.
 class tst_stillness final : public QObject {
     Q_OBJECT
 
@@ -140,7 +140,7 @@ void tst_stillness::ask(MainTest &quiz, int number, int position) {
     quizRun().questionIndex = position;
     quizRun().correctCount = position * 2 / 3;
     quiz.goNextQuestion();
-    // For those that the program has and never asks.
+    // Called directly for the questions that the program has but never asks.
     (quiz.*operations.at(static_cast<std::size_t>(number - 1)))();
     QCoreApplication::processEvents();
 }
@@ -166,7 +166,7 @@ void tst_stillness::questionsAndVerdictsMoveNoControl() {
     for (const bool timed : {false, true}) {
         const auto quiz = openQuiz(timed);
         Window &window = *quiz->window();
-        // To be drawn makes no difference here, and takes its time.
+        // Drawing makes no difference here and takes time.
         window.setUpdatesEnabled(false);
         stillness::Controls controls;
         VERIFY_STILL(controls.look(window, u"as it opens"_s));
@@ -198,7 +198,7 @@ void tst_stillness::theClockMovesNothing() {
     stillness::Controls controls;
     stillness::Writing writing;
     VERIFY_STILL(controls.look(window, u"Before the first tick"_s));
-    // From some minutes to none.
+    // Down from several minutes, and down to none.
     for (const int minutes : {7, 1}) {
         quizRun().minutesLeft = minutes;
         quizRun().secondsLeft = 12;
@@ -245,7 +245,7 @@ void tst_stillness::questionsDifferInNothingButTheirTexts() {
                 VERIFY_STILL(writing.lookAtStart(ink, label, asked));
             }
         }
-        // Where there are two answers, the third may look like none.
+        // If there are only two answers, the third row may look different.
         const QString answers =
             u"%1 %2"_s.arg(int(desk::control(&window, u"btnAnswer3"_s).isEnabled()))
                 .arg(int(desk::text(&window, u"lblAnswer3"_s).isEmpty()));
@@ -262,7 +262,7 @@ void tst_stillness::questionsDifferInNothingButTheirTexts() {
     }
 }
 
-/// Answers of one line and of two stand in the middle of their rows.
+/// Answers are centred in their rows: one of two lines starts higher than one of a single line.
 bool tst_stillness::startsWhereOthersDo(const QLabel &label) {
     return label.objectName() == u"lblQuestion" ||
            label.fontMetrics().horizontalAdvance(label.text()) < label.contentsRect().width();
@@ -304,7 +304,7 @@ void tst_stillness::theChoiceOfTheTimingMovesNothing() {
         QCoreApplication::processEvents();
         QVERIFY(desk::control<QAbstractButton>(&window, radio).isChecked());
         VERIFY_STILL(controls.look(window, radio));
-        // The ring around a text would be gone with the text.
+        // The focus ring around a text would vanish with the text.
         window.focusWidget()->clearFocus();
         VERIFY_STILL(writing.look(stillness::Ink(window), radio));
     }
@@ -374,7 +374,7 @@ void tst_stillness::pointerAndFocusMoveNothing() {
         stillness::Controls controls;
         VERIFY_STILL(controls.look(window, u"as it opens"_s));
         for (QWidget *control : window.findChildren<QWidget *>()) {
-            // Menus open when they are pressed.
+            // Menus are left out: they open when they are pressed.
             if (control->isVisible() && control->window() == &window &&
                 control->parentWidget() != &window) {
                 pointAt(window, *control, controls);
@@ -399,7 +399,7 @@ void tst_stillness::pointAt(Window &window, QWidget &control, stillness::Control
         QTest::mousePress(handle, Qt::LeftButton, {}, middle);
         QCoreApplication::processEvents();
         VERIFY_STILL(controls.look(window, u"With a button held down on "_s + path));
-        // Let go of elsewhere, it does nothing.
+        // Released elsewhere, it does nothing.
         QTest::mouseMove(handle, corner);
         QTest::mouseRelease(handle, Qt::LeftButton, {}, corner);
     }

@@ -40,13 +40,13 @@ struct ShownButton {
         }
     }
 
-    /// Above the text.
+    /// The colour above the text.
     QColor background() {
         return button.grab().toImage().pixelColor(button.width() / 2, button.height() / 6);
     }
 };
 
-/// A scroll bar of a page that is five times as long as what is seen of it.
+/// A scroll bar for a page that is five times as long as its visible part.
 struct ShownBar {
     QScrollBar bar;
 
@@ -168,7 +168,7 @@ void tst_style::focusIsDrawnInTheAccentColour() {
     QVERIFY(focused->hasFocus());
 
     const QColor accent = platform::look::accent(palette);
-    // Above and below the text at least.
+    // At least the lines above and below the text.
     const int enough = 2 * focused->fontMetrics().horizontalAdvance(focused->text());
     QVERIFY(drawing::pixels(*focused, accent) >= enough);
     QCOMPARE(drawing::pixels(*other, accent), 0);
@@ -223,7 +223,7 @@ void tst_style::onlyTheOptionThatIsOnIsFilled() {
     const int line = option.fontMetrics().height();
     QVERIFY2(drawing::pixels(option, accent) > line * line / 4,
              "the option that is on is not filled");
-    // The dot within.
+    // The dot inside.
     QVERIFY(drawing::pixels(option, platform::look::onAccent(option.palette())) > 0);
     option.setChecked(false);
     option.setAutoExclusive(false);
@@ -285,7 +285,7 @@ void tst_style::focusStandsOffTheDefaultButton() {
     const QImage picture = shown.button.grab().toImage();
     const QColor accent = platform::look::accent(palette);
     const auto lengths = [&](const QPoint &from, const QPoint &inwards) {
-        // Ring, gap, and what is filled, as far as the text.
+        // The widths of the ring and the gap, and the beginning of the fill.
         QList<int> found{0, 0, 0};
         int part = 0;
         for (QPoint at = from; part < 3 && found[2] < 3 && picture.rect().contains(at);
@@ -374,7 +374,7 @@ void tst_style::chosenMenuIsSetOff() {
     const QImage usual = bar.grab().toImage();
     const auto isSetOff = [&](QAction *item) {
         const QPoint spot = bar.actionGeometry(item).center();
-        // Above its text.
+        // A spot above its text.
         const QPoint background(spot.x(), bar.actionGeometry(item).top() + 2);
         return bar.grab().toImage().pixel(background) != usual.pixel(background);
     };
@@ -399,7 +399,7 @@ void tst_style::menuBarWithoutRoomShowsThatThereIsMore() {
     const auto buttons = bar.findChildren<QToolButton *>();
     const auto rest = std::ranges::find_if(buttons, &QToolButton::isVisible);
     QVERIFY(rest != buttons.end());
-    // The darkest or lightest that is drawn, beside the background that it is drawn on.
+    // How far the darkest or lightest pixel is from the background.
     const QImage picture = (*rest)->grab().toImage();
     const float background = picture.pixelColor(0, picture.height() / 2).lightnessF();
     float farthest = 0;
@@ -440,7 +440,7 @@ void tst_style::scrollBarIsAllGroove() {
         const QRect before = shown.part(QStyle::SC_ScrollBarSubPage);
         const QRect slider = shown.part(QStyle::SC_ScrollBarSlider);
         const QRect after = shown.part(QStyle::SC_ScrollBarAddPage);
-        // One behind the other, from end to end, each as broad as the bar.
+        // They follow one another from end to end, each as wide as the bar.
         QCOMPARE(shown.length(before), shown.start(slider));
         QCOMPARE(shown.start(slider) + shown.length(slider), shown.start(after));
         QCOMPARE(shown.start(after) + shown.length(after), shown.length(shown.bar.rect()));
@@ -473,7 +473,7 @@ void tst_style::sliderIsAsLongAsItsShare_data() {
 void tst_style::sliderIsAsLongAsItsShare() {
     QFETCH(const Qt::Orientation, orientation);
     ShownBar shown(orientation);
-    // 100 of 500 are seen.
+    // 100 of 500 are visible.
     QCOMPARE(shown.length(shown.part(QStyle::SC_ScrollBarSlider)), 100);
     shown.bar.setRange(0, 100);
     QCOMPARE(shown.length(shown.part(QStyle::SC_ScrollBarSlider)), 250);

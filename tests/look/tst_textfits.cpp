@@ -22,7 +22,7 @@
 using namespace Qt::StringLiterals;
 using platform::Window;
 
-/// No text is cut off, lies on another or leaves its window, at normal and at double size, in a
+/// No text is cut off, overlaps another or leaves its window, at normal and at double size, in a
 /// window that is as small as it can be.
 class tst_textfits final : public QObject {
     Q_OBJECT
@@ -87,7 +87,7 @@ void tst_textfits::applySize() {
     QApplication::setFont(font);
     QFETCH_GLOBAL(QString, styleSheet);
     qApp->setStyleSheet(styleSheet);
-    // A window manager's frame takes its share.
+    // The window manager's frame needs some of the screen.
     screen_ = screen - QSize(16, 48);
 }
 
@@ -153,7 +153,7 @@ void tst_textfits::everyQuestion() {
     askEverything(*quiz);
 
     for (const auto &[right, verdict] : {std::pair{1, u"correct"_s}, std::pair{2, u"wrong"_s}}) {
-        // As the first of many.
+        // As the first of many questions: the answer to the last would end the attempt.
         quizRun().questionIndex = 0;
         desk::control(quiz->window(), u"btnAnswer1"_s).setEnabled(true);
         quizRun().correctAnswerNumber = right;

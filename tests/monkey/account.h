@@ -7,7 +7,7 @@
 /// How often a walk reached each thing.
 class Account final {
  public:
-    /// Says that a long walk has to reach it.
+    /// Makes it something that a long walk has to reach.
     void expect(const QString &thing) { counts_[thing]; }
     void count(const QString &thing, int times = 1) { counts_[thing] += times; }
 

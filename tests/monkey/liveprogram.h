@@ -30,14 +30,14 @@
 #include "windowing/application.h"
 #include "windowing/windowcontroller.h"
 
-/// The toolkit calls whoever stands in this table as objects come and go.
-// NOLINTNEXTLINE(*-avoid-c-arrays, *-avoid-non-const-global-variables): it is the toolkit's
+/// Qt calls the functions in this table when an object is created or destroyed.
+// NOLINTNEXTLINE(*-avoid-c-arrays, *-avoid-non-const-global-variables): it is Qt's
 extern quintptr Q_CORE_EXPORT qtHookData[];
 
-/// Every object of the toolkit that lives.
+/// All QObjects that exist.
 class LiveObjects final {
  public:
-    /// To be called before the first object is made.
+    /// Has to be called before the first object is created.
     static void watch() {
         constexpr int addHook = 3;
         constexpr int removeHook = 4;
@@ -57,14 +57,14 @@ class LiveObjects final {
         return found;
     }
 
-    /// How many there are of each class.
+    /// How many objects of each class there are.
     static QMap<QByteArray, int> byClass() {
         QMap<QByteArray, int> counts;
         const std::lock_guard guard(mutex());
         for (const QObject *object : objects()) {
             ++counts[object->metaObject()->className()];
         }
-        // They go by themselves, some of them a moment later.
+        // These delete themselves, some of them a moment later.
         counts.remove("QSingleShotTimer");
         return counts;
     }
@@ -79,7 +79,7 @@ class LiveObjects final {
         objects().erase(object);
     }
 
-    // Neither is ever freed: objects go until the very end of the process.
+    // Neither is ever freed: objects are destroyed until the very end of the process.
     // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the hooks have no object
     static std::unordered_set<QObject *> &objects() {
         static auto &objects = *new std::unordered_set<QObject *>;
@@ -92,8 +92,8 @@ class LiveObjects final {
     // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 };
 
-/// What the process writes through the C library's `stderr`, held back from the terminal. What a
-/// sanitizer writes goes there all the same.
+/// Keeps what the process writes to the C library's `stderr` from the terminal. A sanitizer's
+/// report still gets there.
 class WrittenErrors final {
  public:
     WrittenErrors() : terminal_(stderr) { open(); }
@@ -130,8 +130,8 @@ class WrittenErrors final {
     std::size_t size_ = 0;
 };
 
-/// The program as its main function makes it, before its first window. One after the other may
-/// live in a process.
+/// The program as its main function sets it up, before its first window. A process can run
+/// several, one after another.
 class LiveProgram final {
  public:
     explicit LiveProgram(content::RandomSource random) {
@@ -140,7 +140,7 @@ class LiveProgram final {
     }
     ~LiveProgram() {
         delegate_.reset();
-        // With the process it would end here.
+        // Outside the tests the attempt ends with the process.
         quizRun() = QuizRun();
     }
     LiveProgram(const LiveProgram &) = delete;
@@ -148,8 +148,8 @@ class LiveProgram final {
 
     AppDelegate &delegate() { return *delegate_; }
 
-    /// The controllers that somebody has a use for: those on screen and those that a property of
-    /// theirs holds.
+    /// The controllers in use: those on screen, and those that a property of the delegate or of
+    /// another one in use holds.
     QSet<platform::WindowController *> used(const QList<platform::WindowController *> &live) const {
         QSet<platform::WindowController *> used;
         add(used, delegate_->theMainMenu.get());
@@ -189,8 +189,7 @@ class LiveProgram final {
 
 namespace liveprogram {
 
-/// Offscreen, unless it is asked to be seen. The small screen is one
-/// that no window fits on.
+/// Offscreen, unless the environment chooses a platform. No window fits on the small screen.
 inline void chooseScreen(bool small) {
     static const bool asked = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     if (!asked) {
@@ -199,7 +198,7 @@ inline void chooseScreen(bool small) {
     }
 }
 
-/// What the main function does before there is an application, on a store of its own.
+/// Does what the main function does before it creates the application, with a store of its own.
 inline void prepare(const QTemporaryDir &home) {
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     platform::provideRuntimeFolder();
@@ -208,7 +207,7 @@ inline void prepare(const QTemporaryDir &home) {
     LiveObjects::watch();
 }
 
-/// A command line, before there is an application.
+/// The command line, for use before there is an application.
 inline QStringList arguments(int argc, char **argv) {
     QStringList arguments;
     for (int i = 0; i < argc; ++i) {
@@ -217,7 +216,7 @@ inline QStringList arguments(int argc, char **argv) {
     return arguments;
 }
 
-/// Frees what nobody holds any more, and what that held.
+/// Frees what is no longer held, and what that held in turn.
 inline void settle() {
     for (int depth = 0; depth < 4; ++depth) {
         QCoreApplication::processEvents();

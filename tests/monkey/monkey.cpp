@@ -7,7 +7,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Nothing but what the offscreen screen always says may come from the toolkit.
+/// Writes Qt's messages to standard error, where the walk finds them; only the one that the
+/// offscreen platform always writes is left out.
 void qtSays(QtMsgType type, const QMessageLogContext &, const QString &message) {
     if (type == QtFatalMsg) {
         std::fprintf(stdout, "%s\n", qUtf8Printable(message));
@@ -42,7 +43,7 @@ int main(int argc, char **argv) {
 
     Walk walk(seed, steps, parser.isSet(verboseOption));
     walk.run();
-    // A walk of that length comes by everything.
+    // A walk of this length reaches everything.
     constexpr int longWalk = 20000;
     const QStringList missing = steps < longWalk ? QStringList() : walk.account().missing();
     std::printf("%s", qUtf8Printable(walk.summary()));

@@ -38,9 +38,9 @@ constexpr std::array<Attempt, content::quizzes.size()> attempts{{
 }};
 
 struct Memory {
-    /// With its share of what other processes use too, such as the toolkit's own code.
+    /// Includes its share of what other processes use too, such as Qt's code.
     double proportionalKiB = 0;
-    /// Of this process alone.
+    /// What only this process uses.
     double privateKiB = 0;
     double allocatedKiB = double(mallinfo2().uordblks) / 1024;
 };
@@ -61,14 +61,14 @@ Memory memory() {
     return memory;
 }
 
-/// A learner who takes one quiz after the other.
+/// A learner who takes one quiz after another.
 class Soak final {
  public:
     explicit Soak(LiveProgram &program) : program_(program) {
         program_.delegate().applicationDidFinishLaunching();
     }
 
-    /// Takes the next quiz. Its results and the menus stay open where that is asked for.
+    /// Takes the next quiz. If `keepOpen` is set, its results and the menus stay open.
     void takeQuiz(bool keepOpen);
     static int openWindows();
 
@@ -89,7 +89,7 @@ int Soak::openWindows() {
     return open;
 }
 
-/// The one that was opened last.
+/// The window of that layout that was opened last.
 Window *Soak::newest(const QString &layout) {
     Window *newest = nullptr;
     for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
@@ -105,7 +105,7 @@ Window *Soak::newest(const QString &layout) {
     return newest;
 }
 
-/// What a learner looks at between two quizzes.
+/// Opens what a learner looks at between two quizzes.
 void Soak::look(const Attempt &attempt) {
     const Window *menu = newest(u"MainMenu"_s);
     learner::press(menu, u"showPreferences"_s);
@@ -169,11 +169,11 @@ void Soak::takeQuiz(bool keepOpen) {
         menu->close();
     }
     liveprogram::settle();
-    // Of these the test keeps a list.
+    // The list of writes is the test's own and must not count as the program's memory.
     store::forgetWrites();
 }
 
-/// The classes of which there are not as many as there were.
+/// The classes whose number of objects has changed.
 QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArray, int> &now) {
     QStringList differences;
     QMap<QByteArray, int> both = before;
@@ -215,9 +215,9 @@ int measureOpenWindows(Soak &soak, int keepOpen) {
 
 int takeQuizzes(Soak &soak, int count) {
     constexpr int round = int(attempts.size());
-    // At the end of a round, when the same windows are open.
+    // Each at the end of a round, when always the same windows are open.
     static const QList<int> shown{7, 14, 49, 98, 196, 497, 994, 1498};
-    // By the attempt's place in the round, as they were in the round after the first.
+    // Indexed by the attempt's place in the round, counted in the second round.
     QList<QMap<QByteArray, int>> wanted;
     std::printf("attempts  proportional KiB  private KiB  allocated KiB  objects\n");
     for (int attempt = 1; attempt <= count; ++attempt) {

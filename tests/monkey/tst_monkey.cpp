@@ -3,7 +3,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Walks that the program has to stand, each with steps of its own.
+/// Walks that the program has to survive, each with different steps.
 class tst_monkey final : public QObject {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ class tst_monkey final : public QObject {
 
 tst_monkey::Outcome tst_monkey::walk(int seed, int steps) {
     QProcess monkey;
-    // It chooses screens by itself.
+    // The monkey chooses its screens itself.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(u"QT_QPA_PLATFORM"_s);
     monkey.setProcessEnvironment(environment);

@@ -41,7 +41,7 @@ const std::array knownAlerts{
     KnownAlert{u"All progress on quizzes has been reset", u"cleared", {u"OK"_s}},
 };
 
-/// Each with the way of answering that it stands for.
+/// The ways to answer an alert.
 const std::array answers{u"mouse"_s, u"Return"_s, u"Escape"_s, u"close"_s, u"Tab, Space"_s};
 
 const std::array shortcuts{
@@ -59,7 +59,7 @@ const std::array plainKeys{
     Qt::Key_Right,   Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home,  Qt::Key_End,
 };
 
-/// Whether it is what drives a clock: nothing else of the program repeats each second.
+/// Whether it drives a clock: nothing else in the program repeats every second.
 bool ticks(const QObject *object) {
     const auto *timer = qobject_cast<const QTimer *>(object);
     return timer != nullptr && !timer->isSingleShot() && timer->interval() == 1000;
@@ -274,7 +274,7 @@ bool Walk::eventFilter(QObject *watched, QEvent *event) {
             }
             break;
         case QEvent::Timer:
-            // Time passes by steps only: the clock of the wall is not the same twice.
+            // Time passes only by steps: with real time, no walk could be repeated.
             return ticks(watched);
         default:
             break;
@@ -490,7 +490,8 @@ void Walk::useOpenMenu(QWidget &menu) {
 }
 
 void Walk::leaveBlockingMenu(QMenu &menu) {
-    // The rest of a menu bar that is too narrow opens in a loop of its own, below the step's.
+    // If a menu bar is too narrow, its remaining menus open in an event loop of their own, which
+    // keeps the step from ending.
     if (QThread::currentThread()->loopLevel() < 2 || !menu.isVisible()) {
         return;
     }
@@ -590,7 +591,7 @@ void Walk::answerAlert(QMessageBox &box) {
         say(u"closes the alert "_s + name);
         box.close();
     } else {
-        // Tab goes round the buttons.
+        // Tab moves from the default button, the first, to the last.
         expected = buttons.last();
         type(Qt::Key_Tab);
         type(Qt::Key_Space);
@@ -637,7 +638,7 @@ void Walk::tryInVain(const QMessageBox &box) {
     want(after == before, u"behind an alert the state became\n%1"_s.arg(after), before);
 }
 
-// The hands.
+// Mouse, keyboard and windows.
 
 QList<QWidget *> Walk::windows() const {
     QList<QWidget *> windows;
@@ -676,7 +677,7 @@ void Walk::click(QWidget &window, const QPoint &at, bool twice) {
 void Walk::clickControl(QWidget &control) {
     const QRect place = control.visibleRegion().boundingRect();
     if (place.isEmpty()) {
-        // It is scrolled out of sight.
+        // Scrolled out of sight.
         return;
     }
     const QPoint at = oneIn(2)
@@ -710,7 +711,7 @@ void Walk::type(QKeyCombination key, bool held) {
 }
 
 void Walk::press(QKeyCombination key, const QString &text, bool repetition) {
-    // What is held goes on in whatever window has come to the front.
+    // A held key goes on to the window that has come to the front.
     if (QWindow *window = QGuiApplication::focusWindow()) {
         QTest::simulateEvent(window, true, key.key(), key.keyboardModifiers(), text, repetition);
     }
@@ -724,7 +725,8 @@ void Walk::activateLikeAWindowManager() {
     if ((active == nullptr || !active->isVisible()) && !open.isEmpty()) {
         active = used_.isEmpty() ? open.last() : used_.last().data();
         if (active->windowHandle() == QGuiApplication::focusWindow()) {
-            // It was given the keys while a menu closed, and the toolkit took no notice.
+            // The window got the keyboard while a menu was closing, and Qt missed that: the
+            // keyboard has to go elsewhere first.
             QWindow elsewhere;
             elsewhere.show();
             QCoreApplication::processEvents();
@@ -735,7 +737,7 @@ void Walk::activateLikeAWindowManager() {
     used_ << active;
 }
 
-// What always holds.
+// The checks after each step.
 
 QString Walk::state() const {
     QStringList state;

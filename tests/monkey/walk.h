@@ -14,10 +14,9 @@ class QAbstractButton;
 class QMenu;
 class QMessageBox;
 
-/// A learner who does anything at all, at random, for as many steps as are asked for, in one
-/// session of the program after the other. After each step all that always holds is looked after;
-/// where it does not, the process ends with what was found, what was wanted and how to see it
-/// again.
+/// A learner who takes the given number of steps at random, in one session of the program after
+/// another. After each step the walk checks everything that must always hold; if something does
+/// not, the process ends with what was found, what was wanted and how to repeat the walk.
 class Walk final : public QObject {
     Q_OBJECT
 
@@ -26,7 +25,7 @@ class Walk final : public QObject {
 
     void run();
     QString summary() const;
-    /// Stands for all the steps and for what was seen after each.
+    /// A hash of all steps and of what was seen after each.
     QString digest() const;
     const Account &account() const { return account_; }
 
@@ -62,7 +61,7 @@ class Walk final : public QObject {
     void answerAlert(QMessageBox &box);
     void tryInVain(const QMessageBox &box);
 
-    // The hands.
+    // Mouse, keyboard and windows.
     QList<QWidget *> windows() const;
     QWidget &anyWindow();
     QWidget &activated(QWidget &window);
@@ -78,7 +77,7 @@ class Walk final : public QObject {
         return *std::next(list.begin(), below(int(list.size())));
     }
 
-    // What always holds.
+    // The checks after each step.
     QString state() const;
     void check();
     void checkStore();
@@ -103,7 +102,7 @@ class Walk final : public QObject {
     int step_ = 0;
     QStringList lastSteps_;
     Intent intent_ = Intent::Wander;
-    /// The windows by the time of their last use, the latest last.
+    /// The windows in the order of their last use, the latest last.
     QList<QPointer<QWidget>> used_;
 
     // What happened in this step.

@@ -9,22 +9,22 @@
 #include <QPoint>
 #include <QSet>
 
-/// How far two pictures of the same thing may differ, where letters are rasterized otherwise.
+/// How much two pictures of the same thing may differ if letters are rasterized differently.
 struct Tolerance {
-    /// How many pixels a thing may have moved.
+    /// How many pixels things may have moved.
     int slack;
     /// How many cells may differ in one spot.
     int spot;
-    /// How many may differ in all, of a thousand.
+    /// How many cells in a thousand may differ in all.
     int perMille;
 };
 
-/// For screens of normal density letters are fitted to the pixels, which can move the end of a line
-/// by some. Those of double density are drawn as they are, so that small things can be told.
+/// At normal density letters are fitted to the pixels, which can move the end of a line by a few.
+/// At double density they are not, so that smaller differences can be found.
 inline constexpr Tolerance normalDensity{2, 20, 25};
 inline constexpr Tolerance doubleDensity{1, 2, 4};
 
-/// What differs between a picture that is kept and one that was taken, cell by cell.
+/// The differences between a picture that is kept and one that was taken, cell by cell.
 class Comparison final {
  public:
     /// Both in logical pixels.
@@ -66,7 +66,7 @@ class Comparison final {
         return place;
     }
 
-    /// The taken picture, paler, with its different cells marked.
+    /// The taken picture, paler, with the cells marked that differ.
     QImage marked() const {
         QImage marked = taken_;
         QPainter painter(&marked);
@@ -84,7 +84,7 @@ class Comparison final {
         return {cell * cellSide, QSize(cellSide, cellSide)};
     }
 
-    /// The mean colours of the cells, the first of which begins at `corner`.
+    /// The mean colour of each cell; the first cell begins at `corner`.
     QImage meansOf(const QImage &picture, QPoint corner) const {
         return picture.copy(QRect(corner, cells_ * cellSide))
             .scaled(cells_, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -54,10 +54,10 @@ class Album final {
     QString theme_;
 };
 
-/// Says beside the pictures which font they are drawn with: another version spaces letters
-/// otherwise.
+/// Notes beside the pictures which font they are drawn with: another version may space letters
+/// differently.
 void nameFont(const QFont &font, const QString &folder) {
-    // In 65536ths, after the version of the table itself.
+    // In 65536ths; it follows the version of the table itself.
     const QByteArray head = QRawFont::fromFont(font).fontTable("head");
     const double version = qFromBigEndian<qint32>(head.sliced(4).constData()) / 65536.0;
     QFile file(folder + u"/font.txt"_s);
@@ -175,8 +175,8 @@ void takeAll(Album &album) {
 
 }  // namespace
 
-/// Takes a picture of every window, light and dark, into the folder that the first argument names;
-/// with a second one, at so many percent of the text size.
+/// Takes a picture of every window, light and dark. The first argument is the folder to save them
+/// in; the second, if there is one, the text size in percent.
 int main(int argc, char **argv) {
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Every window looks as in the pictures that are kept of it.
+/// Every window looks like the pictures that are kept of it.
 class tst_pictures final : public QObject {
     Q_OBJECT
 
@@ -108,7 +108,7 @@ void tst_pictures::everyWindowLooksAsInItsPicture() {
     QFAIL(qPrintable(message));
 }
 
-/// In logical pixels.
+/// Scaled down to logical pixels.
 QImage tst_pictures::load(const QString &file, int density) {
     const QImage picture(file);
     return picture.convertToFormat(QImage::Format_RGB32)

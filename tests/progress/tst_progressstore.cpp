@@ -51,7 +51,7 @@ class tst_progressstore final : public QObject {
  private:
     static std::shared_ptr<MainMenu> openMainMenu();
     static std::shared_ptr<SettingsController> openSettings();
-    /// Starts quiz 5 from a main menu and gives its window.
+    /// Starts quiz 5 from a main menu and returns its window.
     static platform::Window *startStructure();
     static QList<store::Write> seedWrites();
 

@@ -15,14 +15,14 @@
 /// Quiz windows as a learner gets and uses them.
 namespace quizdesk {
 
-/// A seeded store, and a random source that leaves the questions in ascending order.
+/// Provides a seeded store, and a random source that leaves the questions in ascending order.
 inline void prepare() {
     store::fill(store::seeded());
     store::forgetWrites();
     quizRun().random = [] { return 0U; };
 }
 
-/// Opens a quiz window for the quiz of that id, which need not be one.
+/// Opens a quiz window for that id, which need not be a quiz's.
 inline std::shared_ptr<MainTest> open(const QString &quizId) {
     store::set(QStringLiteral("currentTest"), quizId);
     auto quiz = platform::makeController<MainTest>(QStringLiteral("MainTest"));
@@ -56,7 +56,7 @@ inline void answerWrong(const QWidget *window) {
     answer(window, golden::questionReading(questionShown(window)).right == 1 ? 2 : 1);
 }
 
-/// Answers `questions` questions, the first `right` of them right, and goes on after each but
+/// Answers `questions` questions, the first `right` of them correctly, and goes on after each but
 /// the last.
 inline void answerQuestions(const QWidget *window, int questions, int right) {
     for (int asked = 0; asked < questions; ++asked) {
@@ -101,7 +101,7 @@ inline QList<double> alphaValues(const QWidget *window) {
     return values;
 }
 
-/// How the rows of the three answers stand.
+/// The states of the three answers' rows.
 inline QList<platform::RowState> states(const QWidget *window) {
     QList<platform::RowState> states;
     for (const int answer : {1, 2, 3}) {
@@ -112,7 +112,7 @@ inline QList<platform::RowState> states(const QWidget *window) {
     return states;
 }
 
-/// What the layout itself puts on the label of that name.
+/// The text that the layout gives the label of that name.
 inline QString layoutText(const QString &name) {
     QMainWindow untouched;
     platform::layoutNamed(QStringLiteral("MainTest"))(untouched);

@@ -193,7 +193,7 @@ void tst_questiononscreen::eachLineOfAQuestionStandsOnALineOfItsOwn() {
     const auto quiz = quizdesk::open(u"1"_s);
     auto &label = desk::control<platform::TextLabel>(quiz->window(), u"lblQuestion"_s);
     label.setStringValue(golden::question(number).text);
-    // Only the breaks that the text brings along count.
+    // Only the line breaks in the text itself count.
     label.setWordWrap(false);
     const QFont code = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     QMap<int, bool> isCodeByLine;

@@ -25,7 +25,7 @@ QStringList sorted(QStringList list) {
     return list;
 }
 
-/// A source that picks the last place at every step of a list of `entries`.
+/// A random source that picks the last place at every step of shuffling `entries` entries.
 content::RandomSource alwaysLast(std::uint32_t entries) {
     return [left = entries]() mutable { return --left; };
 }
@@ -97,7 +97,7 @@ void tst_questionorder::mainTestShufflesAllAndAsksTheFirstThirty() {
     const auto quiz = quizdesk::open(u"7"_s);
     QCOMPARE(quizRun().questionOrder, QStringList(u"77"_s) + numbers(1, 76));
 
-    // The first entry is 77, for which 74 stands in.
+    // The first entry is 77, in whose place question 74 is asked.
     QCOMPARE(quizdesk::questionShown(quiz->window()), golden::question(74).text);
     for (int number = 1; number <= 29; ++number) {
         quizdesk::answerRight(quiz->window());
@@ -143,7 +143,7 @@ void tst_questionorder::aSecondRunIsShuffledAfresh() {
     for (const int again : {1, 2}) {
         quizRun().random = alwaysLast(19);
         const auto next = quizdesk::open(u"2"_s);
-        // Had the last order been shuffled on, it would turn once more each time.
+        // If the last order were shuffled again, it would rotate once more each time.
         QVERIFY2(quizRun().questionOrder == QStringList(u"33"_s) + numbers(15, 32),
                  qPrintable(QString::number(again)));
     }

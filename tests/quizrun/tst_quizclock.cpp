@@ -240,7 +240,7 @@ void tst_quizclock::timeIsUpOnceTheTimeIsNegative() {
 void tst_quizclock::failByTime(const MainTest &quiz) {
     quizRun().minutesLeft = 0;
     quizRun().secondsLeft = 0;
-    // What an attempt before has left there.
+    // Left over from an earlier attempt.
     store::set(u"currentStatus"_s, u"pass"_s);
     store::forgetWrites();
     passSeconds(2);

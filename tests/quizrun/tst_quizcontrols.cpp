@@ -12,18 +12,18 @@ namespace {
 
 constexpr bool repeated = true;
 
-/// Where the window gets its keys.
+/// The widget that gets the window's keys.
 QWidget *focused(QWidget *window) {
     return window->focusWidget() == nullptr ? window : window->focusWidget();
 }
 
-/// A key as a keyboard sends it while it is held down.
+/// Sends a key as a keyboard repeats it while it is held down.
 void hold(QWidget *window, Qt::Key key, const QString &text) {
     QTest::simulateEvent(focused(window), true, key, Qt::NoModifier, text, repeated);
     QTest::simulateEvent(focused(window), false, key, Qt::NoModifier, text, repeated);
 }
 
-/// Presses the mouse where a learner does, whatever lies there.
+/// Clicks at a point of the control, on whatever is on top there.
 void clickAt(const QWidget &control, const QPoint &point) {
     QTest::mouseClick(control.window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       control.mapTo(control.window(), point));
@@ -33,7 +33,7 @@ QString spoken(QWidget &control, QAccessible::Text text) {
     return QAccessible::queryAccessibleInterface(&control)->text(text);
 }
 
-/// What is read with the focus; where Qt can announce it, it would be heard twice.
+/// What is read with the focus: nothing if Qt can announce the verdict, or it would be heard twice.
 QString readWithTheFocus(const QString &verdict) {
     return QT_VERSION >= QT_VERSION_CHECK(6, 8, 0) ? QString() : verdict;
 }
@@ -76,7 +76,7 @@ class tst_quizcontrols final : public QObject {
 
  private:
     MainTest &openActive(const QString &quizId);
-    /// What is read out about each of the three answers after its name.
+    /// What a screen reader reads of each of the three answers after its name.
     static QStringList descriptions(const MainTest &quiz);
 
     std::unique_ptr<Alerts> alerts_;
@@ -133,7 +133,7 @@ void tst_quizcontrols::keysChooseAnAnswer() {
     QFETCH(Qt::KeyboardModifiers, modifiers);
     QFETCH(int, choice);
     MainTest &quiz = openActive(u"1"_s);
-    // Only the answer that the key stands for is right.
+    // Only the answer that the key should choose is right.
     quizRun().correctAnswerNumber = choice;
     QTest::keyClick(focused(quiz.window()), key, modifiers);
     QCOMPARE(desk::text(quiz.window(), u"lblStatus"_s), u"correct");

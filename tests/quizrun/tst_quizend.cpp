@@ -144,7 +144,7 @@ void tst_quizend::thePassMarkIsPassedByMoreOnly_data() {
     QTest::addColumn<int>("right");
     QTest::addColumn<QString>("status");
     QTest::newRow("0.798") << 798 << u"fail"_s;
-    // The nearest float lies above.
+    // The nearest float is greater.
     QTest::newRow("0.799") << 799 << u"pass"_s;
     QTest::newRow("0.7995") << 1599 << u"pass"_s;
 }

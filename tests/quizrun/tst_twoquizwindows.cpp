@@ -43,7 +43,7 @@ void tst_twoquizwindows::theyShareOneRun() {
     QCOMPARE(quizRun().questionCount, 19);
     QCOMPARE(quizdesk::questionShown(older->window()), golden::question(1).text);
 
-    // Question 1 is on show, but it is question 15 that is graded.
+    // The window shows question 1, but the answer is graded as one to question 15.
     quizdesk::answer(older->window(), 1);
     QCOMPARE(desk::text(older->window(), u"lblStatus"_s), u"correct");
     QVERIFY(!desk::isShown(newer->window(), u"lblStatus"_s));

@@ -11,8 +11,8 @@
 #include <QMap>
 #include <QTemporaryDir>
 
-/// The store's file as a test sees it, in bytes: read without the program's code and without the
-/// toolkit's.
+/// The store's file as a test sees it, in bytes: read without the program's code and without
+/// QSettings.
 using Contents = QMap<QByteArray, QByteArray>;
 using Entry = std::pair<QByteArray, QByteArray>;
 
@@ -30,7 +30,7 @@ inline QByteArray asText(const Contents &contents) {
     return text;
 }
 
-/// The entries that the program never writes, or none.
+/// The entries that the program never writes; empty if there are none.
 inline QString forbiddenValues(const Contents &contents) {
     const QMap<QByteArray, QByteArrayList> allowed{
         {"currentTest", {"0", "1", "2", "3", "4", "5", "6", "7"}},
@@ -51,7 +51,7 @@ inline QString forbiddenValues(const Contents &contents) {
     return forbidden.join(u", ");
 }
 
-/// The entries of `expected` that the contents do not have, or none.
+/// The entries of `expected` that the contents do not have; empty if there are none.
 inline QByteArray missing(const Contents &expected, const Contents &contents) {
     Contents missing;
     for (auto entry = expected.begin(); entry != expected.end(); ++entry) {
@@ -62,13 +62,12 @@ inline QByteArray missing(const Contents &expected, const Contents &contents) {
     return asText(missing);
 }
 
-/// A configuration home of its own; in memory where that can be, as nothing here turns the power
-/// off.
+/// A configuration home of its own, in memory if possible: no test turns the power off.
 class Configuration final {
  public:
     Configuration() { QDir().mkdir(home()); }
     ~Configuration() {
-        // What a test has forbidden would be left behind.
+        // Files that a test has made read-only would be left behind.
         for (const QString &path : {home(), folder()}) {
             QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         }
@@ -77,12 +76,12 @@ class Configuration final {
     Configuration &operator=(const Configuration &) = delete;
 
     QString home() const { return place_.filePath(QStringLiteral("home")); }
-    /// A folder for the session, which may be missing.
+    /// The session's runtime folder, which may be missing.
     QString runtime() const { return place_.filePath(QStringLiteral("runtime")); }
     QString folder() const { return home() + QStringLiteral("/Zorvan"); }
     QString file() const { return folder() + QStringLiteral("/Zorvan.conf"); }
 
-    /// Writes a file of the program's folder, which is made where it is missing.
+    /// Writes a file in the program's folder, which is created if it is missing.
     void write(const QByteArray &content, const QString &name) const {
         QDir().mkpath(folder());
         QFile target(folder() + u'/' + name);
@@ -93,13 +92,13 @@ class Configuration final {
     /// Writes the store.
     void fill(const QByteArray &content) const { write(content, QStringLiteral("Zorvan.conf")); }
 
-    /// The store's bytes; none where it cannot be read.
+    /// The store's bytes; empty if it cannot be read.
     QByteArray content() const {
         QFile store(file());
         return store.open(QIODevice::ReadOnly) ? store.readAll() : QByteArray();
     }
 
-    /// The store's entries, or nothing where it is anything but one whole section of them.
+    /// The store's entries; nothing if it is anything but one complete section of entries.
     std::optional<Contents> parsed() const {
         QByteArrayList lines = content().split('\n');
         if (lines.size() < 2 || lines.takeFirst() != "[General]" || lines.takeLast() != "") {
@@ -117,7 +116,7 @@ class Configuration final {
     }
     Contents contents() const { return parsed().value_or(Contents()); }
 
-    /// Every other file and folder, by its path from the program's folder.
+    /// Every other file and folder, by its path relative to the program's folder.
     QStringList filesBesideTheStore() const {
         QStringList files;
         QDirIterator all(place_.path(),

@@ -13,8 +13,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Starts the program on whatever store there is, takes quiz 5 and passes it, and tells on standard
-/// output which alerts came and how often the main menu then says that it was passed.
+/// Starts the program with the store as it is, passes quiz 5, and writes to standard output which
+/// alerts came and how often the quiz has been passed, according to the main menu.
 int main(int argc, char **argv) {
     installResources();
     fillControllerTable();
@@ -22,7 +22,7 @@ int main(int argc, char **argv) {
     quizRun().random = [] { return 0U; };
     AppDelegate delegate;
     application.loadMainLayout(delegate);
-    // It dismisses those that come, whichever they are.
+    // Dismisses every alert that comes.
     const Alerts alerts;
 
     delegate.applicationDidFinishLaunching();

@@ -10,16 +10,16 @@
 
 using namespace Qt::StringLiterals;
 
-/// Records passes as fast as the store takes them, in the order of writes in which an attempt's end
-/// records one, and says of each write that it is due and that it is done:
+/// Records passes as fast as the store takes them, with the writes in the same order as at the end
+/// of an attempt, and says of each write when it is due and when it is done:
 ///
 ///     recorder PASSES QUIZ...
 ///
-/// After every write the file itself has to hold what was written under the quizzes' keys.
+/// After every pass the file itself has to hold what was written under the quizzes' keys.
 namespace {
 
 void say(const QByteArray &line) {
-    // Not buffered: what a killed process has said must have been said.
+    // Not buffered: no line may be lost when the process is killed.
     if (::write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size())) !=
         line.size()) {
         std::perror("recorder");
@@ -52,7 +52,7 @@ int main(int argc, char **argv) {
     for (int pass = 0; pass < passes; ++pass) {
         const QString &quiz = quizzes.at(pass % quizzes.size());
         const QString key = u"quiz"_s + quiz;
-        // From the third pass on as after a clearing.
+        // After the third pass the count starts again from 0, as after a clearing.
         counts[key] = (counts.value(key) + 1) % 4;
         write(u"pass"_s, u"currentStatus"_s);
         write(QString::number(counts.value(key)), key);

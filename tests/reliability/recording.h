@@ -5,7 +5,7 @@
 
 #include "reliability/configuration.h"
 
-/// A process of its own that records passes, and what it has said of its writes.
+/// A separate process that records passes, and what it has said about its writes.
 class Recording final {
  public:
     Recording(const Configuration &configuration, int passes, const QStringList &quizzes) {
@@ -18,7 +18,7 @@ class Recording final {
         process_.start(QStringLiteral(RECORDER), QStringList{QString::number(passes)} + quizzes);
     }
 
-    /// Gives up, and ends the test program, where the process hangs.
+    /// Ends the test program if the process hangs.
     void waitForLines(int lines) {
         while (said_.count('\n') < lines) {
             if (!process_.waitForReadyRead(hung)) {
@@ -31,28 +31,28 @@ class Recording final {
         }
     }
 
-    /// The milliseconds from the start of the process to the end of its first write, as far as that
-    /// was waited for.
+    /// The milliseconds from the start of the process to the end of its first write; nothing if
+    /// that was not waited for.
     std::optional<qint64> firstWrite() const { return firstWrite_; }
 
     void kill() {
         process_.kill();
         process_.waitForFinished(hung);
         said_ += process_.readAllStandardOutput();
-        // A line that it was about to say.
+        // Drops a line that is incomplete.
         said_.truncate(said_.lastIndexOf('\n') + 1);
     }
 
-    /// Whether it came to its end by itself.
+    /// Waits for the process; returns whether it ended by itself.
     bool waitForEnd() {
         process_.waitForFinished(hung);
         said_ += process_.readAllStandardOutput();
         return said_.endsWith("end\n") && process_.exitCode() == 0;
     }
 
-    /// The writes that were done, in their order.
+    /// The writes that were done, in order.
     QList<Entry> done() const { return entries("done "); }
-    /// The write that was begun and not announced as done.
+    /// The write that was begun but not announced as done.
     std::optional<Entry> due() const {
         const QList<Entry> begun = entries("due ");
         return begun.size() > done().size() ? std::optional(begun.last()) : std::nullopt;

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Prepare = std::function<void(const Configuration &)>;
-/// What is wrong with the configuration home afterwards, or nothing.
+/// Returns what is wrong with the configuration home afterwards; empty if nothing is.
 using Judge = std::function<QByteArray(const Configuration &)>;
 
 QByteArray differs(const QByteArray &what, const QByteArray &is, const QByteArray &wanted) {
@@ -27,7 +27,7 @@ QByteArray contentOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(nothing)\n");
 }
 
-/// The store holds that, and beside it are these files only.
+/// The store has that content, and there are no other files beside it but these.
 Judge holds(const QByteArray &content, const QStringList &others = {}) {
     return [=](const Configuration &configuration) {
         return differs("the store", configuration.content(), content) +
@@ -36,7 +36,7 @@ Judge holds(const QByteArray &content, const QStringList &others = {}) {
     };
 }
 
-/// As holds(), and the file as it was is beside it.
+/// As holds(), and the file as it was before is kept beside the store.
 Judge keepsAside(const QByteArray &before, const QByteArray &after) {
     return [=](const Configuration &configuration) {
         return holds(after, {u"Zorvan.conf.kept-1"_s})(configuration) +
@@ -68,8 +68,8 @@ enum class Rights { All, NoWritingOfFiles };
 
 }  // namespace
 
-/// The program on stores in places where it cannot write, or not as usual, and on files that it
-/// did not write: it starts, tells once what is wrong, greets at most once, passes a quiz, and
+/// The program with stores in places where it cannot write, or not as usual, and with files that
+/// it did not write: it starts, tells once what is wrong, greets at most once, passes a quiz, and
 /// destroys nothing.
 class tst_badplaces final : public QObject {
     Q_OBJECT
@@ -254,7 +254,7 @@ void tst_badplaces::programCopesAndTells_data() {
     oddCount("a pass count with an escaped line break", "1\\n2");
     oddCount("no pass count", "");
 
-    // What a kill left, also one by an earlier version.
+    // What a killed process left behind, also one of an earlier version.
     row("leftovers of a kill") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
         QDir().mkpath(place.folder() + u"/.writing"_s);
@@ -281,7 +281,7 @@ void tst_badplaces::programCopesAndTells() {
     environment.remove(u"XDG_RUNTIME_DIR"_s);
     program.setProcessEnvironment(environment);
     program.setChildProcessModifier([rights] {
-        // Permissions hold for root, too.
+        // Makes permissions apply to root, too.
         ::prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
         ::prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
         if (rights == Rights::NoWritingOfFiles) {
@@ -298,7 +298,7 @@ void tst_badplaces::programCopesAndTells() {
 
     QByteArrayList lines = said.split('\n');
     lines.removeIf([](const QByteArray &line) {
-        // The program's log of what is no trouble, and the toolkit's words.
+        // What the program logs if all is well, and messages from Qt.
         return line.isEmpty() || line == "Finished Starting" || line == "5" ||
                line.startsWith("QStandardPaths") || line.startsWith("QVariant::load") ||
                line.contains("propagateSizeHints");

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Two copies of the program on one store.
+/// Two copies of the program with the same store.
 class tst_company final : public QObject {
     Q_OBJECT
 
@@ -41,7 +41,7 @@ void tst_company::quickWritesOfAnotherProcessAreAllSeen() {
     const Configuration configuration;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configuration.home());
     platform::Preferences preferences;
-    // Many of them fall into one tick of the clock by which files are dated, and all have one size.
+    // Many of these files get the same time, and all have the same size.
     for (int write = 0; write < 100; ++write) {
         const QString value = QString::number(write % 4);
         platform::settingsfile::write(configuration.file(), {{u"quiz1"_s, value}});

@@ -20,8 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The disk fails at that call, counted from one, of those that read or change something below
-/// `home`; with zero at none.
+/// Of the calls that read or change something below `home`, the one with the number `failsAt`
+/// fails, counted from one; none fails if it is zero.
 struct Disk {
     std::string home = {};
     int failsAt = 0;
@@ -52,7 +52,7 @@ struct Disk {
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the system calls ask it
 Disk disk;  // clazy:exclude=non-pod-global-static
 
-/// What is neither the store nor kept on purpose, or nothing.
+/// The files that are neither the store nor kept on purpose.
 QByteArray leftovers(const Configuration &configuration) {
     QStringList files = configuration.filesBesideTheStore();
     files.removeAll(QStringLiteral("Zorvan.conf.kept-1"));
@@ -66,7 +66,7 @@ Function *original(const char *name) {
 
 }  // namespace
 
-// These stand in front of the system's own functions.
+// These replace the system's own functions.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's are reserved
 extern "C" {
 
@@ -163,7 +163,7 @@ void tst_failingdisk::failureAtAnyStepLosesNothing() {
                                  standardError.lines().join(u' ').toUtf8() + "\n";
         disk = {};
 
-        // Whatever the disk does, what was written is read, and what is on it is whole.
+        // Whatever the disk does, the new value is read back, and the file on the disk is complete.
         QVERIFY2(preferences.valueForKey(u"quiz1"_s) == u"2", where);
         const bool written = configuration.content().contains("quiz1=2\n");
         const bool asBefore = configuration.content() == before;
@@ -185,7 +185,7 @@ void tst_failingdisk::failureAtAnyStepLosesNothing() {
         }
         failures += told ? 1 : 0;
     }
-    // To make the new file, to fill it, to bring it to the disk, to name it.
+    // Creating the new file, filling it, syncing it and renaming it can each fail.
     QVERIFY2(failures >= 4, QByteArray::number(failures));
 }
 
@@ -195,7 +195,7 @@ void tst_failingdisk::eachTimeOfTroubleIsToldOnce() {
     StandardError standardError;
     platform::Preferences preferences;
     const auto write = [&](bool fails) {
-        // The folder for what is not finished yet cannot be made.
+        // The folder for unfinished files cannot be created.
         disk = {.home = configuration.home().toStdString(), .failsAt = fails ? 2 : 0, .error = EIO};
         preferences.setValueForKey(u"2"_s, u"quiz1"_s);
         disk = {};
@@ -214,7 +214,7 @@ void tst_failingdisk::fileIsOnTheDiskBeforeItHasItsName() {
     platform::Preferences preferences;
     disk = {.home = configuration.home().toStdString()};
     preferences.setValueForKey(u"1"_s, u"quiz1"_s);
-    // The new content, then its name, then the folder that says so.
+    // First the new content, then its name, then the folder with that name.
     QCOMPARE(disk.names.last(3).join(' '), QByteArray("fdatasync rename fsync"));
 }
 

@@ -8,7 +8,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The store's writer is killed, over and over, while it records passes.
+/// The process that writes the store is killed, over and over, while it records passes.
 class tst_kills final : public QObject {
     Q_OBJECT
 
@@ -46,7 +46,7 @@ void tst_kills::killsLoseNothing() {
         const QByteArray where =
             "kill " + QByteArray::number(kill) + ", seed " + QByteArray::number(seed) + ": ";
         Recording recording(configuration, 1000, {u"1"_s, u"2"_s, u"3"_s, u"4"_s});
-        // At any point of any write, also in the first one after the kill before.
+        // At any point of any write, also in the first one after the previous kill.
         recording.waitForLines(random.bounded(1, 12));
         QThread::usleep(random.bounded(6000U));
         recording.kill();
@@ -61,7 +61,7 @@ void tst_kills::killsLoseNothing() {
         QVERIFY2(parsed, where + configuration.content());
         if (const auto due = recording.due()) {
             ++inAWrite;
-            // It may have landed or not.
+            // The unfinished write may be in the file or not.
             if (parsed->value(due->first) == due->second) {
                 inAWriteThatLanded += announced.value(due->first) == due->second ? 0 : 1;
                 announced.insert(due->first, due->second);
@@ -73,7 +73,7 @@ void tst_kills::killsLoseNothing() {
 
         const QStringList others = configuration.filesBesideTheStore();
         withLeftovers += others.isEmpty() ? 0 : 1;
-        // One write's, whatever the number of kills.
+        // The leftovers of one write only, whatever the number of kills.
         QVERIFY2(others.size() <= 5, where + others.join(u", "_s).toUtf8());
     }
     qInfo(
@@ -111,7 +111,7 @@ void tst_kills::killedNeighbourCostsTheOtherNothing() {
     survivor.waitForLines(100);
     survivor.kill();
     QCOMPARE(survivor.lost(), QByteArrayList());
-    // The write that it was killed in may have landed or not.
+    // The write that was interrupted may be in the file or not.
     Contents announced = survivor.lastOfEachQuiz();
     if (const auto due = survivor.due()) {
         announced.remove(due->first);

@@ -11,10 +11,10 @@
 
 #include "support/desk.h"
 
-/// What a learner does with a window, whatever the layout calls its controls.
+/// What a learner does with a window, independent of the names of its controls.
 namespace learner {
 
-/// A test's rows: each quiz by its id, with its name.
+/// Adds a test row for each quiz, named by its id, with the quiz's name.
 inline void quizRows() {
     QTest::addColumn<QString>("id");
     QTest::addColumn<QString>("name");
@@ -27,7 +27,7 @@ inline void quizRows() {
     QTest::newRow("quiz 7") << QStringLiteral("7") << QStringLiteral("Main Test");
 }
 
-/// The button that asks for that action; ends the test program where there is none.
+/// The button with that action; ends the test program if there is none.
 inline QAbstractButton &button(const QWidget *window, const QString &action) {
     if (window != nullptr) {
         for (QAbstractButton *button : window->findChildren<QAbstractButton *>()) {
@@ -43,8 +43,7 @@ inline void press(const QWidget *window, const QString &action) {
     QTest::mouseClick(&button(window, action), Qt::LeftButton);
 }
 
-/// The item of the window's menu bar that asks for that action; ends the test program where there
-/// is none.
+/// The item of the window's menu bar with that action; ends the test program if there is none.
 inline QAction &menuItem(const platform::Window *window, const QString &action) {
     if (window != nullptr) {
         for (const QAction *menu : window->menuBar()->actions()) {
@@ -71,8 +70,8 @@ inline void type(platform::Window *window, QKeyCombination key) {
     QTest::keyClick(window->windowHandle(), key.key(), key.keyboardModifiers());
 }
 
-/// Answers quiz 5 from its first question to its last, all rightly or all wrongly. Its questions
-/// have to come in ascending order.
+/// Answers all questions of quiz 5, all correctly or all wrongly. They have to come in ascending
+/// order.
 inline void finishStructure(const platform::Window *quiz, bool rightly) {
     constexpr std::array rightAnswers{1, 2, 1, 3, 3, 1, 1};
     for (std::size_t i = 0; i < rightAnswers.size(); ++i) {

@@ -9,14 +9,14 @@
 /// Windows of each kind, opened as a learner opens them.
 namespace openwindow {
 
-/// The layouts that have a window of their own, and the one of the way back.
+/// The layouts that have windows of their own; the last one is that of the way back.
 inline const QStringList layouts{QStringLiteral("MainMenu"),     QStringLiteral("MainTest"),
                                  QStringLiteral("QuizComplete"), QStringLiteral("progress"),
                                  QStringLiteral("Settings"),     QStringLiteral("Help"),
                                  QStringLiteral("MainLayout")};
 
-/// Opens a window of that layout, starting from no window at all, and gives the newest of them.
-/// For the way back every window has to be closed, and the event loop be given its turn.
+/// Opens a window of that layout by way of the main menu and returns it. The way back needs every
+/// other window closed and a turn of the event loop.
 inline platform::Window *open(const QString &layout, AppDelegate &delegate) {
     delegate.ShowMainMenu();
     platform::Window *menu = delegate.theMainMenu->window();

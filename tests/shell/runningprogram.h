@@ -19,7 +19,7 @@ struct RunningProgram {
         platform::Application::shared().loadMainLayout(*delegate);
     }
 
-    /// Closes all windows; false where an alert did not come as expected.
+    /// Closes all windows; returns false if an alert did not come as expected.
     bool end() {
         delegate.reset();
         desk::clear();

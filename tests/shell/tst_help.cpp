@@ -27,7 +27,7 @@ class tst_help final : public QObject {
 
  private:
     QScrollArea &scrollArea() const;
-    /// Whether that section is on screen as a whole.
+    /// Whether the whole section is on screen.
     bool isInView(const QString &section) const;
     QString focused() const { return help_->window()->focusWidget()->objectName(); }
     void type(Qt::Key key) const { QTest::keyClick(help_->window()->windowHandle(), key); }

@@ -15,7 +15,7 @@ class tst_launch final : public QObject {
     void unparsableStoreDoesNotStopTheProgram();
 
  private:
-    /// Starts the program on a store of that content and gives what it wrote to standard error
+    /// Starts the program with a store of that content and returns what it wrote to standard error
     /// up to the line that says it has started.
     static QByteArray linesUntilStarted(const QByteArray &storeContent,
                                         bool hasRuntimeFolder = true);
@@ -50,7 +50,7 @@ QByteArray tst_launch::linesUntilStarted(const QByteArray &storeContent, bool ha
     program.waitForFinished();
     written += program.readAllStandardError();
     QByteArrayList lines = written.split('\n');
-    // Not the program's words.
+    // Written by Qt, not by the program.
     lines.removeIf([](const QByteArray &line) { return line.contains("propagateSizeHints"); });
     return lines.join('\n') + (runs ? "" : "(ended)");
 }

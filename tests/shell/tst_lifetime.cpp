@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a freed controller held is freed one turn of the event loop later.
+/// Several times: what a freed controller held is freed one turn of the event loop later.
 void freeUnused() {
     for (int depth = 0; depth < 3; ++depth) {
         desk::freeUnused();
@@ -112,7 +112,7 @@ void tst_lifetime::closedWindowsThatNobodyHoldsAreFreed() {
     freeUnused();
     QVERIFY(menu && overview && settings);
 
-    // Its properties go with the main menu; what is still on screen stays.
+    // What the main menu held is freed with it; a window that is still on screen stays.
     menu->window()->close();
     freeUnused();
     QVERIFY(!menu);

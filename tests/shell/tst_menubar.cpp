@@ -342,12 +342,12 @@ void tst_menubar::aboutSaysWhatTheProgramIs() {
     QCOMPARE(boxes.size(), 1);
     QMessageBox *box = boxes.first();
     QVERIFY(box->isVisible());
-    // The clock of an open quiz goes on: the box is no alert.
+    // A modal box would stop the clock of an open quiz, as an alert does.
     QVERIFY(!box->isModal());
     QCOMPARE(box->text(), u"Zorvan "_s + QStringLiteral(ZORVAN_VERSION));
     QVERIFY(box->informativeText().endsWith(u"\nQt "_s + QString::fromLatin1(qVersion())));
     QCOMPARE(box->defaultButton()->text(), u"OK"_s);
-    // Beside the text, in proportion to it.
+    // The icon is in proportion to the text beside it.
     const double lines =
         box->iconPixmap().deviceIndependentSize().height() / box->fontMetrics().lineSpacing();
     QVERIFY2(qAbs(lines - 4) < 0.1, qPrintable(u"The icon is %1 lines high, not 4"_s.arg(lines)));
@@ -390,7 +390,7 @@ void tst_menubar::keyboardStaysWhereTheUserTakesIt() {
     QVERIFY(QTest::qWaitForWindowActive(box));
     menu->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(menu));
-    // Later than a request for the keyboard is repeated.
+    // By then a request for the keyboard would have been repeated.
     bool isLater = false;
     QTimer::singleShot(500ms, menu, [&isLater] { isLater = true; });
     QVERIFY(QTest::qWaitFor([&isLater] { return isLater; }));

@@ -63,7 +63,7 @@ class tst_navigation final : public QObject {
     void startStructure(bool fromTheMenuBar) const;
 
     std::unique_ptr<AppDelegate> delegate_;
-    /// The main menu's window that the launch showed.
+    /// The main menu window that the launch showed.
     platform::Window *mainMenu_ = nullptr;
     std::unique_ptr<Alerts> alerts_;
 };
@@ -173,7 +173,7 @@ void tst_navigation::closeOfTheNeverShownMainMenuLoadsNothing() {
         ++built;
         whole(window);
     };
-    // A main menu that loaded would seed this store and greet.
+    // If a main menu were loaded, it would seed this store and greet.
     store::wipe();
     learner::pick(mainMenu_, u"GoTest2"_s);
     QCOMPARE(built, 0);
@@ -198,7 +198,7 @@ void tst_navigation::secondQuizOpensASecondWindowOfTheSameRun() {
     QCOMPARE(desk::text(first, u"lblQuizName"_s), u"Structure"_s);
     QCOMPARE(quizRun().questionCount, 16);
 
-    // The first window's own question would take answer 1; the run is at question 62 by now.
+    // Answer 1 is right for the question in the first window, but the run is at question 62.
     desk::click(first, u"btnAnswer1"_s);
     QCOMPARE(desk::text(first, u"lblStatus"_s), u"wrong"_s);
     QCOMPARE(quizRun().questionIndex, 1);
@@ -303,7 +303,7 @@ void tst_navigation::missingQuizLayoutIsReported() {
     QVERIFY(!report.hasIcon);
     QCOMPARE(store::writes(), QList<store::Write>({{u"currentTest"_s, u"5"_s}}));
     QVERIFY(desk::windows(u"MainTest"_s).isEmpty());
-    // No later step was done.
+    // None of the later steps was taken.
     QCOMPARE(delegate_->theMainMenu, menu);
     QVERIFY(mainMenu_->isVisible());
 }
@@ -426,7 +426,7 @@ void tst_navigation::helpClosesByItsButton() {
     learner::press(desk::window(u"Help"_s), u"closeHelp"_s);
     QVERIFY(desk::windows(u"Help"_s).isEmpty());
     QVERIFY(mainMenu_->isVisible());
-    // The property goes on holding the controller of the closed window.
+    // The property still holds the controller of the closed window.
     QVERIFY(delegate_->theHelp);
 }
 

@@ -28,8 +28,8 @@ class tst_quit final : public QObject {
 
  private:
     static int openWindows();
-    /// Opens a window of that layout. The way back is put on screen by hand: a program that has
-    /// quit once does not offer it again.
+    /// Opens a window of that layout. The test shows the way back itself: after it has quit once,
+    /// the program does not offer it again.
     platform::Window *open(const QString &layout);
 
     std::optional<RunningProgram> program_;
@@ -141,7 +141,7 @@ void tst_quit::oneNoOfTwoQuizzesCancelsQuit() {
     QCOMPARE(result, eventloop::StillRunning);
     QVERIFY(menu->isVisible());
     QVERIFY(program_->delegate->theHelp->window()->isVisible());
-    // The one that was opened first was asked first.
+    // The quiz that was opened first was asked first.
     QCOMPARE(desk::windows(u"MainTest"_s).size(), 1);
     QCOMPARE(desk::window(u"MainTest"_s)->windowTitle(), u"Syntax"_s);
 }

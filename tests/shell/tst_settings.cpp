@@ -44,7 +44,7 @@ class tst_settings final : public QObject {
     void clearingLeavesTheOptionsAlone();
 
  private:
-    /// A test's rows: each timing as it is stored, with the option that stands for it.
+    /// Adds a test row for each timing as it is stored, with the option that stands for it.
     static void timings();
     platform::Window *open();
     static bool isOn(const platform::Window *settings, const QString &radio);
@@ -86,7 +86,7 @@ bool tst_settings::isOn(const platform::Window *settings, const QString &radio) 
 }
 
 void tst_settings::click(const platform::Window *settings, const QString &radio) {
-    // In the middle of the circle, wherever the style puts it.
+    // On the circle, in every style.
     auto &button = desk::control<QRadioButton>(settings, radio);
     QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(8, button.height() / 2));
 }

@@ -15,7 +15,7 @@ struct ShownAlert {
     QString informativeText;
     QString title;
     bool hasIcon = false;
-    /// From the default button on.
+    /// Starting with the default button.
     QStringList buttons;
 };
 
@@ -36,8 +36,8 @@ class Alerts final : public QObject {
     const QList<ShownAlert> &shown() const { return shown_; }
     QStringList messages() const;
 
-    /// True when every answer was used and no alert came unexpected; says in the test's output
-    /// what is wrong otherwise.
+    /// True if every answer was used and no alert came unexpectedly; otherwise the test's output
+    /// says what is wrong.
     bool verify() const;
 
  protected:

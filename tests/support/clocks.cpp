@@ -15,7 +15,7 @@ QList<RepeatingTimer *> running() {
 
 void passSecond() {
     for (RepeatingTimer *clock : running()) {
-        // The tick of one may free another.
+        // The tick of one clock may free another.
         if (RepeatingTimer::running().contains(clock)) {
             clock->fire();
         }

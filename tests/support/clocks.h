@@ -6,12 +6,12 @@ namespace platform {
 class RepeatingTimer;
 }
 
-/// The clocks of the process, and time that passes without being waited for.
+/// The clocks of the process, and a way to let time pass without waiting.
 namespace clocks {
 
 /// The program's timers that tick once a second.
 QList<platform::RepeatingTimer *> running();
-/// A second goes by: each of them ticks.
+/// Lets a second pass: each of these timers ticks.
 void passSecond();
 
 }  // namespace clocks

@@ -32,12 +32,12 @@ inline int pixels(const QImage &picture, const QColor &color) {
     return pixels;
 }
 
-/// How many of them the widget draws.
+/// How many pixels of exactly that colour the widget draws.
 inline int pixels(QWidget &widget, const QColor &color) {
     return pixels(widget.grab().toImage(), color);
 }
 
-/// How often a control was drawn since this was made.
+/// Counts how often a control has been drawn since this object was created.
 class Paints final : public QObject {
  public:
     explicit Paints(QObject &control) { control.installEventFilter(this); }

@@ -17,7 +17,7 @@ namespace {
 
 enum class Draws { All, ShapesOnly, Nothing };
 
-/// Draws on a picture what a widget draws, lists the texts, and leaves them out where asked.
+/// Draws on a picture what a widget draws and lists the texts; can leave the texts out.
 class Engine final : public QPaintEngine {
  public:
     Engine(optics::Picture &picture, Draws draws)
@@ -103,7 +103,7 @@ class Engine final : public QPaintEngine {
         }
         const QRectF box(baseline.x(), baseline.y() - item.ascent(), item.width(),
                          item.ascent() + item.descent());
-        // Reckoning with fractions may lead a hair too far.
+        // Rounding errors may make the box a little too large.
         constexpr double hair = 0.25;
         const QRect place = painter()
                                 ->deviceTransform()
@@ -163,7 +163,7 @@ class Canvas final : public QPaintDevice {
     mutable Engine engine_;
 };
 
-/// Keeps a control from drawing itself for as long as it lives.
+/// Keeps a control from drawing itself while this object exists.
 class Unpainted final : public QObject {
  public:
     explicit Unpainted(QWidget *control) {
@@ -186,13 +186,13 @@ bool changed(const QImage &with, const QImage &without, const QPoint &at) {
     return colorAt(with, at) != colorAt(without, at);
 }
 
-/// Most rows of a picture are the same: they are passed over at once.
+/// Most rows of two pictures are the same and can be skipped as a whole.
 bool rowChanged(const QImage &with, const QImage &without, int y) {
     return !std::equal(row(with, y), row(with, y) + with.width(), row(without, y));
 }
 
-/// Visits the places where a thing was added and around them as well: it covers its background
-/// there.
+/// Visits each pixel that was changed together with its neighbours: what was added covers its
+/// background there.
 template <class Visit>
 void visitCovered(const QImage &with, const QImage &without, const QRect &place, Visit visit) {
     const QRect inner = place & with.rect().adjusted(1, 1, -1, -1);
@@ -241,8 +241,8 @@ QRect changedBox(const QImage &with, const QImage &without) {
 
 using Line = QList<QPoint>;
 
-/// Lines that lead from a side of the box to its middle, across the `share` of the side that is
-/// around its own middle.
+/// Lines that lead from a side of the box to its middle. They start in the central `share` of that
+/// side.
 QList<Line> linesFrom(Qt::Edge side, const QRect &box, double share) {
     const bool upright = side == Qt::TopEdge || side == Qt::BottomEdge;
     const bool backwards = side == Qt::RightEdge || side == Qt::BottomEdge;
@@ -291,13 +291,14 @@ double luminance(QRgb color) {
     return 0.2126 * of(qRed(color)) + 0.7152 * of(qGreen(color)) + 0.0722 * of(qBlue(color));
 }
 
-/// Of the channel that differs most.
+/// The difference in the channel that differs most.
 int difference(QRgb one, QRgb other) {
     return std::max({qAbs(qRed(one) - qRed(other)), qAbs(qGreen(one) - qGreen(other)),
                      qAbs(qBlue(one) - qBlue(other))});
 }
 
-/// The contrast of the ring that a line from the outside crosses where it changes most.
+/// The contrast of the ring that a line from the outside crosses. The ring is where the pictures
+/// differ most.
 double ringOnLine(const QImage &with, const QImage &without, const Line &line) {
     const auto change = [&](qsizetype step) {
         return contrast(colorAt(with, line[step]), colorAt(without, line[step]));
@@ -328,7 +329,7 @@ double ringOnLine(const QImage &with, const QImage &without, const Line &line) {
         changes << change(++last);
     }
     double least = median(changes);
-    // One step further its edge may be antialiased.
+    // Two steps away, because the ring's edge may be antialiased.
     for (const qsizetype beside : {first - 2, last + 2}) {
         if (beside >= 0 && beside < line.size()) {
             least = qMin(least, contrast(ring, colorAt(with, line[beside])));
@@ -401,7 +402,7 @@ std::optional<double> ringContrast(const QImage &with, const QImage &without) {
     if (box.isEmpty()) {
         return std::nullopt;
     }
-    // With some of what is around it.
+    // Includes some of the surroundings.
     const QRect around = box.adjusted(-ratio, -ratio, ratio, ratio) & with.rect();
     return worstSide(around, 0.5,
                      [&](const Line &line) { return ringOnLine(with, without, line); });
@@ -415,7 +416,7 @@ std::optional<double> markContrast(const QImage &with, const QImage &without) {
         const QRgb color = colorAt(with, at);
         const std::array beside{at + QPoint(1, 0), at - QPoint(1, 0), at + QPoint(0, 1),
                                 at - QPoint(0, 1)};
-        // Shades between two colours are neither.
+        // Shades between two colours count for neither.
         if (std::ranges::all_of(
                 beside, [&](const QPoint &point) { return colorAt(with, point) == color; })) {
             const double found = contrast(color, colorAt(without, at));
@@ -429,7 +430,7 @@ std::optional<double> markContrast(const QImage &with, const QImage &without) {
     }
     const auto colors = byFrequency(counts);
     const QRgb main = colors.first().second;
-    // Shades of the main colour are no second one.
+    // A shade of the main colour is not a second colour.
     const auto second = std::ranges::find_if(colors, [&](const auto &color) {
         return color.first * 20 > all && difference(color.second, main) > 16;
     });

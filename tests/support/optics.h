@@ -8,8 +8,8 @@
 
 class QWidget;
 
-/// What can be seen of a window. Everything is measured on pixels: on two pictures that differ in
-/// one thing only, so that the one shows what the other's thing was drawn upon.
+/// What can be seen of a window. Everything is measured in pixels, on two pictures that differ in
+/// one thing only: the picture without it shows its background.
 namespace optics {
 
 /// Device pixels per pixel of a picture: enough for the thinnest stroke to have a core that is
@@ -22,7 +22,7 @@ struct Text {
     QFont font;
     /// In the picture's own pixels.
     QRect place;
-    /// Nothing of it is clipped.
+    /// Whether nothing of it is clipped.
     bool whole;
 };
 
@@ -34,7 +34,7 @@ struct Picture {
 /// What a picture leaves out.
 struct Without {
     bool texts = false;
-    /// What this control itself draws; its children stay.
+    /// A control that does not draw itself; its children stay.
     QWidget *control = nullptr;
 };
 
@@ -42,25 +42,25 @@ struct Without {
 Picture picture(QWidget &window, const QRect &area, const Without &without = {});
 Picture picture(QWidget &window, const Without &without = {});
 
-/// What is written on the widget, without a picture of it.
+/// The texts on the widget, without a picture of it.
 QList<Text> texts(QWidget &widget);
 
 /// The contrast of two colours after WCAG 2, from 1 to 21.
 double contrast(QRgb one, QRgb other);
 
-/// The contrast of what was added within `place`: the usual one where it covers its background.
-/// Nothing where nothing was added.
+/// The median contrast of what was added within `place`, where it covers its background. Nothing if
+/// nothing was added.
 std::optional<double> inkContrast(const QImage &with, const QImage &without, const QRect &place);
 
 /// The contrast of an added shape's edge or fill, on the worst of its four sides.
 std::optional<double> shapeContrast(const QImage &with, const QImage &without);
 
-/// The contrast of an added ring on the worst of its four sides: to what was there before it, or
-/// to what it has within or around it, whichever is least.
+/// The contrast of an added ring on the worst of its four sides: to what was there before, or to
+/// what is inside or around it, whichever is lowest.
 std::optional<double> ringContrast(const QImage &with, const QImage &without);
 
-/// The contrast of an added mark: of its main colour to the background and, where it has two, of
-/// the one to the other.
+/// The contrast of an added mark: of its main colour to the background and, if it has two colours,
+/// between these.
 std::optional<double> markContrast(const QImage &with, const QImage &without);
 
 /// The contrast of the faintest of the pieces that were added along a picture's middle row.

@@ -6,7 +6,7 @@
 
 namespace pointer {
 
-/// Moves the pointer to the middle of a control, as the mouse does; ends the test program where it
+/// Moves the pointer to the middle of a control, as the mouse does; ends the test program if it
 /// does not arrive.
 inline void moveTo(const QWidget &control) {
     const QWidget &window = *control.window();

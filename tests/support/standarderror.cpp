@@ -25,7 +25,7 @@ QStringList StandardError::lines() {
         return {QStringLiteral("(standard error cannot be read)")};
     }
     QStringList lines = QString::fromUtf8(written.readAll()).split(u'\n');
-    // What follows the last line's end.
+    // The text after the last line break is not a line.
     if (lines.last().isEmpty()) {
         lines.removeLast();
     }

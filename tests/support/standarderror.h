@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <QTemporaryFile>
 
-/// Catches what the process writes to standard error for as long as it lives.
+/// Catches what the process writes to standard error while this object exists.
 class StandardError final {
  public:
     StandardError();

@@ -43,8 +43,8 @@ std::optional<QString> value(const QString &key) {
 
 void fill(const Contents &contents) {
     QDir().mkpath(QFileInfo(path()).path());
-    // A change of size or of time is what tells the program that the file is another one. Values
-    // that are shorter by a letter or two must not make up for the steps of this one.
+    // The program notices by its size or its time that the file has changed. Each generation adds
+    // more bytes than shorter values can save.
     static int generation = 0;
     QSaveFile file(path());
     if (!file.open(QIODevice::WriteOnly)) {

@@ -13,9 +13,9 @@ using Contents = QMap<QString, QString>;
 
 /// Where the file is.
 QString path();
-/// What the file holds, key by key; empty where there is no file.
+/// What the file holds, key by key; empty if there is no file.
 Contents contents();
-/// The text under `key`, or nothing where it is absent.
+/// The text under `key`; nothing if it is absent.
 std::optional<QString> value(const QString &key);
 
 /// Replaces the file by one that holds exactly this.

@@ -44,10 +44,10 @@ class tst_preferences final : public QObject {
 
  private:
     static void unparsableRows();
-    /// The file's content, or nothing where there is no file.
+    /// The file's content; nothing if there is no file.
     std::optional<QByteArray> content(const QString &path = u"Zorvan/Zorvan.conf"_s) const;
     void write(const QByteArray &content, const QString &path = u"Zorvan/Zorvan.conf"_s) const;
-    /// Every file below Zorvan's folder but the store itself.
+    /// Every file below Zorvan's folder except the store itself.
     QStringList otherFiles() const;
 
     std::unique_ptr<QTemporaryDir> home_;
@@ -94,7 +94,7 @@ void tst_preferences::absentKeyGivesNothing() {
     Preferences preferences;
     QCOMPARE(preferences.valueForKey(u"quiz1"_s), std::nullopt);
     QCOMPARE(preferences.objectForKey(u"quiz1"_s), std::nullopt);
-    // Asking makes no file.
+    // Reading creates no file.
     QCOMPARE(content(), std::nullopt);
 }
 
@@ -144,7 +144,7 @@ void tst_preferences::textsComeBackAsTheyWere() {
     preferences.setValueForKey(text, u"key"_s);
     QCOMPARE(preferences.valueForKey(u"key"_s), text);
 
-    // From another place, so that nothing but the file can answer.
+    // Read in another place, so that the value can only come from the file.
     const QTemporaryDir elsewhere;
     QVERIFY(QDir(elsewhere.path()).mkdir(u"Zorvan"_s));
     QVERIFY(QFile::copy(home_->filePath(u"Zorvan/Zorvan.conf"_s),
@@ -218,7 +218,7 @@ void tst_preferences::unparsableFileIsReportedOnceAndReadAsFarAsItGoes() {
     QCOMPARE(standardError.lines().size(), 1);
     QVERIFY2(standardError.lines().constFirst().contains(home_->filePath(u"Zorvan/Zorvan.conf"_s)),
              qUtf8Printable(standardError.lines().constFirst()));
-    // Nothing is touched for as long as nothing is written.
+    // As long as nothing is written, nothing is touched.
     QCOMPARE(content(), broken);
     QCOMPARE(otherFiles(), QStringList());
 }

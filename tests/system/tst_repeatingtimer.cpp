@@ -131,7 +131,7 @@ void tst_repeatingtimer::noTickWhileAnAlertIsUp() {
     QVERIFY(alerts.verify());
     QCOMPARE(after, before);
 
-    // The clock goes on once the event loop has its turn.
+    // The timer goes on once the event loop has its turn.
     QVERIFY(timer->isValid());
     QVERIFY(QTest::qWaitFor([&] { return ticks > after; }));
 }
@@ -166,7 +166,7 @@ void tst_repeatingtimer::tickMayFreeItsOwnTimer() {
     std::unique_ptr<RepeatingTimer> timer;
     timer = RepeatingTimer::scheduledTimer(0ms, target, [&ticks, &timer] {
         timer.reset();
-        // What the tick has captured lives until it returns.
+        // What the callback has captured lives until it returns.
         ++ticks;
     });
     QCoreApplication::processEvents();

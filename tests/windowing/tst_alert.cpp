@@ -45,7 +45,7 @@ class tst_alert final : public QObject {
     void init();
     void cleanup();
 
-    // The first: once a window has had the keyboard, the virtual desktop never takes it away.
+    // Runs first: once a window has had the keyboard, the offscreen platform never takes it away.
     void alertAfterAnEventWaitsForNobody();
 
     void eachButtonHasItsResult_data();
@@ -260,7 +260,7 @@ void tst_alert::pressingABlockedWindowBringsTheAlertBack() {
     alerts_->answer(u"OK"_s, [&] {
         for (TestWindow *window : {&owner, &other}) {
             const QWindow *alert = box().windowHandle();
-            // What a desktop does when a window is pressed.
+            // As a desktop does when a window is clicked.
             window->window->windowHandle()->requestActivate();
             if (!QTest::qWaitFor([&] { return QGuiApplication::focusWindow() == alert; })) {
                 lost << (window == &owner ? u"owner"_s : u"another"_s);
@@ -289,8 +289,7 @@ void tst_alert::alertWhoseOwnerIsFreedIsAnsweredAsByEscape() {
 
 void tst_alert::alertAfterAnEventWaitsForNobody() {
     TestWindow owner;
-    // No window gets the keyboard of a desktop that has none; the virtual one gives none to tool
-    // tips.
+    // As on a desktop without a keyboard: the offscreen platform gives tool tips no keyboard.
     owner.window->setWindowFlags(Qt::ToolTip);
     owner.window->show();
     QVERIFY(QTest::qWaitForWindowExposed(owner.window.get()));

@@ -13,7 +13,7 @@ namespace {
 constexpr quint32 scanCode = 65;
 constexpr quint64 moment = 1000;
 
-/// A key as the keyboard sends it at a moment, in milliseconds.
+/// A key as the keyboard sends it; the time is in milliseconds.
 struct Stroke {
     quint32 scanCode = ::scanCode;
     quint64 time = moment;
@@ -29,7 +29,7 @@ bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke) {
     return event.isAccepted();
 }
 
-/// What reaches an object.
+/// Records the events that reach an object.
 class Listener final : public QObject {
     Q_OBJECT
 
@@ -83,7 +83,7 @@ void tst_keyrepeat::unmarkedRepetitionIsSwallowed() {
     QCOMPARE(beforehand.heard, QList{QEvent::KeyRelease});
 
     const Listener afterwards(window);
-    // An override that is accepted keeps the key from being a shortcut.
+    // Accepting the override keeps the key from triggering a shortcut.
     QVERIFY(send(window, QEvent::ShortcutOverride, {}));
     QVERIFY(send(window, QEvent::KeyPress, {}));
     QCOMPARE(afterwards.heard, QList<QEvent::Type>());

@@ -100,7 +100,7 @@ bool tst_window::isInView(const Window &window, const QWidget &control) {
 }
 
 void tst_window::screenIsSmall() {
-    // What follows means nothing elsewhere.
+    // On another screen the other tests would prove nothing.
     QCOMPARE(QGuiApplication::primaryScreen()->availableSize(), QSize(480, 360));
 }
 
@@ -131,7 +131,7 @@ void tst_window::largeWindowScrollsWithinTheScreen() {
     window.resize(1200, 1200);
     const QWidget &room = *area(window)->viewport();
     QVERIFY(QTest::qWaitFor([&] { return content.size() == room.size(); }));
-    // Its edge would be a second frame, and Tab has nothing to do there.
+    // A frame of its own would be a second one, and Tab has nothing to do there.
     QCOMPARE(area(window)->frameShape(), QFrame::NoFrame);
     QCOMPARE(area(window)->focusPolicy(), Qt::NoFocus);
 }
@@ -234,8 +234,8 @@ void tst_window::windowFreedWithTheFocusScrollsNoMore() {
     controller_->close();
     first->close();
     controller_.reset();
-    // Before the event loop hears that no window has the focus. What went wrong here showed under
-    // the sanitizers only.
+    // Freed before the event loop hears that no window has the focus. Only the sanitizers find the
+    // error that this test is for.
     desk::freeUnused();
     QVERIFY(!newer);
     QVERIFY(QApplication::focusWidget() == nullptr);
@@ -248,7 +248,7 @@ void tst_window::windowInATileThatIsTooSmallScrolls() {
     const QSize needed = window.minimumSize();
     const QWidget *focused = window.focusWidget();
     QVERIFY(focused != nullptr);
-    // As a window manager does: nobody asks the window.
+    // As a window manager does, without asking the window.
     window.windowHandle()->resize(needed - QSize(40, 40));
     QVERIFY(QTest::qWaitFor([&] { return window.size() == needed - QSize(40, 40); }));
     QVERIFY2(area(window) != nullptr, "the window does not scroll");
@@ -277,7 +277,7 @@ void tst_window::resizedWindowGrowsWithItsText() {
     const QSize grown = window.size();
     setTextSize(5);
     QCoreApplication::processEvents();
-    // Whoever made it larger wants it so.
+    // A window that was enlarged on purpose does not shrink with its text.
     QCOMPARE(window.size(), grown);
 }
 

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Counted and remembered for windows that are gone.
+// Global, because they are read when the windows are gone.
 int built = 0;                  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 bool survivedItsClose = false;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
@@ -42,7 +42,7 @@ Control *addOutlet(QMainWindow &window, const QString &name) {
     return control;
 }
 
-/// The layout "Probe": every outlet and action of the class below.
+/// The layout "Probe", with every outlet and action of the class below.
 void buildProbe(QMainWindow &window) {
     ++built;
     window.setObjectName(u"Probe"_s);
@@ -146,9 +146,9 @@ class tst_windowcontroller final : public QObject {
         return platform::makeController<Probe>(u"Probe"_s);
     }
     static std::shared_ptr<Probe> openProbe();
-    /// Builds "Probe" with one more thing done to its window.
+    /// Has "Probe" built with that alteration of its window.
     static void alterLayout(std::function<void(QMainWindow &)> alteration);
-    /// What the exception says that `body` raises; empty where it raises none.
+    /// The message of the exception that `body` throws; empty if it throws none.
     static QString messageOf(const std::function<void()> &body);
 
     std::unique_ptr<Alerts> alerts_;
@@ -406,7 +406,7 @@ void tst_windowcontroller::controllersCloseDoesNotAsk() {
     probe->close();
     QCOMPARE(probe->asked, 0);
     QVERIFY(!probe->window()->isVisible());
-    // The next close of the user asks again.
+    // When the user closes the window next, it asks again.
     probe->showWindow();
     QVERIFY(!probe->window()->close());
     QCOMPARE(probe->asked, 1);
@@ -443,7 +443,7 @@ void tst_windowcontroller::closedControllerThatNobodyHoldsIsFreed() {
     desk::freeUnused();
     QVERIFY(!probe);
 
-    // One that was never shown has nothing to keep it.
+    // Nothing keeps a controller that was never shown.
     probe = makeProbe().get();
     desk::freeUnused();
     QVERIFY(!probe);
