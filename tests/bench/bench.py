@@ -80,8 +80,8 @@ class Bench:
 
     @contextmanager
     def desktop(self):
-        """What the programs find: a store, a runtime folder in memory as desktops have it, and no
-        screen reader.
+        """Gives the programs a store, a runtime folder in memory as desktops have it, and no screen
+        reader.
         """
         os.environ.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")
         os.environ |= self.display.environment
@@ -136,7 +136,7 @@ class Bench:
 
     @contextmanager
     def running(self, *command):
-        """Starts a program, waits until its window is painted, and tells when that was."""
+        """Starts a program, waits until its window is painted, and yields when that was."""
         process = subprocess.Popen(
             [self.tools / "firstpaint", *command],
             stdin=subprocess.PIPE,
@@ -217,7 +217,7 @@ class Bench:
         )
 
     def take_attempts(self, take_quiz):
-        """All attempts, and what one costs in processor time after so many, beside a 10th."""
+        """All attempts, and the processor time of one after so many, compared to one after 10."""
         attempts = [take_quiz(5)]
         costs = {1: (f"{attempts[0]['cpu']:.1f}", "", "")}
         for place in (10, 100, 1000):
@@ -237,7 +237,7 @@ class Bench:
 
     @contextmanager
     def learner(self, display):
-        """Gives what takes a quiz with the program, and tells how it went."""
+        """Yields a function that takes a quiz with the program and returns how it went."""
         process = subprocess.Popen(
             [self.tools / "attempts"],
             env=os.environ | display.environment,
@@ -256,7 +256,7 @@ class Bench:
         with process:
             yield take_quiz
 
-    # What they find
+    # The store
 
     def fill_store(self, **more):
         store = Path(os.environ["XDG_CONFIG_HOME"]) / "Zorvan/Zorvan.conf"
@@ -265,7 +265,7 @@ class Bench:
         store.write_text("\n".join(["[General]", *lines, ""]))
 
 
-# What the system knows of a process
+# What the system knows about a process
 
 
 def kibibytes(pid, file, field):
@@ -286,7 +286,7 @@ def wake_ups(pid):
 
 
 def wait_until_still(pid):
-    """Returns when it has not woken up for a third of a second."""
+    """Returns when the process has not woken up for a third of a second."""
     before = None
     while before != (before := wake_ups(pid)):
         time.sleep(0.3)
@@ -324,7 +324,7 @@ def row(*cells):
 
 
 def compare(label, values, form, wanted):
-    """A row with each one's median, and the median of the ratios of what was measured in turn."""
+    """A row with the medians, and the median ratio of the values measured in the same turn."""
     cells = []
     for each in values.values():
         spread = f" ({form} to {form})".format(min(each), max(each)) if len(each) > 1 else ""

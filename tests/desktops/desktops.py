@@ -17,11 +17,11 @@ from session import Display, Stuck, wait_until
 
 
 class Desktop(Display):
-    """Where windows are managed by `command`.
+    """A desktop whose windows are managed by `command`.
 
     program_type     how programs are used there
-    shows_attention  whether one can see that a window asks for it
-    grants_requests  whether a window that asks for the keyboard gets it, where its program has it
+    shows_attention  whether one can see that a window asks for attention
+    grants_requests  whether a window that asks for the keyboard gets it if its program has it
     """
 
     command = ()
@@ -60,16 +60,16 @@ class X11Desktop(Desktop):
         )
 
     def put_over(self, place):
-        """Moves the window with the keyboard to a place on the screen that it is to cover."""
+        """Moves the window with the keyboard so that it covers a place on the screen."""
         self.run("xdotool", "getactivewindow", "windowmove", place[0], place[1])
 
     def minimise(self):
-        """Minimises the window with the keyboard, where the desktop can do so."""
+        """Minimises the window with the keyboard; returns whether the desktop can do so."""
         self.run("xdotool", "getactivewindow", "windowminimize")
         return True
 
     def asks_for_attention(self):
-        """Whether any window does."""
+        """Whether any window asks for attention."""
         return any(
             "_NET_WM_STATE_DEMANDS_ATTENTION" in self.run("xprop", "-id", window, "_NET_WM_STATE")
             for window in self.windows()
@@ -82,7 +82,7 @@ class Metacity(X11Desktop):
 
 class Xfwm(X11Desktop):
     command = ["xfwm4", "--compositor=off"]
-    # In the other list it leaves out a window that is alone.
+    # The other list leaves out a window that is the only one.
     client_list = "_NET_CLIENT_LIST"
 
 
@@ -108,7 +108,7 @@ class WaylandProgram(Program):
 
 class WaylandDesktop(Desktop):
     program_type = WaylandProgram
-    # Before Qt 6.8 few of them hear who asks for it in the background.
+    # Before Qt 6.8 few compositors are told which window in the background asks for attention.
     shows_attention = False
     socket = "nested"
 
@@ -118,10 +118,10 @@ class WaylandDesktop(Desktop):
         return manager
 
     def put_over(self, place):
-        """All windows are put in the middle of the screen, over each other."""
+        """Does nothing: all windows are put in the middle of the screen, over each other."""
 
     def options(self):
-        """What the compositor finds in its environment."""
+        """The compositor's own environment variables."""
         return {}
 
     def place(self, window):
@@ -142,7 +142,7 @@ class KWinWayland(WaylandDesktop):
     shows_attention = True
 
     def spawn_manager(self, environment=()):
-        # A file of ours has none of the capabilities that a container may not give.
+        # A copy has none of the capabilities, which a container may be unable to give.
         program = self.session.folder / "kwin_wayland"
         shutil.copyfile(shutil.which("kwin_wayland"), program)
         program.chmod(0o755)
@@ -178,7 +178,7 @@ class KWinWayland(WaylandDesktop):
         )
 
     def _script(self, expression):
-        """What an expression is in the compositor."""
+        """The value of an expression in the compositor."""
         name = f"answer-{next(self._answers)}"
         file = self.session.folder / f"{name}.js"
         file.write_text(f"print('{name}=' + JSON.stringify({expression}))")
@@ -210,11 +210,11 @@ class KWinWayland(WaylandDesktop):
 
 
 class Mutter(WaylandDesktop):
-    """It tells nobody where windows are, but puts each new one in the middle of the screen."""
+    """It does not tell where windows are, but puts each new one in the middle of the screen."""
 
     command = ["mutter", "--wayland", "--nested", "--no-x11", "--wayland-display=nested"]
 
-    # How much of a window is its title bar and its borders, which the program draws.
+    # The size of a window's title bar and borders, which the program draws.
     frame = {"left": 3, "top": 30, "right": 3, "bottom": 3}
 
     def options(self):
@@ -244,7 +244,7 @@ class Mutter(WaylandDesktop):
         super().press(*keys)
 
     def _wait_for_rest(self):
-        """Waits until the screen has not changed for some pictures: nobody tells what is drawn."""
+        """Waits until several pictures of the screen are equal: nothing tells when it is drawn."""
         before, now = (self.session.folder / f"{name}.ppm" for name in ("before", "now"))
         self.picture(now)
         equal = 0
@@ -262,9 +262,9 @@ class Mutter(WaylandDesktop):
 
 class Sway(WaylandDesktop):
     command = ["sway"]
-    # It tells the user who asks.
+    # It only shows the user which window asks.
     grants_requests = False
-    # It chooses the name.
+    # It chooses the name itself.
     socket = "wayland-1"
 
     def spawn_manager(self, environment=()):
@@ -275,7 +275,7 @@ class Sway(WaylandDesktop):
         )
         command = ["sway", "--config", str(config)]
         if os.getuid() == 0:
-            # It does not run as root; in a user namespace it is somebody else.
+            # It does not run as root; in a user namespace it is another user.
             command = ["unshare", "--user", "--map-user=1000", "--map-group=1000", *command]
         return self.session.spawn("sway", command, self.environment | environment)
 

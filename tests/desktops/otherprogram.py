@@ -21,7 +21,7 @@ def main():
 
         window = Gtk.Window(title="Another program")
         window.set_default_size(width, height)
-        # On Wayland the desktop alone says where windows are.
+        # On Wayland only the desktop decides where windows are.
         window.move(left, top)
         window.connect("focus-in-event", lambda *_: note("has the keyboard"))
         window.connect("focus-out-event", lambda *_: note("has lost the keyboard"))

@@ -1,4 +1,4 @@
-"""What a desktop has a say in: which window is in front, and which has the keyboard."""
+"""What a desktop decides: which window is in front, and which has the keyboard."""
 
 import filecmp
 import re
@@ -29,7 +29,7 @@ def test_a_click_beside_the_greeting(learner):
     press_corner(program, menu)
 
     def is_answered():
-        # Where a window does not get the keyboard that it asks for, the greeting is shown again.
+        # If a window does not get the keyboard that it asks for, the greeting is shown again.
         if any(has(greeting, State.ACTIVE) for greeting in program.windows(GREETING)):
             program.press("Return")
         return "Finished Starting" in program.log_lines()
@@ -65,7 +65,7 @@ def test_the_close_guard(learner):
     program.press("ctrl+w")
     answer(program, program.wait_for_window(ABANDON), "Return")
     program.wait_until_gone(attempt.window)
-    # What is left has the keyboard.
+    # The window that is left has the keyboard.
     program.wait_until("the main menu has the keyboard", lambda: has(menu, State.ACTIVE))
     program.press("ctrl+3")
     program.wait_for_window("Methods")
@@ -114,7 +114,7 @@ def test_about_twice(learner):
     learner.quit()
 
 
-# As an alert, it is known by what it says.
+# Like an alert, it is found by its text.
 ABOUT = re.compile("About Zorvan.*")
 
 
@@ -182,7 +182,7 @@ def begin_a_quiz(learner, folder):
 
 
 def heading(program, window):
-    """What stands furthest up in a quiz: an alert leaves it to be seen."""
+    """The text at the top of a quiz, which an alert does not cover."""
     return program.wait_for(Role.LABEL, "Structure", window)
 
 
@@ -232,7 +232,7 @@ def start_again(learner, **settings):
 
 
 def press_corner(program, window):
-    """Presses the mouse in the lower right corner of a window, where nothing is to be pressed."""
+    """Presses the mouse in the lower right corner of a window, where there is no control."""
     left, top, width, height = program.place(window)
     program.display.click(left + width - 6, top + height - 6)
 
@@ -245,7 +245,7 @@ def answer(program, alert, key):
 
 
 class Sight:
-    """A part of the screen, as it looks at first."""
+    """A part of the screen, and how it looked at first."""
 
     def __init__(self, program, place, folder):
         self._display = program.display
@@ -262,7 +262,7 @@ class Sight:
         return rests
 
     def is_seen(self):
-        """Whether it looks so now."""
+        """Whether it looks the same now."""
         self._display.part(self._now, self._place)
         return filecmp.cmp(self._first, self._now, shallow=False)
 
@@ -288,7 +288,7 @@ class OtherProgram:
             ["/usr/bin/python3", *map(str, command)],
             self._program.display.environment | {"NO_AT_BRIDGE": "1"},
         )
-        # A desktop may put it behind the window; it is the higher of the two.
+        # The desktop may put it behind our window, but it is taller: its lower end can be clicked.
         left, top, width, height = self._place
         bottom = left + width // 2, top + height - 12
         wait_until("the other program has the keyboard", lambda: self._is_pressed(*bottom))
@@ -306,7 +306,7 @@ class OtherProgram:
         return self._notes.read_text("utf-8").splitlines() if self._notes.exists() else []
 
     def write(self, text):
-        """Types a text, which this program gets, without having lost the keyboard meanwhile."""
+        """Types a text, and checks that this program gets it and has not lost the keyboard."""
         expected = [*self.notes(), *text]
         self._program.press(*text)
         wait_until("the other program gets the keys", lambda: self.notes() == expected)
@@ -331,5 +331,5 @@ class Clock:
         self._file.write_text(f"+0 x{self.rate}")
 
     def slow_down(self):
-        """Goes on at the usual rate, from no earlier a time than it has come to."""
+        """Goes on at the usual rate, from a time no earlier than it has reached."""
         self._file.write_text(f"+{self.rate * (time.monotonic() - self._started):.0f}")

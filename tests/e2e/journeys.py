@@ -1,4 +1,4 @@
-"""What journeys have in common, on whatever display."""
+"""What all journeys have in common, on any display."""
 
 from pathlib import Path
 
@@ -27,8 +27,8 @@ def session():
 
 @pytest.fixture
 def learner(request, display, tmp_path):
-    """A learner whose program ends with the journey. A journey on other displays than the usual
-    one, or in another environment, has a fixture `display` or `environment` of its own.
+    """A learner whose program ends with the journey. A journey on another display, or in another
+    environment, has a fixture `display` or `environment` of its own.
     """
     learner = Learner(display, request.config.getoption("--program"), tmp_path)
     yield learner

@@ -1,4 +1,4 @@
-"""Use of a program without a mouse."""
+"""Using a program without a mouse."""
 
 from program import Role, State, ask, children, describe, extents, has, name_of, shown
 
@@ -6,7 +6,7 @@ CONTROLS = (Role.PUSH_BUTTON, Role.RADIO_BUTTON, Role.PANEL)
 
 
 class Keyboard:
-    """Presses keys, and after each step finds the focus on something visible and enabled."""
+    """Presses keys, and checks after each step that the focus is on a visible, enabled control."""
 
     def __init__(self, program, folder):
         self.program = program
@@ -33,7 +33,7 @@ class Keyboard:
         )
 
     def window(self, title, focus, role=Role.PUSH_BUTTON):
-        """The window of that title, once it has come up with the focus where it belongs."""
+        """The window of that title, once it is open and the focus is where it belongs."""
         window = self.program.wait_for_window(title)
         self.wait_for_focus(focus, role)
         return window
@@ -73,7 +73,7 @@ class Keyboard:
             if ask(item.get_role) in CONTROLS
             and has(item, State.FOCUSABLE)
             and has(item, State.ENABLED)
-            # Arrow keys go on from the option that is chosen to the others.
+            # Tab reaches only the chosen option; arrow keys go on to the others.
             and (ask(item.get_role) != Role.RADIO_BUTTON or has(item, State.CHECKED))
         ]
         assert sorted(map(describe, stops)) == sorted(map(describe, controls))
@@ -85,13 +85,13 @@ class Keyboard:
             )
 
     def _expect_visible_focus(self, stop, before):
-        """Finds the place of a stop changed by the focus, as much as by a frame around it."""
+        """Checks that the focus changes a stop at least as much as a frame around it would."""
 
         def changed():
             left, top, width, height = extents(row_of(stop))
             after = self._picture("after")
             crop = f"[{width}x{height}+{left}+{top}]"
-            # What is scrolled out of the screen has no place on it.
+            # A stop that is scrolled off the screen cannot be compared.
             difference = self.program.display.differing_pixels(f"{before}{crop}", f"{after}{crop}")
             return (difference or 0) >= width + height and after
 
@@ -105,10 +105,10 @@ class Keyboard:
 
 
 def row_of(item):
-    """The row that a button stands in, which shows the focus for it; otherwise the item."""
+    """The row that a button is in, which shows the focus for it; otherwise the item itself."""
     parent = ask(item.get_parent)
     *_, width, height = extents(item)
-    # It is not much higher than the button, which is a letter or has a level beside it.
+    # The row is not much higher than the button, which is a letter or has a level beside it.
     is_row = ask(parent.get_role) == Role.FILLER and extents(parent)[3] <= 2 * height
     return parent if is_row and (width <= 2 * height or len(children(parent)) > 1) else item
 

@@ -1,4 +1,4 @@
-"""A learner at the program: what one does with it, and what one may expect to find."""
+"""A learner: what one does with the program, and what one may expect of it."""
 
 import json
 import re
@@ -26,11 +26,11 @@ class Quiz:
 
     @property
     def pass_mark(self):
-        """The fewest right answers that pass."""
+        """The lowest number of right answers that passes."""
         return -(-self.length * 8 // 10)
 
     def asked(self, number):
-        """The question that stands in for the last three."""
+        """The question that is asked in place of `number`: 74 replaces the last three."""
         return min(number, 74)
 
 
@@ -73,8 +73,8 @@ SEEDS = {"currentTest": "0", "currentStatus": "0", "firstRun": "false"} | {
 
 @dataclass
 class Learner:
-    """Uses the program with the mouse, unless told otherwise, and remembers what should have come
-    of it: the store, and what the program writes to its log.
+    """Uses the program with the mouse, unless told otherwise, and remembers what should come of it:
+    the content of the store, and what the program writes to its log.
     """
 
     display: object
@@ -115,7 +115,7 @@ class Learner:
         assert written == self.log, f"the program wrote {written} instead of {self.log}"
 
     def come_back(self):
-        """Quits, starts again, and finds all as it was left."""
+        """Quits, starts again, and checks that everything is as it was."""
         self.quit()
         assert self.stored() == self.store
         self.start()
@@ -143,7 +143,7 @@ class Learner:
         self.program.wait_until_gone(alert)
 
     def abandon(self, button):
-        """Answers the question that stands before a quiz's end."""
+        """Answers the question whether to leave a quiz."""
         self.dismiss(ABANDON, button)
 
     def expect_levels(self, menu):
@@ -162,7 +162,7 @@ class Learner:
         ]
 
     def standing(self, quiz):
-        """What the main menu says of a quiz beside its level."""
+        """What the main menu says about a quiz beside its level."""
         if self.passes(quiz) == 3:
             return ", mastered"
         first = next(quiz for quiz in QUIZZES.values() if self.passes(quiz) < 3)
@@ -190,7 +190,7 @@ class Learner:
         self.program.click_button(item, window, Role.MENU_ITEM)
 
     def set_timed(self, menu):
-        """Has quizzes timed from here on, and returns the settings."""
+        """Makes quizzes timed from here on, and returns the settings window."""
         self.program.click_button("Settings", menu)
         settings = self.program.wait_for_window("Settings")
         timed = "Timed: about 15 seconds a question"
@@ -237,7 +237,7 @@ class Learner:
 
 
 class Attempt:
-    """One quiz window, from the learner's side."""
+    """One quiz window, as the learner sees it."""
 
     def __init__(self, learner, quiz, window):
         self.learner = learner
@@ -250,7 +250,7 @@ class Attempt:
         self.next_question = None
 
     def question(self):
-        """The question on screen, once it is the one whose turn it is."""
+        """The question on screen, once it is the next one."""
         position = f"Question {len(self.asked) + 1} of {self.quiz.length}"
         _, label, *self.buttons = self.program.wait_for_all(
             self.window,
@@ -295,7 +295,7 @@ class Attempt:
         self.program.click(self.next_question)
 
     def answer_all(self, wrong=0):
-        """Answers all questions that are left, that many of them wrongly, the wrong ones last."""
+        """Answers all remaining questions, the last `wrong` of them wrongly."""
         while len(self.asked) < self.quiz.length:
             right = len(self.asked) < self.quiz.length - wrong
             self.answer(right)
@@ -305,7 +305,7 @@ class Attempt:
 
 
 def answer_names(question):
-    """What the buttons of a question's answers are called."""
+    """The names of the buttons of a question's answers."""
     return [
         f"{letter}: {answer or 'empty'}" for letter, answer in zip("ABC", question["answers"])
     ]

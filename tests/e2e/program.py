@@ -1,5 +1,5 @@
-"""One run of a program, watched through the accessibility bus as a screen reader watches it, and
-used with the pointer and the keyboard of its display.
+"""One run of a program, watched through the accessibility bus as a screen reader does, and used
+with the pointer and the keyboard of its display.
 """
 
 import re
@@ -15,7 +15,7 @@ State = Atspi.StateType
 
 
 class Program:
-    """A name, below, is a text, a compiled pattern that the name has to match whole, or a
+    """In all methods a name is a text, a compiled pattern that has to match the whole name, or a
     collection of texts.
     """
 
@@ -33,7 +33,7 @@ class Program:
         return self._log.read_text(encoding="utf-8", errors="replace").splitlines()
 
     def mapped_files(self):
-        """What it has loaded, the program itself and its libraries among it."""
+        """The files that it has loaded, including the program itself and its libraries."""
         maps = Path(f"/proc/{self._process.pid}/maps").read_text(encoding="utf-8")
         return {line.split()[-1] for line in maps.splitlines() if "/" in line}
 
@@ -50,7 +50,7 @@ class Program:
         self.display.session.end(self._process)
 
     def leave_evidence(self, folder):
-        """Leaves behind what a failure can be understood from."""
+        """Saves what helps to understand a failure."""
         (folder / "tree.txt").write_text(self.tree(), "utf-8")
         (folder / "log.txt").write_text("\n".join(self.log_lines()), "utf-8")
         try:
@@ -59,7 +59,7 @@ class Program:
             (folder / "no-screen.txt").write_text(str(problem), "utf-8")
 
     def wait_until(self, what, condition):
-        """As the function, but for no longer than the program runs."""
+        """As the function wait_until(), but fails if the program has ended."""
 
         def holds():
             if not self.is_running():
@@ -90,11 +90,11 @@ class Program:
         )[0]
 
     def wait_until_gone(self, window):
-        """Waits for a window to close, be it with the program."""
+        """Waits for a window to close, alone or with the program."""
         wait_until(f"{describe(window)} is gone", lambda: not has(window, State.SHOWING))
 
     def find(self, role, name, within=None):
-        """All that is shown of that role and name."""
+        """All items of that role and name that are shown."""
         return [
             item
             for item in shown(within or self._application())
@@ -122,7 +122,7 @@ class Program:
         return self.wait_until(f"{names} are shown", found)
 
     def focus(self):
-        """What has the focus; None where nothing has."""
+        """The item that has the focus; None if none has."""
         for window in self.windows():
             if has(window, State.ACTIVE):
                 for item in shown(window):
@@ -131,7 +131,7 @@ class Program:
         return None
 
     def tree(self):
-        """All that the accessibility bus knows of the program, a line each."""
+        """All that the accessibility bus knows about the program, one line for each item."""
         return "\n".join(_lines(self._application(), 0))
 
     # Pointer and keyboard
@@ -150,7 +150,7 @@ class Program:
 
     def place(self, item):
         """Left, top, width and height, in pixels of the screen."""
-        # Until the two agree on the place, the program has not yet heard where its window is.
+        # Until bus and display agree, the program has not yet heard where its window is.
         self.x_window(window_of(item))
         return extents(item)
 
@@ -176,8 +176,8 @@ class Program:
     # Pictures
 
     def picture(self, file, window=None):
-        """Saves a picture of a window with its frame, or of the whole screen, when it is painted
-        and rests. The pointer is put aside first.
+        """Saves a picture of a window with its frame, or of the whole screen, once it is painted
+        and no longer changes. The pointer is put aside first.
         """
         self.display.put_pointer_aside()
         x_window = self.x_window(window) if window else None
@@ -209,7 +209,7 @@ class Program:
 
 
 def ask(method, *arguments):
-    """The program's answer; None when what is asked about is gone."""
+    """The program's answer; None if what is asked about is gone."""
     try:
         return method(*arguments)
     except GLib.Error:
@@ -221,7 +221,7 @@ def name_of(item):
 
 
 def title_of(window):
-    """Its name, to which Qt adds the program's from 6.11 on."""
+    """The window's name without the program's, which Qt adds from 6.11 on."""
     return name_of(window).removesuffix(" — Zorvan")
 
 
@@ -230,7 +230,7 @@ def description_of(item):
 
 
 def describe(item):
-    """For whoever reads what went wrong."""
+    """The item's role and name, for messages."""
     role = ask(item.get_role)
     return f'the {role.value_nick if role else "item"} "{name_of(item)}"'
 
@@ -242,7 +242,7 @@ def extents(item):
 
 
 def view_of(item):
-    """The place in which `item` can be seen: what it stands in may scroll."""
+    """The area in which `item` can be seen: what is around it may scroll."""
     around = ask(item.get_parent)
     view = extents(around)
     while around and ask(around.get_role) != Role.APPLICATION:
@@ -260,7 +260,7 @@ def lies_within(place, area):
 
 
 def common(a, b):
-    """What two rectangles have in common."""
+    """The area that two rectangles have in common."""
     left, top = max(a[0], b[0]), max(a[1], b[1])
     right, bottom = min(a[0] + a[2], b[0] + b[2]), min(a[1] + a[3], b[1] + b[3])
     return left, top, right - left, bottom - top
@@ -278,7 +278,7 @@ def children(item):
 
 
 def shown(item):
-    """All that is shown below `item`, in reading order."""
+    """All items inside `item` that are shown, in reading order."""
     for child in children(item):
         if has(child, State.SHOWING):
             yield child
@@ -286,7 +286,7 @@ def shown(item):
 
 
 def below(item):
-    """All that is below `item`, shown or not."""
+    """All items inside `item`, shown or not."""
     for child in children(item):
         yield child
         yield from below(child)

@@ -17,11 +17,11 @@ from pathlib import Path
 import pyatspi
 from gi.repository import Atspi, GLib
 
-# Seconds that any one thing may take; what watches the program can make it slower.
+# Seconds that any one thing may take; a tool that watches the program may need more.
 PATIENCE = int(os.environ.get("PATIENCE", "60"))
 
-# Keys by their number. By name, xdotool holds Alt with those that newer keyboard layouts list with
-# Alt as well.
+# Keys that are sent by number: by name, xdotool also holds Alt if a newer keyboard layout lists the
+# key with Alt as well.
 KEY_CODES = {"F1": 67}
 
 
@@ -45,14 +45,14 @@ def wait_until(what, condition):
 
 
 class Session:
-    """A login session without a display. It lives in a `with` block, at whose end all that it has
-    started has ended.
+    """A login session without a display. It lives in a `with` block and ends everything that it has
+    started at the end of the block.
 
-    A process can have one session in its life: the accessibility library stays with the first bus
-    that it finds.
+    A process can have only one session: the accessibility library stays with the first bus that it
+    finds.
 
-    folder    for whatever the session's programs need
-    programs  the root of all that the accessibility bus knows
+    folder    for anything that the session's programs need
+    programs  the root of everything that the accessibility bus knows
     """
 
     def __init__(self):
@@ -132,7 +132,7 @@ class Session:
             "LC_ALL": "C.UTF-8",
             "GSETTINGS_BACKEND": "memory",
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            # Newer Qt writes a line whenever it is asked about a control that has gone.
+            # Newer Qt writes a line whenever it is asked about a control that no longer exists.
             "QT_LOGGING_RULES": "qt.accessibility.atspi.warning=false",
         }
         _, os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.spawn_server(
@@ -142,7 +142,7 @@ class Session:
         self.programs = wait_until(
             "the accessibility bus is ready", lambda: pyatspi.Registry.getDesktop(0)
         )
-        # Whoever asks wants to know how things are now.
+        # Cached answers may be out of date.
         self.programs.set_cache_mask(Atspi.Cache.NONE)
 
     def _close(self):
@@ -166,7 +166,7 @@ class Display:
         self._options = options
 
     def __enter__(self):
-        # Xephyr is a window on the display of whoever wants to watch.
+        # Xephyr is a window on the user's own display, for watching.
         server = "Xephyr -no-host-grab" if self._watched else "Xvfb"
         self._server, number = self.session.spawn_server(
             "display",
@@ -182,8 +182,8 @@ class Display:
         self.session.end(self._server)
 
     def start_manager(self):
-        """Starts what manages the windows, and waits until it does."""
-        # It names itself before it is ready, and never gives the focus to what is there by then.
+        """Starts the window manager, and waits until it manages windows."""
+        # It gives its name before it is ready, and never focuses windows that open in between.
         manager = self.session.spawn(
             "openbox",
             ["openbox", "--sm-disable", "--startup", "xprop -root -f READY 32c -set READY 1"],
@@ -219,7 +219,7 @@ class Display:
         self.run("xdotool", "keyup", *reversed(keys))
 
     def activate(self, x_window):
-        """What a click in a task bar does."""
+        """Activates a window, as a click in a task bar does."""
         self.run("xdotool", "windowactivate", x_window)
 
     def put_pointer_aside(self):
@@ -249,9 +249,9 @@ class Display:
         self.run("import", "-silent", *source, file)
 
     def differing_pixels(self, before, after):
-        """How many pixels of two pictures differ; None where they cannot be compared."""
+        """How many pixels of two pictures differ; None if they cannot be compared."""
         metric = ("compare", "-metric", "AE", before, after, "null:")
-        # ImageMagick 7 adds their share.
+        # ImageMagick 7 also writes their share.
         number = re.match(r"[\d.]+(e\+\d+)?", self.attempt(*metric).stderr)
         return float(number[0]) if number else None
 
@@ -270,7 +270,7 @@ class Display:
             raise Stuck(f"{command[0]} took more than {PATIENCE} seconds") from error
 
     def run(self, *command):
-        """What a command writes; raises Stuck where it fails."""
+        """What a command writes; raises Stuck if it fails."""
         done = self.attempt(*command)
         if done.returncode != 0:
             raise Stuck(f"{command[0]} failed: {done.stderr.strip()}")
@@ -282,13 +282,13 @@ class Display:
 
 
 def _adopt_orphans():
-    """Makes this process the parent of what its children leave behind."""
+    """Makes this process the parent of processes that its children leave behind."""
     set_child_subreaper = 36
     ctypes.CDLL(None).prctl(set_child_subreaper, 1, 0, 0, 0)
 
 
 def _end_orphans():
-    """The services of a bus end with it; here they are waited for, and made to if need be."""
+    """Waits for the services of a bus, which end with it, and ends those that do not."""
     for signals in ([], [signal.SIGTERM], [signal.SIGKILL]):
         for orphan in _orphans():
             for number in signals:

@@ -11,7 +11,7 @@ STRUCTURE = QUIZZES[5]
 
 @pytest.fixture(scope="module")
 def display(request, session):
-    # Keys repeat sooner and faster than a learner's do.
+    # Keys repeat sooner and faster than on a learner's keyboard.
     repeat = "-ardelay 100 -arinterval 10"
     watched = request.config.getoption("--watch")
     with Display(session, watched=watched, options=repeat) as display:
@@ -20,14 +20,14 @@ def display(request, session):
 
 def test_a_held_key_acts_once(learner, keyboard):
     program, display = learner.program, learner.display
-    # The key that dismisses the greeting is still down, and starts no quiz.
+    # The key that dismisses the greeting is still down, but must not start a quiz.
     with display.holding("Return"):
         menu = keyboard.window("Zorvan", QUIZZES[1].button)
         learner.expect_levels(menu)
     expect_another_focus(keyboard)
     assert program.windows() == [menu]
 
-    # This is how a key repeats that may.
+    # A key that may repeat does so.
     seen = set()
     with display.holding("Tab"):
         program.wait_until(
@@ -57,7 +57,7 @@ def test_a_held_key_acts_once(learner, keyboard):
 
 
 def expect_nothing_more(keyboard, attempt):
-    """Finds the question on screen unanswered when all that was typed has been heard."""
+    """Checks that the question on screen is unanswered after all typed keys have arrived."""
     expect_another_focus(keyboard)
     attempt.question()
 

@@ -54,14 +54,14 @@ def take_with_keys(learner, keyboard, answers, go_on):
         keyboard.wait_for_focus(name_of(attempt.buttons[0]))
         if not attempt.asked:
             keyboard.walk(attempt.window)
-        # Only the keys of an answer choose it.
+        # Only an answer's own keys choose it.
         keyboard.press("Return")
         right = len(attempt.asked) > 0
         attempt.answer(right, answers)
         if len(attempt.asked) < STRUCTURE.length:
             attempt.expect_verdict(right)
             keyboard.wait_for_focus("Next Question")
-            # What was answered stays answered.
+            # Further answers change nothing.
             keyboard.press(*answers)
             keyboard.press(go_on)
     learner.expect_results(attempt)
@@ -91,7 +91,7 @@ def open_menu_item(keyboard, menu, item):
 
 
 def chosen_item(program):
-    """The item of an open menu that the arrow keys have come to."""
+    """The item of an open menu that the arrow keys have reached."""
     for item in shown(program.windows()[0]):
         if ask(item.get_role) == Role.MENU_ITEM and has(item, State.FOCUSED):
             if not children(item):
@@ -134,7 +134,7 @@ def read_help(keyboard):
 
 
 def close_all(keyboard):
-    """Closes window after window until none is left but the way back."""
+    """Closes one window after another until only the way back is left."""
     program = keyboard.program
     while not program.find(Role.LABEL, "No window is open."):
         window = program.windows()[0]
@@ -151,7 +151,7 @@ def test_every_shortcut_does_what_the_menu_says(learner, keyboard):
         program.press(f"ctrl+{quiz.id}")
         learner.store["currentTest"] = str(quiz.id)
         window = program.wait_for_window(quiz.name)
-        # Neither a quiz nor the main menu is closed by mistake.
+        # Escape does not close a quiz, and Ctrl+W asks first.
         keyboard.press("Escape")
         program.press("ctrl+w")
         keyboard.window(ABANDON, "Yes")

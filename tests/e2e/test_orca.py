@@ -10,12 +10,12 @@ from session import wait_until
 
 STRUCTURE = QUIZZES[5]
 
-# As Orca writes it up to 50, and since.
+# As Orca writes it up to version 50, and since then.
 NO_VOICE = "SPEECH: Not available|Speech server is not responsive"
 
 
 def plain(text):
-    """Without what not every version says: full stops, and that a window is one."""
+    """Leaves out what only some versions say: full stops, and that a window is one."""
     text = " ".join(text.split()).replace("push button", "button")
     return re.sub(r"\.(?= |$)", "", re.sub(r" frame\b", "", text))
 
@@ -29,7 +29,7 @@ class Orca:
         self._heard = 0
 
     def __enter__(self):
-        # It keeps back what it writes unless it writes to a terminal.
+        # Orca holds back what it writes unless it writes to a terminal.
         orca = "orca --replace --disable=braille --debug-file=/dev/tty"
         command = ["script", "--quiet", "--flush", "--command", orca, str(self._log)]
         self._process = self.display.session.spawn("orca", command, self.display.environment)
@@ -43,14 +43,14 @@ class Orca:
         self.display.session.end(self._process)
 
     def expect(self, *phrases):
-        """Hears these phrases, one after the other and maybe with others in between, among what is
-        said since the last time.
+        """Waits until these phrases have been said since the last time, in this order and maybe
+        with others in between.
         """
         pattern = ".*".join(re.escape(plain(phrase)) for phrase in phrases)
         self._hear(phrases, lambda said: (match := re.search(pattern, said)) and match.end())
 
     def expect_in_any_order(self, *phrases):
-        """Hears all of these phrases among what is said since the last time."""
+        """Waits until all of these phrases have been said since the last time."""
         phrases = [plain(phrase) for phrase in phrases]
         self._hear(
             phrases,
@@ -83,7 +83,7 @@ def orca(display):
 
 @pytest.fixture
 def learner(learner):
-    # The toolkit never frees the keys that the screen reader has not let through at the end.
+    # Qt never frees the keys that the screen reader has not let through at the end.
     learner.environment = {"ASAN_OPTIONS": "detect_leaks=0"}
     return learner
 
@@ -113,7 +113,7 @@ def test_a_quiz_is_taken_by_ear(learner, orca):
         right_answer = answers[question["right"] - 1]
         verdict = "correct" if right else f"wrong, the right answer is {right_answer}"
         score = f"score {attempt.right / len(attempt.asked) * 100:.0f}"
-        # By the focus or, where Qt can announce it, ahead of the focus or after it.
+        # The verdict is read with the focus or, if Qt can announce it, before or after the focus.
         orca.expect_in_any_order("Next Question button.", f"{verdict}, {score}")
         program.press("Return")
     learner.expect_results(attempt)
@@ -133,7 +133,7 @@ def test_a_quiz_is_taken_by_ear(learner, orca):
     program.press("Escape")
     orca.expect("Results")
     program.press("ctrl+q")
-    # The log has lines by the toolkit, about keys that the screen reader was slow to let through.
+    # The log has lines from Qt about keys that the screen reader was slow to let through.
     assert program.exit_status() == 0
 
 

@@ -9,7 +9,7 @@ from program import Role, extents
 
 STRUCTURE = QUIZZES[5]
 DARK = "/usr/share/qt6ct/colors/darker.conf"
-# In the dark palette only letters and signs have that much of red; none has as broad a stroke.
+# In the dark palette only letters and icons have that much red, and none has so broad a stroke.
 BRIGHT = 80  # per cent
 BROAD = 12  # pixels
 
@@ -27,7 +27,7 @@ def test_windows_follow_the_desktop(learner, tmp_path):
     born_dark.turn(dark=True)
     born_dark.open_windows()
     wanted = born_dark.pictures("wanted")
-    # Its questions come in another order.
+    # Its questions come in another order each time.
     del wanted[STRUCTURE.name]
     born_dark.leave()
 
@@ -66,8 +66,8 @@ class Desk:
         return self.learner.program
 
     def turn(self, dark, titles=None):
-        """Turns the desktop dark or light, as its settings do, and sees windows follow: those of
-        the titles, or all.
+        """Turns the desktop dark or light, as its settings do, and waits until the windows with
+        these titles, or all of them, have followed.
         """
         file = self.learner.home / "qt6ct/qt6ct.conf"
         file.parent.mkdir(parents=True, exist_ok=True)
@@ -78,7 +78,7 @@ class Desk:
             f"custom_palette={str(dark).lower()}",
             f"color_scheme_path={DARK}",
         )
-        # The folder is what is watched: a file that is written over would go unnoticed.
+        # Only the folder is watched: a file that is overwritten would go unnoticed.
         new = file.with_suffix(".new")
         new.write_text("\n".join(lines), "utf-8")
         new.replace(file)
@@ -91,7 +91,7 @@ class Desk:
             )
 
     def open_windows(self):
-        """Opens them; the last is a quiz against the clock, with one question answered."""
+        """Opens the windows; the last is a quiz against the clock, with one question answered."""
         menu = self.learner.start_for_the_first_time()
         results = self.learner.take(STRUCTURE, menu)
         menu = self.learner.newest_menu()
@@ -139,20 +139,20 @@ class Desk:
         return files
 
     def within_picture(self, item, window):
-        """Where it is in the picture of its window."""
+        """The item's place in the picture of its window."""
         left, top, width, height = extents(item)
         frame_left, frame_top, *_ = self.display.frame(self.program.x_window(window))
         return left - frame_left, top - frame_top, width, height
 
     def lightness(self, window):
-        """The mean, from 0 to 1."""
+        """The mean lightness of a window, from 0 to 1."""
         file = self.learner.home / "now.png"
         self.display.picture(file, self.program.x_window(window))
         mean = ("-scale", "1x1!", "-format", "%[fx:mean]", "info:")
         return float(self.display.run("convert", file, *mean))
 
     def broad_bright_pixels(self, title, file):
-        """How many lie in bright squares that are too broad for a letter or a sign."""
+        """How many pixels are in bright squares that are too broad for a letter or an icon."""
         window = self.windows[title]
         left, top, width, height = self.within_picture(window, window)
         bright = ("-channel", "R", "-separate", "+channel", "-threshold", f"{BRIGHT}%")

@@ -18,7 +18,7 @@ def test_a_quiz_is_passed(learner, quiz):
     attempt = learner.open_quiz(quiz, learner.start_for_the_first_time())
     attempt.answer_all()
     learner.expect_results(attempt)
-    # Whatever the order, each of its questions came once; the main test draws some of all.
+    # In any order, each question came once; the main test asks some of all the questions.
     asked = sorted(attempt.asked)
     if quiz.id < 7:
         assert asked == sorted(quiz.asked(number) for number in quiz.numbers)
@@ -80,7 +80,7 @@ def test_progress_is_cleared(learner):
     learner.program.click_button("Clear Progress…", settings)
     learner.dismiss(CLEAR, "Yes")
     learner.dismiss(CLEARED, "OK")
-    # A main menu that is open shows the old passes until it is asked for the new ones.
+    # An open main menu shows the old passes until it is refreshed.
     learner.program.bring_to_front(menu)
     learner.expect_levels(menu)
     learner.store |= SEEDS

@@ -13,12 +13,12 @@ STRUCTURE = QUIZZES[5]
 NAMELESS = (Role.FILLER, Role.SEPARATOR)
 LEVEL = re.compile(r".+, (\d+) of (\d+) (passes|questions)")
 
-# There is no other way to learn what an action is called.
+# There is no other way to learn an action's name.
 pytestmark = pytest.mark.filterwarnings("ignore:Atspi.Action.get_action_name is deprecated")
 
 
 def expect_words(window):
-    """Finds everything in a window named, every state in words, and every control usable."""
+    """Checks that everything has a name, every state is in words and every control is usable."""
     items = list(shown(window))
     controls = [item for item in items if has(item, State.FOCUSABLE)]
     buttons = [name_of(item) for item in controls if ask(item.get_role) == Role.PUSH_BUTTON]
@@ -122,7 +122,7 @@ def test_every_window_is_put_in_words(learner):
         program.wait_until("another window has the focus", program.focus)
     way_back = program.wait_for_window("Zorvan")
     expect_words(way_back)
-    # These items were read as another window's before.
+    # The same items were read as another window's before.
     learner.choose_menu_item("Zorvan", "Quit")
     learner.expect_the_end()
 
@@ -148,8 +148,8 @@ def test_menus_are_put_in_words_with_their_shortcuts(learner):
 
 
 class Reader:
-    """Notes what a screen reader would hear of: what comes to have the focus, what is announced,
-    and what changes its name.
+    """Notes what a screen reader would be told: what gets the focus, what is announced, and what
+    changes its name.
     """
 
     EVENTS = (
@@ -204,7 +204,7 @@ def test_the_question_and_the_verdict_are_heard(learner):
             attempt.expect_verdict(right)
 
             def told():
-                """Before Qt 6.8 a description says what is announced since."""
+                """Before Qt 6.8 a description says what newer versions announce."""
                 texts = [*reader.announced, description_of(attempt.next_question)]
                 return attempt.next_question in reader.focused() and list(filter(None, texts))
 
@@ -240,7 +240,7 @@ def test_the_time_is_readable_but_not_spoken(learner):
     with Reader() as reader:
         for text in ("Time left: 1:44", "Time left: 1:43", "Time left: 1:42"):
             program.wait_until(f'"{text}" can be read', lambda: name_of(clock) == text)
-        # That a label without the focus has another name is not spoken.
+        # A new name of a label without the focus is not spoken.
         told = {(kind, describe(item)) for kind, item, _ in reader.heard if item != clock}
         assert told == set()
         kinds = {kind for kind, _, _ in reader.heard}

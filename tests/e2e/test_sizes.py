@@ -21,8 +21,7 @@ from program import (
 )
 from session import Display
 
-# Without the second variable the toolkit takes so many dots for a finer screen, and enlarges
-# everything.
+# Without the second variable Qt takes so many dots for a finer screen, and enlarges everything.
 SCREEN_AND_TEXT = {
     100: ("1280x720", {"QT_FONT_DPI": "96"}),
     200: ("1920x1080", {"QT_FONT_DPI": "192", "QT_ENABLE_HIGHDPI_SCALING": "0"}),
@@ -34,9 +33,9 @@ FUNCTIONS = QUIZZES[4]
 
 
 class FineDisplay(Display):
-    """A display with more pixels than the program counts. The accessibility bus tells places in
-    the program's pixels, the X server in its own; here windows and the pointer have theirs in the
-    program's, rounded as the toolkit does.
+    """A display with more pixels than the program counts. The accessibility bus gives places in the
+    program's pixels, the X server in its own. The methods here give and take the program's pixels,
+    rounded as Qt does.
     """
 
     def __init__(self, session, size, scale, watched):
@@ -54,7 +53,7 @@ class FineDisplay(Display):
         super().click(floor(x * self._scale), floor(y * self._scale))
 
     def is_large_enough(self, x_window):
-        """Whether a window has at least the size below which it cuts something off."""
+        """Whether a window has at least its minimum size, so that nothing is cut off."""
         hints = self.run("xprop", "-id", x_window, "WM_NORMAL_HINTS")
         [least] = re.findall(r"minimum size: (\d+) by (\d+)", hints)
         *_, width, height = super().windows()[x_window]
@@ -141,7 +140,7 @@ def test_every_window_fits(learner):
 
 
 def expect_to_fit(program, window):
-    """Finds a window on the screen, frame and all, and everything in it to be seen."""
+    """Checks that a window and its frame are on the screen, and everything in it can be seen."""
     x_window = program.x_window(window)
     frame, screen = program.display.frame(x_window), (0, 0, *program.display.screen)
     assert lies_within(frame, screen), f"{describe(window)} leaves the screen"
@@ -150,8 +149,8 @@ def expect_to_fit(program, window):
 
 
 def flaws(item, scrolls=False):
-    """Whatever below `item` leaves what it stands in, lies on its neighbour, or is hard to hit.
-    What scrolls may be longer than its place.
+    """All items inside `item` that leave what is around them, overlap a neighbour or are hard to
+    hit. What scrolls may be longer than its place.
     """
     place = extents(item)
     parts = [(part, extents(part)) for part in children(item) if has(part, State.SHOWING)]

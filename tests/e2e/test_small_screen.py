@@ -85,14 +85,14 @@ def test_by_wheel(learner):
 
 
 def expect_on_screen(program, window):
-    """Finds all of a window on the screen, frame and all."""
+    """Checks that a window is on the screen as a whole, with its frame."""
     frame = program.display.frame(program.x_window(window))
     screen = (0, 0, *(int(side) for side in SIZE.split("x")))
     assert lies_within(frame, screen), f"{describe(window)} at {frame} leaves the screen"
 
 
 def walk(keyboard, window):
-    """Goes round a window with Tab, and finds each control that it comes to in view."""
+    """Goes round a window with Tab, and checks that each control it reaches is in view."""
     expect_on_screen(keyboard.program, window)
     first = last = keyboard.focused()
     while True:

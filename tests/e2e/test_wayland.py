@@ -7,7 +7,7 @@ from program import Role, ask, below, name_of
 from session import wait_until
 from wayland import ActionProgram, WaylandDisplay
 
-# There is no other way to learn what an action is called.
+# There is no other way to learn an action's name.
 pytestmark = pytest.mark.filterwarnings("ignore:Atspi.Action.get_action_name is deprecated")
 
 
@@ -20,7 +20,7 @@ def display(session):
 @pytest.fixture
 def learner(learner):
     learner.program_type = ActionProgram
-    # The toolkit leaves the compositor without freeing what it had of it.
+    # Qt leaves the compositor without freeing what it got from it.
     learner.environment = {"ASAN_OPTIONS": "detect_leaks=0"}
     return learner
 
@@ -29,7 +29,7 @@ def test_a_quiz_is_passed_on_wayland(learner):
     structure = QUIZZES[5]
     menu = learner.start_for_the_first_time()
     expect_on_screen(learner.display, "Zorvan")
-    # The compositor finds the icon by it.
+    # The compositor finds the icon by this name.
     assert learner.display.programs() == {"org.zorvan.Zorvan"}
     learner.take(structure, menu)
     expect_on_screen(learner.display, "Results — Zorvan", "Zorvan", "Zorvan")
@@ -45,12 +45,12 @@ def test_a_quiz_is_passed_on_wayland(learner):
 
 
 def expect_on_screen(display, *titles):
-    """The windows that the compositor shows, whatever the program says of them."""
+    """Waits until the compositor shows exactly these windows, whatever the program says."""
     wait_until(f"the windows {titles} are on screen", lambda: display.titles() == list(titles))
 
 
 def quit_by_menu(learner):
-    # Nothing was ever pressed or typed here, and without that newer Qt opens no menu.
+    # Newer Qt opens no menu before something is clicked or typed, which never happens here.
     learner.program.click(
         next(
             item

@@ -6,7 +6,7 @@ from program import Role, State, has
 
 def test_the_main_menu_needs_no_picture_file(learner):
     learner.start_for_the_first_time()
-    # To read one, the toolkit loads all that it has for any kind of them.
+    # To read one picture file, Qt would load its plugins for every kind.
     loaded = learner.program.mapped_files()
     assert any("/platforms/" in file for file in loaded)
     assert [file for file in loaded if "/imageformats/" in file] == []
@@ -16,7 +16,7 @@ def test_the_main_menu_needs_no_picture_file(learner):
 def test_the_window_manager_knows_the_program(learner):
     menu = learner.start_for_the_first_time()
     x_window = learner.program.x_window(menu)
-    # By the name that the desktop entry gives, it finds the program's icon.
+    # The window manager finds the program's icon by this name, which the desktop entry has too.
     named = learner.display.run("xprop", "-id", x_window, "WM_CLASS")
     assert named.strip() == 'WM_CLASS(STRING) = "zorvan", "zorvan"'
     learner.quit()
@@ -65,7 +65,7 @@ def test_two_quizzes_share_one_attempt(learner):
     second = Attempt(learner, methods, learner.program.wait_for_window(methods.name))
     second.answer()
     second.expect_verdict(right=True)
-    # There is one attempt at a time: the first window goes on with what the second began.
+    # There is one attempt at a time: the first window goes on with the one that the second began.
     learner.program.bring_to_front(first.window)
     first.go_on()
     learner.program.wait_for(Role.LABEL, "Question 2 of 10", first.window)
@@ -110,7 +110,7 @@ def test_the_last_window_leaves_a_way_back(learner):
     learner.program.press("alt+F4")
     learner.program.wait_until_gone(menu)
     learner.program.wait_for_window("Zorvan")
-    # Nothing is left to come back to: the way back is the last thing to be closed.
+    # The program has no other window left: if the way back is closed, it ends.
     learner.program.click_button("Quit")
     learner.expect_the_end()
 
@@ -122,7 +122,7 @@ def test_quit_asks_in_the_middle_of_a_quiz(learner):
     attempt.expect_verdict(right=True)
     learner.program.press("ctrl+q")
     learner.abandon("No")
-    # All is as it was, the other windows included.
+    # Everything is as it was, including the other windows.
     assert len(learner.program.windows()) == 2
     attempt.go_on()
     attempt.answer()
@@ -145,7 +145,7 @@ def test_quit_asks_once_for_each_quiz(learner):
     learner.program.press("ctrl+q")
     learner.abandon("Yes")
     learner.abandon("No")
-    # One quiz was given up, the other goes on, and so does the program.
+    # One quiz was left; the other one goes on, and so does the program.
     learner.program.wait_until(
         "one quiz is left", lambda: len(learner.program.windows(("Structure", "Terminology"))) == 1
     )

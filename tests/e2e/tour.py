@@ -28,7 +28,7 @@ def main():
             tour.take()
         except (Stuck, AssertionError) as problem:
             tour.program.leave_evidence(folder)
-            # Most assertions say by their own line alone what they want.
+            # Most assertions have no message: their line of code says what they want.
             reason = str(problem) or traceback.extract_tb(problem.__traceback__)[-1].line
             sys.exit(f"The tour failed: {reason}. How far it came is in {folder}")
     print(f"The tour is complete. Its pictures are in {folder}")

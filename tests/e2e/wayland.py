@@ -24,7 +24,7 @@ class WaylandDisplay:
         self.environment = {"WAYLAND_DISPLAY": "headless", "QT_QPA_PLATFORM": "wayland"}
 
     def __enter__(self):
-        # Only with --debug may anyone take pictures and look at the list of windows.
+        # Pictures and the list of windows are available only with --debug.
         command = (
             "weston --backend=headless-backend.so --use-pixman --width=1280 --height=720"
             f" --no-config --idle-time=0 --debug --socket={self.environment['WAYLAND_DISPLAY']}"
@@ -37,11 +37,11 @@ class WaylandDisplay:
         self.session.end(self._server)
 
     def titles(self):
-        """The titles of all windows that are on the screen, in the order of the alphabet."""
+        """The titles of all windows that are on the screen, in alphabetical order."""
         return sorted(title for title, _ in self._windows())
 
     def programs(self):
-        """The names of the programs whose windows are on the screen, as their entries have them."""
+        """The names, as in desktop entries, of the programs whose windows are on the screen."""
         return {program for _, program in self._windows()}
 
     def _windows(self):
@@ -64,7 +64,7 @@ class WaylandDisplay:
             return client.connect_ex(f"{os.environ['XDG_RUNTIME_DIR']}/{name}") == 0
 
     def _run(self, *command, **environment):
-        """What a command writes; raises Stuck where it fails."""
+        """What a command writes; raises Stuck if it fails."""
         try:
             return subprocess.run(
                 command,
@@ -80,8 +80,8 @@ class WaylandDisplay:
 
 
 class ActionProgram(Program):
-    """A program that is used as a switch or a screen reader uses it, through the actions that its
-    controls offer. No window has the focus, and places on the screen are unknown.
+    """A program that is used through the actions that its controls offer, as with a switch or a
+    screen reader. No window has the focus, and places on the screen are unknown.
     """
 
     def wait_for_window(self, title):

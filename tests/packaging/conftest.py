@@ -21,7 +21,7 @@ def version(request):
 
 @pytest.fixture(scope="session")
 def share(build, tmp_path_factory):
-    """The folder of what the program installs beside itself."""
+    """The folder of the files that are installed with the program."""
     prefix = tmp_path_factory.mktemp("prefix")
     subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True)
     return prefix / "share"

@@ -71,7 +71,7 @@ class LaunchedProgram(Program):
 
 
 class LaunchedProcess:
-    """What is asked of a process, for a child that somebody else started."""
+    """The part of Popen that is needed, for a child that was started by something else."""
 
     def __init__(self, pid):
         self.pid = pid

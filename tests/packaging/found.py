@@ -19,7 +19,7 @@ for word in ("zorvan", "php", "quiz"):
 theme = Gtk.IconTheme()
 theme.set_custom_theme("hicolor")
 wanted = {size: f"{size}x{size}/apps/{ID}.png" for size in (16, 24, 32, 48, 64, 128, 256, 512)}
-# Of a size that no picture has.
+# A size that no picture has.
 wanted[100] = f"scalable/apps/{ID}.svg"
 for size, file in wanted.items():
     icon = theme.lookup_by_gicon(entry.get_icon(), size, Gtk.IconLookupFlags(0))

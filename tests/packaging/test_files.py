@@ -45,7 +45,7 @@ def test_every_file_has_its_place(share):
 def test_the_desktop_entry_is_valid(share):
     file = share / f"applications/{ID}.desktop"
     assert expect_no_complaint("desktop-file-validate", file) == ""
-    # As the window manager knows the program's windows.
+    # The name by which the window manager knows the program's windows.
     assert "StartupWMClass=zorvan" in file.read_text("utf-8").splitlines()
 
 
