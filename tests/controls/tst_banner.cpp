@@ -47,11 +47,11 @@ class tst_banner final : public QObject {
     void cleanup();
 
     void isQuietAtFirst();
-    void moodIsSeenInBackgroundAndPicture_data();
-    void moodIsSeenInBackgroundAndPicture();
-    void moodsAreToldApart();
+    void toneIsSeenInBackgroundAndPicture_data();
+    void toneIsSeenInBackgroundAndPicture();
+    void tonesAreToldApart();
     void onlyTheFestiveBannerHasRays();
-    void newMoodIsDrawnAtOnce();
+    void newToneIsDrawnAtOnce();
     void pictureOffABannerIsDrawnInTheAccent();
     void pictureFillsItsLabel();
     void noPictureIsDrawnAsNothing();
@@ -69,13 +69,13 @@ void tst_banner::isQuietAtFirst() {
     QCOMPARE(banner.tone(), Banner::Tone::Neutral);
 }
 
-void tst_banner::moodIsSeenInBackgroundAndPicture_data() {
+void tst_banner::toneIsSeenInBackgroundAndPicture_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
     QTest::newRow("dark") << drawing::darkPalette();
 }
 
-void tst_banner::moodIsSeenInBackgroundAndPicture() {
+void tst_banner::toneIsSeenInBackgroundAndPicture() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
     ShownBanner shown;
@@ -97,7 +97,7 @@ void tst_banner::moodIsSeenInBackgroundAndPicture() {
     QCOMPARE(shown.pixels(onAccent), 0);
 }
 
-void tst_banner::moodsAreToldApart() {
+void tst_banner::tonesAreToldApart() {
     ShownBanner shown;
     shown.image.setImage(QIcon());
     QList<QRgb> backgrounds;
@@ -135,7 +135,7 @@ void tst_banner::onlyTheFestiveBannerHasRays() {
     QVERIFY2(changes() >= 4, qPrintable(u"only %1 edges of rays"_s.arg(changes())));
 }
 
-void tst_banner::newMoodIsDrawnAtOnce() {
+void tst_banner::newToneIsDrawnAtOnce() {
     ShownBanner shown;
     shown.banner.show();
     QVERIFY(QTest::qWaitForWindowExposed(&shown.banner));

@@ -84,17 +84,17 @@ class tst_rows final : public QObject {
  private Q_SLOTS:
     void cleanup();
 
-    void fillSaysHowARowStands_data();
-    void fillSaysHowARowStands();
+    void fillSaysTheStateOfARow_data();
+    void fillSaysTheStateOfARow();
     void onlyTheRightAnswerHasABorderInTheAccent();
-    void focusIsOnTheBorderWhateverTheStanding();
+    void focusIsOnTheBorderWhateverTheState();
     void rowThatCannotBePressedHasNoFill();
     void pointerLightsTheFillAndLeavesTheBorder_data();
     void pointerLightsTheFillAndLeavesTheBorder();
     void pointerDoesNotLightWhatCannotBePressed();
     void pressIsSeenOnTheRow();
-    void everyPartIsDrawnAnew_data();
-    void everyPartIsDrawnAnew();
+    void everyPartIsRedrawn_data();
+    void everyPartIsRedrawn();
     void iconIsATickACrossOrNothing();
     void iconWithoutATickOrCrossIsItsLabel();
     void iconOfWhatIsNextDoneOrRightIsADisc();
@@ -122,13 +122,13 @@ QImage tst_rows::icon(Row &row, RowState state, const QString &label) {
     return picture;
 }
 
-void tst_rows::fillSaysHowARowStands_data() {
+void tst_rows::fillSaysTheStateOfARow_data() {
     QTest::addColumn<QPalette>("palette");
     QTest::newRow("light") << QApplication::palette();
     QTest::newRow("dark") << drawing::darkPalette();
 }
 
-void tst_rows::fillSaysHowARowStands() {
+void tst_rows::fillSaysTheStateOfARow() {
     QFETCH(const QPalette, palette);
     QApplication::setPalette(palette);
     Row row;
@@ -138,10 +138,10 @@ void tst_rows::fillSaysHowARowStands() {
         fills[state] = row.fill();
     }
     const QColor open = fills[RowState::Open];
-    QVERIFY2(open != row.windowColor(), "an open row has no ground");
+    QVERIFY2(open != row.windowColor(), "an open row has no fill");
     QCOMPARE(fills[RowState::Done], open);
     QVERIFY2(fills[RowState::Next] != open, "what is next is not set off");
-    QVERIFY2(fills[RowState::Next] != row.windowColor(), "what is next has no ground");
+    QVERIFY2(fills[RowState::Next] != row.windowColor(), "what is next has no fill");
     QCOMPARE(fills[RowState::Right], fills[RowState::Next]);
     QCOMPARE(fills[RowState::Wrong], row.windowColor());
     QCOMPARE(fills[RowState::Other], row.windowColor());
@@ -153,11 +153,11 @@ void tst_rows::onlyTheRightAnswerHasABorderInTheAccent() {
     for (const RowState state : states) {
         row.row.setState(state);
         QCOMPARE(row.border() == accent, state == RowState::Right);
-        QVERIFY2(row.border() != row.windowColor(), "the row has no edge");
+        QVERIFY2(row.border() != row.windowColor(), "the row has no border");
     }
 }
 
-void tst_rows::focusIsOnTheBorderWhateverTheStanding() {
+void tst_rows::focusIsOnTheBorderWhateverTheState() {
     Row row;
     const QColor accent = platform::look::accent(row.window.palette());
     for (const RowState state : states) {
@@ -231,7 +231,7 @@ void tst_rows::pressIsSeenOnTheRow() {
     QCOMPARE(row.fill(), hovered);
 }
 
-void tst_rows::everyPartIsDrawnAnew_data() {
+void tst_rows::everyPartIsRedrawn_data() {
     using Change = std::function<void(Row &)>;
     QTest::addColumn<Change>("change");
     QTest::newRow("another state") << Change([](Row &row) { row.row.setState(RowState::Wrong); });
@@ -243,7 +243,7 @@ void tst_rows::everyPartIsDrawnAnew_data() {
     QTest::newRow("released by a key") << Change([](Row &row) { Q_EMIT row.button.released(); });
 }
 
-void tst_rows::everyPartIsDrawnAnew() {
+void tst_rows::everyPartIsRedrawn() {
     QFETCH(const std::function<void(Row &)>, change);
     Row row;
     pointer::moveTo(row.another);
@@ -252,9 +252,9 @@ void tst_rows::everyPartIsDrawnAnew() {
     const drawing::Paints icon(row.icon);
     const drawing::Paints text(row.text);
     change(row);
-    QVERIFY2(QTest::qWaitFor([&] { return whole.count() > 0; }), "the row is not drawn anew");
-    QVERIFY2(QTest::qWaitFor([&] { return icon.count() > 0; }), "its sign is not drawn anew");
-    QVERIFY2(QTest::qWaitFor([&] { return text.count() > 0; }), "its text is not drawn anew");
+    QVERIFY2(QTest::qWaitFor([&] { return whole.count() > 0; }), "the row is not redrawn");
+    QVERIFY2(QTest::qWaitFor([&] { return icon.count() > 0; }), "its icon is not redrawn");
+    QVERIFY2(QTest::qWaitFor([&] { return text.count() > 0; }), "its text is not redrawn");
 }
 
 void tst_rows::iconIsATickACrossOrNothing() {

@@ -113,7 +113,7 @@ class tst_steplist final : public QObject {
     void focusFollowsWhatComesNext();
     void focusStaysWhereTheLearnerPutIt_data();
     void focusStaysWhereTheLearnerPutIt();
-    void sameLevelsAnewMoveNoFocus();
+    void sameLevelsMoveNoFocus();
     void focusStaysWhenAllIsDone();
 };
 
@@ -230,7 +230,7 @@ void tst_steplist::focusStaysWhereTheLearnerPutIt() {
     QCOMPARE(steps.window.focusWidget(), &chosen);
 }
 
-void tst_steplist::sameLevelsAnewMoveNoFocus() {
+void tst_steplist::sameLevelsMoveNoFocus() {
     Steps steps({3, 1, 0});
     QVERIFY(steps.show());
     steps.another.setFocus();

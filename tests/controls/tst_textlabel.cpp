@@ -36,8 +36,8 @@ class tst_textlabel final : public QObject {
     void textStandsWhereItIsAligned_data();
     void textStandsWhereItIsAligned();
     void textStandsOffTheEndsOfItsBand();
-    void textIsSetAnewWhateverChanges_data();
-    void textIsSetAnewWhateverChanges();
+    void textIsSetAgainWhateverChanges_data();
+    void textIsSetAgainWhateverChanges();
 
  private:
     /// The share of the picture that differs from its corner.
@@ -292,7 +292,7 @@ void tst_textlabel::textStandsOffTheEndsOfItsBand() {
                             .arg(label.width() * optics::ratio)));
 }
 
-void tst_textlabel::textIsSetAnewWhateverChanges_data() {
+void tst_textlabel::textIsSetAgainWhateverChanges_data() {
     using Change = std::function<void(TextLabel &)>;
     QTest::addColumn<Change>("change");
     const auto row = [](const char *name, const Change &change) { QTest::newRow(name) << change; };
@@ -308,7 +308,7 @@ void tst_textlabel::textIsSetAnewWhateverChanges_data() {
     row("width", [](TextLabel &label) { label.resize(150, 200); });
 }
 
-void tst_textlabel::textIsSetAnewWhateverChanges() {
+void tst_textlabel::textIsSetAgainWhateverChanges() {
     QFETCH(const std::function<void(TextLabel &)>, change);
     const auto prepare = [](TextLabel &label) {
         label.setStringValue(u"A text that is long enough for a second line\n$a = 'code';"_s);
