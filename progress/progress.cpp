@@ -16,7 +16,7 @@ void progress::SetProgressBars() {
     const std::array labels{&lblQuiz1Progress, &lblQuiz2Progress, &lblQuiz3Progress,
                             &lblQuiz4Progress, &lblQuiz5Progress, &lblQuiz6Progress};
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        const float percent = levels[i] / 3 * 100;
+        const float percent = levels[i] / progressstore::passesToMaster * 100;
         labels[i]->setStringValue(platform::stringWithFormat("%.0f%%", double(percent)));
     }
 }

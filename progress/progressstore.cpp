@@ -10,10 +10,6 @@ using platform::Preferences;
 
 namespace progressstore {
 
-namespace {
-constexpr int mostPasses = 3;
-}
-
 QString passCountKey(QStringView quizId) {
     return u"quiz"_s.append(quizId);
 }
@@ -30,8 +26,11 @@ void seed() {
 }
 
 std::optional<int> passCount(QStringView quizId) {
+    if (content::quizWithId(quizId) == nullptr) {
+        return std::nullopt;
+    }
     const auto text = Preferences::standardUserDefaults().valueForKey(passCountKey(quizId));
-    for (int count = 0; count <= mostPasses; ++count) {
+    for (int count = 0; count <= passesToMaster; ++count) {
         if (text == QString::number(count)) {
             return count;
         }
@@ -41,7 +40,7 @@ std::optional<int> passCount(QStringView quizId) {
 
 void recordPass(QStringView quizId) {
     const auto count = passCount(quizId);
-    if (count && *count < mostPasses) {
+    if (count && *count < passesToMaster) {
         Preferences::standardUserDefaults().setValueForKey(QString::number(*count + 1),
                                                            passCountKey(quizId));
     }

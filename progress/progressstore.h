@@ -26,9 +26,13 @@ inline const QString firstRun = QStringLiteral("firstRun");
 /// Writes the initial value of every key except timedQuizzes.
 void seed();
 
-/// How often a quiz was passed, 0 to 3; nothing if the store has no such count.
+/// A quiz that was passed this often is mastered, and its count rises no further.
+inline constexpr int passesToMaster = 3;
+
+/// How often a quiz was passed, 0 to 3; nothing if the quiz is unknown or the store has no such
+/// count.
 std::optional<int> passCount(QStringView quizId);
-/// Raises the pass count by one, up to 3. Writes nothing if there is no count.
+/// Raises the pass count by one, up to 3. Writes nothing if there is none.
 void recordPass(QStringView quizId);
 
 /// The pass counts of all quizzes as levels, in the catalogue's order; 0 if there is no count.

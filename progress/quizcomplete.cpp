@@ -39,7 +39,7 @@ void QuizComplete::GetTestResults() {
 void QuizComplete::SetCheckMarks(int passCount) {
     const bool passed =
         Preferences::standardUserDefaults().valueForKey(progressstore::currentStatus) == u"pass";
-    if (passCount < 0 || passCount > 3) {
+    if (passCount < 0 || passCount > progressstore::passesToMaster) {
         return;
     }
 
@@ -54,7 +54,9 @@ void QuizComplete::SetCheckMarks(int passCount) {
     }
 
     using Tone = platform::Banner::Tone;
-    stage.setTone(!passed ? Tone::Neutral : passCount < 3 ? Tone::Positive : Tone::Festive);
+    stage.setTone(!passed                                     ? Tone::Neutral
+                  : passCount < progressstore::passesToMaster ? Tone::Positive
+                                                              : Tone::Festive);
 
     static const std::array passedSentences{
         u"Congratulations you have passed this quiz."_s,
