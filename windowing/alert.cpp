@@ -103,14 +103,12 @@ void keepInFront(QMessageBox &box) {
             box.raise();
         }
         hadIt = hadIt || focused == box.windowHandle();
-        if (!hadIt) {
-            return;
-        }
-        // Not every desktop gives the keyboard to a window that asks for it, but each gives it to a
-        // window that appears.
+        // Not every desktop gives the keyboard to a window that asks for it, or to the second of
+        // two that appear at once, but each gives it to one that appears alone.
         constexpr std::chrono::milliseconds untilItMayHave(300);
-        QTimer::singleShot(untilItMayHave, &box, [&box] {
-            if (QGuiApplication::focusWindow() != nullptr && !box.isActiveWindow()) {
+        QTimer::singleShot(untilItMayHave, &box, [&box, hadIt] {
+            if (QGuiApplication::focusWindow() != nullptr && !box.isActiveWindow() &&
+                (hadIt || box.windowHandle()->isExposed())) {
                 box.done(Covered);
             }
         });
