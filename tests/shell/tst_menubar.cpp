@@ -356,6 +356,8 @@ void tst_menubar::aboutSaysWhatTheProgramIs() {
             QVERIFY2(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()),
                      qUtf8Printable(label->text()));
         }
+        // Only the picture needs a name of its own.
+        QCOMPARE(label->accessibleName(), label->pixmap().isNull() ? QString() : u"Zorvan"_s);
     }
     box->close();
     desk::freeUnused();
