@@ -1,6 +1,8 @@
 #include <QAccessible>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include "controls/actionrow.h"
 #include "controls/imagelabel.h"
@@ -49,6 +51,7 @@ class tst_section final : public QObject {
     void nameFollowsTheText();
     void focusIsDrawn_data();
     void focusIsDrawn();
+    void sectionThatIsTooHighIsShownFromItsTop();
 
  private:
     TextLabel &addText(const QString &text) { return addText(*section_, text); }
@@ -196,6 +199,25 @@ void tst_section::focusIsDrawn() {
 
     another.setFocus();
     QCOMPARE(drawing::pixels(section, accent), 0);
+}
+
+void tst_section::sectionThatIsTooHighIsShownFromItsTop() {
+    QScrollArea area;
+    auto *content = new QWidget;
+    auto *inContent = new QVBoxLayout(content);
+    auto *above = new QWidget;
+    above->setFixedHeight(300);
+    auto *section = new Section;
+    section->setFixedHeight(400);
+    section->setFocusPolicy(Qt::StrongFocus);
+    inContent->addWidget(above);
+    inContent->addWidget(section);
+    area.setWidget(content);
+    area.resize(200, 100);
+    area.show();
+    QVERIFY(QTest::qWaitForWindowActive(&area));
+    section->setFocus();
+    QCOMPARE(section->mapTo(area.viewport(), QPoint(0, 0)).y(), 0);
 }
 
 ZORVAN_TEST_MAIN(tst_section)
