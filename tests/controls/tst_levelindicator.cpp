@@ -123,6 +123,7 @@ class tst_levelindicator final : public QObject {
 
     void nameSaysTheValueInWords();
     void fewSegmentsAreWide();
+    void segmentsReachFromEdgeToEdge();
     void nameFollowsTheMaximum();
     void valueInWordsFollowsTheValue();
     void mainMenuSaysEveryLevelInWords();
@@ -173,6 +174,18 @@ void tst_levelindicator::fewSegmentsAreWide() {
     QVERIFY2(wide > 1.3 * narrow,
              qPrintable(
                  u"One of 3 segments is %1 pixels wide, one of 21 is %2"_s.arg(wide).arg(narrow)));
+}
+
+void tst_levelindicator::segmentsReachFromEdgeToEdge() {
+    LevelIndicator indicator;
+    indicator.setMaximum(3);
+    indicator.setDoubleValue(3);
+    indicator.resize(100, indicator.minimumSizeHint().height());
+    const QImage picture = indicator.grab().toImage();
+    const auto inTheMiddleAt = [&](int x) { return picture.pixelColor(x, picture.height() / 2); };
+    const QColor accent = platform::look::accent(indicator.palette());
+    QCOMPARE(inTheMiddleAt(0), accent);
+    QCOMPARE(inTheMiddleAt(picture.width() - 1), accent);
 }
 
 void tst_levelindicator::nameFollowsTheMaximum() {
