@@ -53,7 +53,7 @@ class LockedFolder final {
 
     const QString &path() const { return path_; }
     /// Unique to this folder.
-    QString number() const {
+    QString id() const {
         struct ::stat status {};
         ::fstat(descriptor_, &status);
         return u"%1-%2"_s.arg(status.st_dev).arg(status.st_ino);
@@ -94,7 +94,7 @@ class ScratchFolder final {
         const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
         const QFileInfo folder(runtime);
         return folder.isWritable() && folder.ownerId() == ::getuid()
-                   ? u"%1/zorvan-%2"_s.arg(runtime, store.number())
+                   ? u"%1/zorvan-%2"_s.arg(runtime, store.id())
                    : store.path() + u"/.writing"_s;
     }
 
