@@ -2,8 +2,6 @@
 
 #include "windowing/shortcuts.h"
 
-using namespace Qt::StringLiterals;
-
 namespace platform {
 
 QString TextOutlet::stringValue() const {

@@ -10,7 +10,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QWindow>
 
 #include "controls/section.h"
 #include "look/layoutproperties.h"
