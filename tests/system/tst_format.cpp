@@ -16,6 +16,7 @@ class tst_format final : public QObject {
     void exactHalvesAreRoundedToEven_data();
     void exactHalvesAreRoundedToEven();
     void programsFormats();
+    void longTextsAreWhole();
     void entryBeyondAListRaises();
 };
 
@@ -46,6 +47,11 @@ void tst_format::programsFormats() {
     QCOMPARE(stringWithFormat("%.0f %%", 100.0), u"100 %"_s);
     QCOMPARE(stringWithFormat("%d:%02d", 3, 5), u"3:05"_s);
     QCOMPARE(stringWithFormat("%d:%02d", 0, 0), u"0:00"_s);
+}
+
+void tst_format::longTextsAreWhole() {
+    const QByteArray words(1000, 'x');
+    QCOMPARE(stringWithFormat("%s, %i", words.constData(), 7), QString::fromLatin1(words + ", 7"));
 }
 
 void tst_format::entryBeyondAListRaises() {
