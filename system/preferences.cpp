@@ -5,27 +5,86 @@
 #include "system/exception.h"
 #include "system/log.h"
 
-// Other systems keep the preferences themselves, and not in a text file.
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-#define ZORVAN_PREFERENCES_ARE_A_FILE
+#include <QStandardPaths>
+
 #include "system/settingsfile.h"
+#else
+#include <QSettings>
 #endif
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 
-Preferences::Preferences()
-    : settings_(QSettings::NativeFormat, QSettings::UserScope, u"Zorvan"_s, u"Zorvan"_s) {
-    // Settings of another program or of the system must not be read as ours.
-    settings_.setFallbacksEnabled(false);
-#ifdef ZORVAN_PREFERENCES_ARE_A_FILE
-    if (!settingsfile::isParsable(settings_.fileName())) {
-        reportedUnparsable_ = true;
-        log(u"The preferences in %1 cannot be parsed; what can be read is used, and the file is "
-            "kept aside before it is written over"_s.arg(settings_.fileName()));
+namespace {
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+
+QString place() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           u"/Zorvan/Zorvan.conf"_s;
+}
+
+bool isParsable(const QString &path) {
+    return settingsfile::isParsable(path);
+}
+
+std::optional<QString> read(const QString &path, const QString &key) {
+    return settingsfile::value(path, key);
+}
+
+void write(const QString &path, const QVariantMap &values) {
+    if (const auto aside = settingsfile::write(path, values)) {
+        log(u"Not all of the preferences in %1 could be carried over; the file as it was is kept "
+            "as %2"_s.arg(path, *aside));
     }
+}
+
+#else
+
+// Other systems keep the preferences themselves, and not in a text file.
+class Settings final : public QSettings {
+ public:
+    Settings() : QSettings(NativeFormat, UserScope, u"Zorvan"_s, u"Zorvan"_s) {
+        // Settings of another program or of the system must not be read as ours.
+        setFallbacksEnabled(false);
+    }
+};
+
+QString place() {
+    return Settings().fileName();
+}
+
+bool isParsable(const QString &) {
+    return true;
+}
+
+std::optional<QString> read(const QString &, const QString &key) {
+    const Settings settings;
+    return settings.contains(key) ? std::optional(settings.value(key).toString()) : std::nullopt;
+}
+
+void write(const QString &, const QVariantMap &values) {
+    Settings settings;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        settings.setValue(value.key(), *value);
+    }
+    settings.sync();
+    if (settings.status() != QSettings::NoError) {
+        throw Exception(u"The system refuses them"_s);
+    }
+}
+
 #endif
+
+}  // namespace
+
+Preferences::Preferences() : path_(place()) {
+    if (!isParsable(path_)) {
+        log(u"The preferences in %1 cannot all be parsed; what can be read is used, and the rest "
+            "is left as it is"_s.arg(path_));
+    }
 }
 
 Preferences &Preferences::standardUserDefaults() {
@@ -38,47 +97,27 @@ void Preferences::setValueForKey(const QString &value, const QString &key) {
         observer_(value, key);
     }
     unwritten_.insert(key, value);
+    writeToDisk();
+}
+
+void Preferences::writeToDisk() {
     try {
-        writeToDisk();
+        write(path_, unwritten_);
         unwritten_.clear();
         reportedUnwritable_ = false;
     } catch (const Exception &exception) {
         if (!reportedUnwritable_) {
             reportedUnwritable_ = true;
             log(u"The preferences cannot be written to %1; they last only until the program ends. "
-                "%2"_s.arg(settings_.fileName(), QString::fromUtf8(exception.what())));
+                "%2"_s.arg(path_, QString::fromUtf8(exception.what())));
         }
     }
 }
 
-void Preferences::writeToDisk() {
-#ifdef ZORVAN_PREFERENCES_ARE_A_FILE
-    const auto aside = settingsfile::write(settings_.fileName(), unwritten_);
-    if (aside && !reportedUnparsable_) {
-        log(u"Not all of the preferences in %1 could be carried over; the file as it was is kept "
-            "as %2"_s.arg(settings_.fileName(), *aside));
-    }
-    reportedUnparsable_ = false;
-#else
-    for (auto value = unwritten_.begin(); value != unwritten_.end(); ++value) {
-        settings_.setValue(value.key(), value.value());
-    }
-    settings_.sync();
-    if (settings_.status() != QSettings::NoError) {
-        throw Exception(u"The system refuses them"_s);
-    }
-#endif
-}
-
 std::optional<QString> Preferences::valueForKey(const QString &key) {
-    if (const auto unwritten = unwritten_.constFind(key); unwritten != unwritten_.constEnd()) {
-        return *unwritten;
-    }
-    settings_.sync();
-    if (!settings_.contains(key)) {
-        return std::nullopt;
-    }
-    return settings_.value(key).toString();
+    const auto unwritten = unwritten_.constFind(key);
+    return unwritten == unwritten_.constEnd() ? read(path_, key)
+                                              : std::optional(unwritten->toString());
 }
 
 std::optional<QString> Preferences::objectForKey(const QString &key) {

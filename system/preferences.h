@@ -3,18 +3,16 @@
 #include <functional>
 #include <optional>
 
-#include <QMap>
-#include <QSettings>
 #include <QString>
+#include <QVariantMap>
 
 namespace platform {
 
 /// The user's preferences: strings under string keys, kept between runs. Nothing is cached: a read
-/// sees what another process wrote, and a write is on disk when it returns.
+/// sees what another process wrote, and a write is on the disk when it returns.
 ///
-/// A file that cannot be parsed is read as far as possible and set aside before it is overwritten.
-/// A value that cannot be written is kept in memory, and tried again with every later write. Both
-/// are reported once, on standard error.
+/// What cannot be parsed is left as it is. A value that cannot be written is kept in memory, and
+/// tried again with every later write. Both are reported once, on standard error.
 class Preferences final {
  public:
     Preferences();
@@ -29,18 +27,17 @@ class Preferences final {
 
     using Observer = std::function<void(const QString &value, const QString &key)>;
     /// Calls `observer` before every write. For tests, which need the order of the writes: the file
-    /// is sorted by key.
+    /// does not tell it.
     void setObserver(Observer observer);
 
  private:
-    /// Throws Exception with the reason if the disk cannot be written.
     void writeToDisk();
 
-    QSettings settings_;
+    /// The file, or whatever the system calls the place.
+    QString path_;
     Observer observer_;
-    /// Values that are not on disk yet.
-    QMap<QString, QString> unwritten_;
-    bool reportedUnparsable_ = false;
+    /// Values that are not on the disk yet.
+    QVariantMap unwritten_;
     bool reportedUnwritable_ = false;
 };
 

@@ -2,21 +2,20 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QSet>
+#include <QScopeGuard>
 #include <QSettings>
-#include <QStringDecoder>
 
 #include "system/exception.h"
+#include "system/settingstext.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,104 +23,37 @@ namespace platform::settingsfile {
 
 namespace {
 
-[[noreturn]] void fail(const std::error_code &reason) {
-    throw Exception(QString::fromStdString(reason.message()));
-}
-
 [[noreturn]] void failWithErrno() {
-    fail({errno, std::generic_category()});
+    throw Exception(QString::fromStdString(std::generic_category().message(errno)));
 }
 
-/// The file's folder, locked against other writers. A lock file would outlive a kill; this lock
-/// ends with its process.
-class LockedFolder final {
- public:
-    explicit LockedFolder(const QString &path)
-        : path_(path),
-          descriptor_(
-              ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (descriptor_ < 0) {
-            failWithErrno();
-        }
-        // Not every file system has locks; a lone writer is safe without one.
-        while (::flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
-        }
+void openFolder(QFile &folder, const QString &path) {
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0 ||
+        !folder.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        failWithErrno();
     }
-    ~LockedFolder() { ::close(descriptor_); }
-    LockedFolder(const LockedFolder &) = delete;
-    LockedFolder &operator=(const LockedFolder &) = delete;
-
-    const QString &path() const { return path_; }
-    /// Unique to this folder.
-    QString id() const {
-        struct ::stat status {};
-        ::fstat(descriptor_, &status);
-        return u"%1-%2"_s.arg(status.st_dev).arg(status.st_ino);
-    }
-    /// Once it returns, new names in the folder survive a power cut.
-    void sync() const { ::fsync(descriptor_); }
-
- private:
-    QString path_;
-    int descriptor_;
-};
-
-/// A folder where QSettings edits a copy: its own way of writing to disk is slower, hides some
-/// failures, and leaves files behind if it is killed. Files that a kill leaves here are removed by
-/// the next write.
-class ScratchFolder final {
- public:
-    explicit ScratchFolder(const LockedFolder &store) : dir_(place(store)) {
-        dir_.removeRecursively();
-        std::error_code error;
-        if (!std::filesystem::create_directory(dir_.filesystemPath(), error)) {
-            fail(error);
-        }
-    }
-    ~ScratchFolder() { dir_.removeRecursively(); }
-    ScratchFolder(const ScratchFolder &) = delete;
-    ScratchFolder &operator=(const ScratchFolder &) = delete;
-
-    /// A path that this process has not used before, because QSettings caches files by path.
-    QString newPath() const {
-        static int files = 0;
-        return dir_.filePath(QString::number(++files));
-    }
-
- private:
-    /// In memory if the session has a folder there; never where other users can write.
-    static QString place(const LockedFolder &store) {
-        const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-        const QFileInfo folder(runtime);
-        return folder.isWritable() && folder.ownerId() == ::getuid()
-                   ? u"%1/zorvan-%2"_s.arg(runtime, store.id())
-                   : store.path() + u"/.writing"_s;
-    }
-
-    QDir dir_;
-};
-
-QString followLinks(QString path) {
-    constexpr int most = 40;
-    for (int links = 0; QFileInfo(path).isSymLink(); ++links) {
-        if (links == most) {
-            fail(std::make_error_code(std::errc::too_many_symbolic_link_levels));
-        }
-        path = QFileInfo(path).symLinkTarget();
-    }
-    return path;
 }
 
-QByteArray read(const QString &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Exception(file.errorString());
+/// Once it returns, a file's content or the names in a folder survive a power cut.
+void sync(const QFile &file) {
+    // Not every file system can sync a folder.
+    if (::fsync(file.handle()) != 0 && errno != EINVAL) {
+        failWithErrno();
     }
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        throw Exception(file.errorString());
+}
+
+void createFolder(const QString &path) {
+    if (QFileInfo::exists(path)) {
+        return;
     }
-    return content;
+    const QFileInfo info(path);
+    createFolder(info.path());
+    QFile parent;
+    openFolder(parent, info.path());
+    QDir().mkdir(path);
+    sync(parent);
 }
 
 /// Creates the file and leaves it open. If that fails, no file is left behind.
@@ -130,165 +62,137 @@ void writeNew(QFile &file, const QByteArray &content) {
         throw Exception(file.errorString());
     }
     if (file.write(content) != content.size() || !file.flush()) {
-        const QString reason = file.errorString();
-        file.remove();
-        throw Exception(reason);
+        // By its name: an open file would be flushed first, which fails again on a full disk.
+        QFile::remove(file.fileName());
+        throw Exception(file.errorString());
     }
 }
 
-/// Whether the copy has the values and everything else that the current settings have.
-bool isComplete(const QSettings &copy, const QSettings &current,
-                const QMap<QString, QString> &values) {
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        if (copy.value(value.key()) != *value) {
-            return false;
-        }
-    }
-    const QStringList keys = current.allKeys();
-    return std::all_of(keys.begin(), keys.end(), [&](const QString &key) {
-        // Junk can be parsed as a value with an empty key, which cannot be looked up.
-        return key.isEmpty() || values.contains(key) || copy.value(key) == current.value(key);
-    });
-}
-
-/// `content`, which is that of `file`, with the values put in.
-QByteArray edited(const QByteArray &content, const QString &file,
-                  const QMap<QString, QString> &values, const ScratchFolder &scratch) {
-    const QString draft = scratch.newPath();
-    QFile copy(draft);
-    writeNew(copy, content);
-    copy.close();
-    {
-        QSettings settings(draft, QSettings::IniFormat);
-        for (auto value = values.begin(); value != values.end(); ++value) {
-            settings.setValue(value.key(), *value);
-        }
-    }
-    // After a broken line QSettings reports no further errors, and on a full disk it takes an
-    // empty file for a complete one.
-    const QString finished = scratch.newPath();
-    if (!QFile::rename(draft, finished) ||
-        !isComplete(QSettings(finished, QSettings::IniFormat),
-                    QSettings(file, QSettings::IniFormat), values)) {
-        throw Exception(u"A copy in %1 cannot be written"_s.arg(QFileInfo(draft).path()));
-    }
-    return read(finished);
-}
-
-QSet<QByteArray> lines(const QByteArray &content) {
-    QSet<QByteArray> lines;
-    for (const QByteArray &line : content.split('\n')) {
-        lines.insert(line.trimmed());
-    }
-    return lines;
-}
-
-/// Whether a line of `before`, other than those of the values, is missing or changed in `after`.
-bool losesLines(const QByteArray &before, const QByteArray &after,
-                const QMap<QString, QString> &values) {
-    return std::ranges::any_of(lines(before) - lines(after), [&](const QByteArray &line) {
-        const QByteArray key = line.first(qMax(line.indexOf('='), 0)).trimmed();
-        return !line.isEmpty() && !values.contains(QString::fromUtf8(key));
-    });
-}
-
-/// Gives the file a second name, which it keeps when it is replaced, and returns that name.
-QString keepAside(const QString &path, const QByteArray &content) {
+/// Keeps a copy of the file that is about to be replaced, and returns the copy's path.
+QString keepAside(const QString &path, const QByteArray &content, const QFile &folder) {
     for (int number = 1;; ++number) {
-        QString aside = u"%1.kept-%2"_s.arg(path).arg(number);
-        if (!QFile::exists(aside)) {
-            std::error_code error;
-            std::filesystem::create_hard_link(QFileInfo(path).filesystemFilePath(),
-                                              QFileInfo(aside).filesystemFilePath(), error);
-            if (error) {
-                QFile copy(aside);
-                writeNew(copy, content);
-            }
-            return aside;
+        QFile aside(u"%1.kept-%2"_s.arg(path).arg(number));
+        if (!aside.exists()) {
+            writeNew(aside, content);
+            aside.setPermissions(QFile::permissions(path));
+        } else if (!QFileInfo(aside).isFile() || !aside.open(QIODevice::ReadOnly) ||
+                   aside.readAll() != content) {
+            continue;
         }
-        if (read(aside) == content) {
-            return aside;
-        }
+        sync(aside);
+        sync(folder);
+        return aside.fileName();
     }
 }
 
-/// Replaces the file atomically: at any moment it is either the old or the new one.
-void replace(const QFileInfo &current, const QByteArray &content) {
-    QFile next(u"%1/.%2.writing"_s.arg(current.path(), current.fileName()));
-    // A kill may have left one behind.
-    next.remove();
-    writeNew(next, content);
-    if (current.exists()) {
-        next.setPermissions(current.permissions());
+/// What QSettings reads from the file.
+QVariantMap everythingIn(const QString &path) {
+    QVariantMap everything;
+    // Opening a pipe would wait for its other end.
+    if (QFileInfo(path).isFile()) {
+        const QSettings settings(path, QSettings::IniFormat);
+        for (const QString &key : settings.allKeys()) {
+            // Junk can be parsed as a value with an empty key, which cannot be looked up.
+            if (!key.isEmpty()) {
+                everything.insert(key, settings.value(key));
+            }
+        }
     }
-    // QSettings tells versions of a file apart by size and time, and a write takes less time than
-    // the clock's resolution.
-    const QDateTime now = QDateTime::currentDateTime();
-    const QDateTime previous = current.lastModified();
-    next.setFileTime(now > previous ? now : previous.addMSecs(1),
-                     QFileDevice::FileModificationTime);
+    return everything;
+}
 
-    std::error_code error;
-    if (::fdatasync(next.handle()) != 0) {
-        error = {errno, std::generic_category()};
-    } else {
-        std::filesystem::rename(QFileInfo(next).filesystemFilePath(), current.filesystemFilePath(),
-                                error);
-    }
-    if (error) {
-        next.remove();
-        fail(error);
-    }
+/// A time at which QSettings has seen neither the file nor its draft: it tells versions apart by
+/// size and time, and a write takes less time than the clock's resolution.
+QDateTime newTime(const QFileInfo &file) {
+    static qint64 last = 0;
+    last = std::max({QDateTime::currentMSecsSinceEpoch(), last + 1,
+                     file.lastModified().toMSecsSinceEpoch() + 1});
+    return QDateTime::fromMSecsSinceEpoch(last);
 }
 
 }  // namespace
 
-bool isParsable(const QString &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return true;
+std::optional<QString> value(const QString &path, const QString &key) {
+    if (!QFileInfo(path).isFile()) {
+        return std::nullopt;
     }
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString content = decoder(file.readAll());
-    if (decoder.hasError()) {
-        return false;
-    }
-    // QSettings itself reports only broken sections.
-    bool continues = false;
-    for (const QString &line : content.split(u'\n')) {
-        const QString entry = line.trimmed();
-        const bool section = entry.startsWith(u'[') && entry.endsWith(u']');
-        const bool comment = entry.startsWith(u';') || entry.startsWith(u'#');
-        const bool keyed = !entry.startsWith(u'[') && entry.indexOf(u'=') > 0;
-        if (!continues && !entry.isEmpty() && !section && !comment && !keyed) {
-            return false;
-        }
-        continues = entry.endsWith(u'\\');
-    }
-    return true;
+    const QSettings settings(path, QSettings::IniFormat);
+    return settings.contains(key) ? std::optional(settings.value(key).toString()) : std::nullopt;
 }
 
-std::optional<QString> write(const QString &path, const QMap<QString, QString> &values) {
-    QDir().mkpath(QFileInfo(path).path());
-    const QString file = followLinks(path);
-    const LockedFolder folder(QFileInfo(file).path());
-    const ScratchFolder scratch(folder);
+bool isParsable(const QString &path) {
+    if (!QFileInfo(path).isFile()) {
+        return true;
+    }
+    const QSettings settings(path, QSettings::IniFormat);
+    // Nothing is parsed before it is asked for.
+    settings.allKeys();
+    return settings.status() != QSettings::FormatError;
+}
 
-    const QFileInfo current(file);
-    if (current.exists() && !current.isFile()) {
+std::optional<QString> write(const QString &path, const QVariantMap &values) {
+    createFolder(QFileInfo(path).path());
+    QFileInfo current(path);
+    // As many links as the system follows.
+    for (int links = 0; links < 40 && current.isSymLink(); ++links) {
+        current.setFile(current.symLinkTarget());
+    }
+    QFile folder;
+    openFolder(folder, current.path());
+    // Unlike a lock file, this lock ends with its process. Not every file system has locks; a lone
+    // writer is safe without one.
+    while (::flock(folder.handle(), LOCK_EX) != 0 && errno == EINTR) {
+    }
+
+    current.refresh();
+    if ((current.exists() || current.isSymLink()) && !current.isFile()) {
         throw Exception(u"It is not a file"_s);
     }
-    if (current.exists() && !current.isWritable()) {
-        fail(std::make_error_code(std::errc::permission_denied));
+    QFile file(current.filePath());
+    QByteArray before;
+    // Opened for writing, too, so that a file that is read-only stays as it is.
+    if (current.exists() && file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) {
+        before = file.readAll();
     }
-    const QByteArray before = current.exists() ? read(file) : QByteArray();
-    const QByteArray after = edited(before, file, values, scratch);
+    if (file.error() != QFileDevice::NoError) {
+        throw Exception(file.errorString());
+    }
+    QVariantMap expected = everythingIn(file.fileName());
+    expected.insert(values);
+
+    QFile next(u"%1/.%2.writing"_s.arg(current.path(), current.fileName()));
+    const auto removal = qScopeGuard([&] { QFile::remove(next.fileName()); });
+    const auto succeedsWith = [&](const QByteArray &content) {
+        next.close();
+        // A kill may have left one behind.
+        QFile::remove(next.fileName());
+        writeNew(next, content);
+        if (current.exists()) {
+            next.setPermissions(current.permissions());
+        }
+        next.setFileTime(newTime(current), QFileDevice::FileModificationTime);
+        const QVariantMap found = everythingIn(next.fileName());
+        return std::ranges::all_of(expected.keys(), [&](const QString &key) {
+            return found.value(key) == expected.value(key);
+        });
+    };
     std::optional<QString> aside;
-    if (losesLines(before, after, values)) {
-        aside = keepAside(file, before);
+    if (!succeedsWith(settingstext::edited(before, values))) {
+        expected.removeIf([](std::pair<const QString &, QVariant &> entry) {
+            return !settingstext::isPlain(entry.first) ||
+                   entry.second.typeId() != QMetaType::QString;
+        });
+        if (!succeedsWith(settingstext::edited({}, expected))) {
+            throw Exception(u"They cannot be read back"_s);
+        }
+        aside = keepAside(file.fileName(), before, folder);
     }
-    replace(current, after);
-    folder.sync();
+    sync(next);
+    if (::rename(QFile::encodeName(next.fileName()).constData(),
+                 QFile::encodeName(file.fileName()).constData()) != 0) {
+        failWithErrno();
+    }
+    sync(folder);
     return aside;
 }
 

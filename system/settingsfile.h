@@ -2,22 +2,26 @@
 
 #include <optional>
 
-#include <QMap>
 #include <QString>
+#include <QVariantMap>
 
 /// A settings file in the format of QSettings. It is whole at all times, even if several programs
 /// write it at once and a kill or a power cut ends any of them at any moment.
 namespace platform::settingsfile {
 
-/// Whether every line is a section, a comment or a key with its value. True if there is nothing to
-/// read.
+/// The text under `key`; nothing if it is absent or the file cannot be read.
+std::optional<QString> value(const QString &path, const QString &key);
+
+/// Whether QSettings understands every line. True if there is nothing to read.
 bool isParsable(const QString &path);
 
-/// Writes the values under their keys; they are on disk when it returns. Everything else in the
-/// file is carried over. If something cannot be, the old file is set aside first and its new path
-/// is returned. A symbolic link is followed and stays.
+/// Writes texts under plain keys, and returns when they are on the disk. Nothing else in the file
+/// changes, unless QSettings would not find the texts then: in that case the old file is kept under
+/// another name, which is returned, and the new one has only what QSettings can read of its texts.
+/// A symbolic link is followed and stays.
 ///
-/// Throws Exception with the reason if the file cannot be written; the file is then unchanged.
-std::optional<QString> write(const QString &path, const QMap<QString, QString> &values);
+/// Throws Exception with the reason if the texts may not be on the disk. The file is then as it
+/// was, or as it should be.
+std::optional<QString> write(const QString &path, const QVariantMap &values);
 
 }  // namespace platform::settingsfile

@@ -76,8 +76,6 @@ class Configuration final {
     Configuration &operator=(const Configuration &) = delete;
 
     QString home() const { return place_.filePath(QStringLiteral("home")); }
-    /// The session's runtime folder, which may be missing.
-    QString runtime() const { return place_.filePath(QStringLiteral("runtime")); }
     QString folder() const { return home() + QStringLiteral("/Zorvan"); }
     QString file() const { return folder() + QStringLiteral("/Zorvan.conf"); }
 
@@ -122,7 +120,7 @@ class Configuration final {
         QDirIterator all(place_.path(),
                          QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
                          QDirIterator::Subdirectories);
-        const QStringList expected{home(), runtime(), folder(), file()};
+        const QStringList expected{home(), folder(), file()};
         while (all.hasNext()) {
             const QString path = all.next();
             if (!expected.contains(path)) {

@@ -11,7 +11,6 @@ class Recording final {
     Recording(const Configuration &configuration, int passes, const QStringList &quizzes) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), configuration.home());
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), configuration.runtime());
         process_.setProcessEnvironment(environment);
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         sinceStart_.start();

@@ -149,6 +149,21 @@ void tst_badplaces::programCopesAndTells_data() {
                                     return QByteArray(
                                         S_ISSOCK(status.st_mode) ? "" : "the socket is gone");
                                 });
+    const auto isPipe = [](const Configuration &place) {
+        struct ::stat status {};
+        ::stat(qUtf8Printable(place.file()), &status);
+        return QByteArray(S_ISFIFO(status.st_mode) ? "" : "the pipe is gone");
+    };
+    row("store is a pipe") << Prepare([=](const Configuration &place) {
+        QDir().mkpath(place.folder());
+        ::mkfifo(qUtf8Printable(place.file()), 0600);
+    }) << Rights::All << Tells
+                           << Greets << 1 << Judge(isPipe);
+    row("link to a device that never ends")
+        << linkedTo(u"/dev/zero"_s) << Rights::All << Tells << Greets << 1
+        << Judge([=](const Configuration &place) {
+               return differs("the link", linkOf(place).toUtf8(), "/dev/zero");
+           });
     row("no room for files") << filled(twoPasses) << Rights::NoWritingOfFiles << Tells << Knows << 3
                              << holds(twoPasses);
     row("no room for a first file")
@@ -200,41 +215,44 @@ void tst_badplaces::programCopesAndTells_data() {
     };
     content("empty", "") << Quiet << Greets << 1 << holds(firstPass);
     const QByteArray junk = QByteArray::fromHex("00ff1b7f0a3d5b0a89504e470d0a1a0a5b5d3d3d0a");
-    content("junk bytes", junk) << Tells << Greets << 1 << Judge([=](const Configuration &place) {
-        return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s), junk) +
-               (place.content().contains("\nquiz5=1\n") ? "" : "the pass is missing");
-    });
-    const QByteArray half = twoPasses.first(twoPasses.indexOf("quiz6") + 3);
-    content("half a file", half) << Tells << Knows << 3
-                                 << keepsAside(
-                                        half,
-                                        QByteArray(threePasses).replace("quiz6=0\nquiz7=0\n", ""));
-    const QByteArray broken = twoPasses + "[Broken\nother=1\n";
-    content("a section without its end", broken)
-        << Tells << Knows << 3 << Judge([=](const Configuration &place) {
-               return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s),
-                              broken);
-           });
-    const QByteArray noText = twoPasses + "note=\xff\xfe\n";
-    content("a line that is no text", noText)
-        << Tells << Knows << 3 << Judge([=](const Configuration &place) {
-               return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s),
-                              noText);
-           });
-    const QByteArray others = "\n[Another]\nkey=value\nlist=a, b, \"c, d\"\n";
-    content("another program's keys", twoPasses + others)
-        << Quiet << Knows << 3 << holds(threePasses + others);
+    content("junk bytes", junk) << Tells << Greets << 1
+                                << holds(QByteArray(firstPass).replace("\n", "\r\n") + junk);
+    const auto upToQuiz5 = [](const QByteArray &text) { return text.first(text.indexOf("quiz6")); };
+    content("half a file", upToQuiz5(twoPasses) + "qui")
+        << Tells << Knows << 3 << holds(upToQuiz5(threePasses) + "qui");
+    const auto carriesOver = [&](const char *name, bool tells, const QByteArray &rest) {
+        content(name, twoPasses + rest) << tells << Knows << 3 << holds(threePasses + rest);
+    };
+    carriesOver("a section without its end", Tells, "[Broken\nother=1\n");
+    carriesOver("a line that is no text", Quiet, "note=\xff\xfe\n");
+    carriesOver("another program's keys", Quiet, "\n[Another]\nkey=value\nlist=a, b, \"c, d\"\n");
+    carriesOver("a value of a kind that is unknown", Quiet,
+                "\n[Another]\nthing=@Variant(\\0\\0\\x4\\0\\0\\0\\0\\0\\x4Thg\\0)\n");
+    carriesOver("a quote without its end", Quiet, "note=\"words\nquiz6=3\n");
+    carriesOver("a section of that name again", Quiet, "[Another]\nquiz5=1\n[general]\nother=1\n");
     const QByteArray comment = "; my own words\n";
     content("a comment", comment + twoPasses)
-        << Tells << Knows << 3 << keepsAside(comment + twoPasses, threePasses);
-    const QByteArray foreign = "\n[Another]\nthing=@Variant(\\0\\0\\x4\\0\\0\\0\\0\\0\\x4Thg\\0)\n";
-    content("a value of a kind that is unknown", twoPasses + foreign)
-        << Tells << Knows << 3 << Judge([=](const Configuration &place) {
-               return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s),
-                              twoPasses + foreign);
-           });
+        << Quiet << Knows << 3 << holds(comment + threePasses);
+    content("a comment behind a pass count",
+            QByteArray(twoPasses).replace("quiz5=2", "quiz5=2;my own words"))
+        << Quiet << Knows << 3
+        << holds(QByteArray(threePasses).replace("quiz5=3", "quiz5=3;my own words"));
     content("lines that end as on Windows", QByteArray(twoPasses).replace("\n", "\r\n"))
-        << Quiet << Knows << 3 << holds(threePasses);
+        << Quiet << Knows << 3 << holds(QByteArray(threePasses).replace("\n", "\r\n"));
+
+    // What QSettings reads in another way than line by line.
+    const QByteArray alias = "quiz%35=2\n";
+    content("a key in another spelling", twoPasses + alias)
+        << Tells << Knows << 3
+        << keepsAside(QByteArray(twoPasses).replace("currentTest=0", "currentTest=5") + alias,
+                      threePasses);
+    const QByteArray quoted = QByteArray(twoPasses).replace("[General]\n", "[General]\nnote=\"\n");
+    content("a quote around all pass counts", quoted)
+        << Tells << Greets << 1 << Judge([=](const Configuration &place) {
+               return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s),
+                              quoted) +
+                      (place.content().contains("\nquiz5=1\n") ? "" : "the pass is missing");
+           });
     const QByteArray lengthy = "\n[Another]\nlong=" + QByteArray(1'000'000, 'x') + '\n';
     content("a very long value", twoPasses + lengthy)
         << Quiet << Knows << 3 << holds(threePasses + lengthy);
@@ -254,11 +272,9 @@ void tst_badplaces::programCopesAndTells_data() {
     oddCount("a pass count with an escaped line break", "1\\n2");
     oddCount("no pass count", "");
 
-    // What a killed process left behind, also one of an earlier version.
+    // What a killed process left behind.
     row("leftovers of a kill") << Prepare([=](const Configuration &place) {
         place.fill(twoPasses);
-        QDir().mkpath(place.folder() + u"/.writing"_s);
-        place.write("", u".writing/7.lock"_s);
         place.write("[Gen", u".Zorvan.conf.writing"_s);
         place.write("", u"Zorvan.conf.lock"_s);
     }) << Rights::All << Quiet << Knows

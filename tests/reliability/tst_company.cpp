@@ -39,7 +39,7 @@ void tst_company::twoProcessesLoseNoPassOfEachOther() {
 
 void tst_company::quickWritesOfAnotherProcessAreAllSeen() {
     const Configuration configuration;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, configuration.home());
+    qputenv("XDG_CONFIG_HOME", configuration.home().toUtf8());
     platform::Preferences preferences;
     // Many of these files get the same time, and all have the same size.
     for (int write = 0; write < 100; ++write) {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVariantMap>
+
+/// The text of a settings file in the format of QSettings.
+namespace platform::settingstext {
+
+/// Whether the text stands for itself, as a key or as a value: ASCII letters and digits, at least
+/// one.
+bool isPlain(const QString &text);
+
+/// `content` with the texts of `values`, whose keys are plain, in its section General. Their lines
+/// are replaced, or added at the top of the section, which is added if it is missing. Every other
+/// byte is carried over.
+///
+/// QSettings may read something else, where quotes or backslashes make one entry of several lines.
+QByteArray edited(const QByteArray &content, const QVariantMap &values);
+
+}  // namespace platform::settingstext
