@@ -17,6 +17,7 @@ QString passCountKey(QStringView quizId) {
 void seed() {
     const QString none = u"0"_s;
     Preferences &defaults = Preferences::standardUserDefaults();
+    const Preferences::Batch batch(defaults);
     defaults.setValueForKey(none, currentTest);
     for (const content::Quiz &quiz : content::quizzes) {
         defaults.setValueForKey(none, passCountKey(quiz.id));

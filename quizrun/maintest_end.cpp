@@ -13,6 +13,23 @@ using platform::Preferences;
 namespace {
 /// A score must be greater than this to pass.
 constexpr double passMark = 0.799;
+
+void recordOutcome(bool passed) {
+    const QString &id = quizRun().currentTestId;
+    Preferences &defaults = Preferences::standardUserDefaults();
+    const Preferences::Batch batch(defaults);
+    if (passed) {
+        defaults.setValueForKey(u"pass"_s, progressstore::currentStatus);
+        progressstore::recordPass(id);
+    } else {
+        defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
+    }
+    // An id that was absent stays absent.
+    if (!id.isNull()) {
+        defaults.setValueForKey(id, progressstore::currentTest);
+    }
+}
+
 }  // namespace
 
 void MainTest::GameOver() {
@@ -22,17 +39,7 @@ void MainTest::GameOver() {
     // Without questions the score is infinite or not a number, and is compared as such.
     const float score =
         static_cast<float>(run.correctCount) / static_cast<float>(run.questionCount);
-    Preferences &defaults = Preferences::standardUserDefaults();
-    if (double(score) > passMark) {
-        defaults.setValueForKey(u"pass"_s, progressstore::currentStatus);
-        progressstore::recordPass(run.currentTestId);
-    } else {
-        defaults.setValueForKey(u"fail"_s, progressstore::currentStatus);
-    }
-    // An id that was absent stays absent.
-    if (!run.currentTestId.isNull()) {
-        defaults.setValueForKey(run.currentTestId, progressstore::currentTest);
-    }
+    recordOutcome(double(score) > passMark);
     showResults();
 }
 

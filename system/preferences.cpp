@@ -92,12 +92,23 @@ Preferences &Preferences::standardUserDefaults() {
     return preferences;
 }
 
+Preferences::Batch::Batch(Preferences &preferences) : preferences_(preferences) {
+    preferences_.inBatch_ = true;
+}
+
+Preferences::Batch::~Batch() {
+    preferences_.inBatch_ = false;
+    preferences_.writeToDisk();
+}
+
 void Preferences::setValueForKey(const QString &value, const QString &key) {
     if (observer_) {
         observer_(value, key);
     }
     unwritten_.insert(key, value);
-    writeToDisk();
+    if (!inBatch_) {
+        writeToDisk();
+    }
 }
 
 void Preferences::writeToDisk() {

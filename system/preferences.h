@@ -19,6 +19,19 @@ class Preferences final {
 
     static Preferences &standardUserDefaults();
 
+    /// Makes one write of several: while a batch exists, values are only kept in memory, and when
+    /// it ends they are all on the disk. There can be one at a time.
+    class Batch final {
+     public:
+        explicit Batch(Preferences &preferences);
+        ~Batch();
+        Batch(const Batch &) = delete;
+        Batch &operator=(const Batch &) = delete;
+
+     private:
+        Preferences &preferences_;
+    };
+
     void setValueForKey(const QString &value, const QString &key);
     /// The text under `key`, or nothing if the key is absent.
     std::optional<QString> valueForKey(const QString &key);
@@ -38,6 +51,7 @@ class Preferences final {
     Observer observer_;
     /// Values that are not on the disk yet.
     QVariantMap unwritten_;
+    bool inBatch_ = false;
     bool reportedUnwritable_ = false;
 };
 

@@ -36,6 +36,7 @@ class tst_preferences final : public QObject {
     void unparsableLinesStayAsTheyAre();
     void fileWithAKeyInAnotherSpellingIsKeptAside();
     void fileKeptAsideIsNeverReplaced();
+    void batchIsWrittenWhenItEnds();
     void unwritableStoreWarnsOnceAndGoesOnInMemory_data();
     void unwritableStoreWarnsOnceAndGoesOnInMemory();
     void observerIsToldOfEachWriteInOrder();
@@ -277,6 +278,23 @@ void tst_preferences::fileKeptAsideIsNeverReplaced() {
     QCOMPARE(content(u"Zorvan/Zorvan.conf.kept-2"_s), second);
     // Each time it is told.
     QCOMPARE(standardError.lines().size(), 3);
+}
+
+void tst_preferences::batchIsWrittenWhenItEnds() {
+    const QByteArray before = "[General]\nquiz1=1\n";
+    write(before);
+    Preferences preferences;
+    {
+        const Preferences::Batch batch(preferences);
+        preferences.setValueForKey(u"pass"_s, u"currentStatus"_s);
+        preferences.setValueForKey(u"2"_s, u"quiz1"_s);
+        QCOMPARE(content(), before);
+        QCOMPARE(preferences.valueForKey(u"quiz1"_s), u"2"_s);
+        QCOMPARE(preferences.valueForKey(u"currentStatus"_s), u"pass"_s);
+    }
+    QCOMPARE(content(), QByteArray("[General]\ncurrentStatus=pass\nquiz1=2\n"));
+    preferences.setValueForKey(u"3"_s, u"quiz1"_s);
+    QCOMPARE(content(), QByteArray("[General]\ncurrentStatus=pass\nquiz1=3\n"));
 }
 
 void tst_preferences::unwritableStoreWarnsOnceAndGoesOnInMemory_data() {
