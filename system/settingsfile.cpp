@@ -92,8 +92,9 @@ QVariantMap everythingIn(const QString &path) {
     if (QFileInfo(path).isFile()) {
         const QSettings settings(path, QSettings::IniFormat);
         for (const QString &key : settings.allKeys()) {
-            // Junk can be parsed as a value with an empty key, which cannot be looked up.
-            if (!key.isEmpty()) {
+            // Junk can be parsed as a key for which QSettings looks up another, or none: it leaves
+            // out slashes that separate nothing.
+            if (!QString(u'/' + key + u'/').contains(u"//")) {
                 everything.insert(key, settings.value(key));
             }
         }

@@ -1,23 +1,37 @@
 #include "system/settingstext.h"
 
 #include <algorithm>
+#include <utility>
 
+#include <QMap>
+#include <QRegularExpression>
 #include <QStringList>
+
+using namespace Qt::StringLiterals;
 
 namespace platform::settingstext {
 
 namespace {
 
-QByteArray encoded(const QString &text) {
+QString encoded(const QString &text) {
     if (isPlain(text)) {
-        return text.toLatin1();
+        return text;
     }
-    QByteArray escapes;
+    QString escapes;
     // A single @ would begin the name of a type.
     for (const QChar character : text.startsWith(u'@') ? u'@' + text : text) {
-        escapes += "\\x" + QByteArray::number(character.unicode(), 16);
+        escapes += u"\\x"_s + QString::number(character.unicode(), 16);
     }
-    return '"' + escapes + '"';
+    return u'"' + escapes + u'"';
+}
+
+/// Matches a comment, or an entry as QSettings delimits it: quotes and backslashes carry it over
+/// line ends, and a comment ends it.
+const QRegularExpression &entries() {
+    static const QRegularExpression entries(
+        uR"(;[^\r\n]*+|(?:[^";\r\n\\]++|\\(?:\r\n|\n\r|.)?+|"(?:[^"\\]++|\\.?+)*+"?+)++)"_s,
+        QRegularExpression::DotMatchesEverythingOption);
+    return entries;
 }
 
 }  // namespace
@@ -29,37 +43,50 @@ bool isPlain(const QString &text) {
 }
 
 QByteArray edited(const QByteArray &content, const QVariantMap &values) {
-    const QByteArray lineEnd = content.contains("\r\n") ? "\r" : "";
-    const auto lineOf = [&](const QString &key) {
-        return key.toLatin1() + '=' + encoded(values.value(key).toString());
+    static const QRegularExpression lineEnds(u"\r\n|\n|\r"_s);
+    // One character for each byte.
+    QString text = QString::fromLatin1(content);
+    const QRegularExpressionMatch firstEnd = lineEnds.match(text);
+    const QString lineEnd = firstEnd.hasMatch() ? firstEnd.captured() : u"\n"_s;
+    const auto entryOf = [&](const QString &key) {
+        return key + u'=' + encoded(values.value(key).toString());
     };
-    QByteArrayList lines = content.split('\n');
+
     QStringList missing = values.keys();
-    qsizetype title = -1;
+    QMap<qsizetype, std::pair<qsizetype, QString>> replacements;
+    qsizetype titleEnd = -1;
     bool inGeneral = true;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QByteArray line = lines.at(i).trimmed();
-        if (line.startsWith('[')) {
-            const QByteArray section = line.sliced(1).split(']').constFirst().trimmed();
+    for (const QRegularExpressionMatch &match : entries().globalMatch(text)) {
+        const QByteArray entry = match.captured().toLatin1().trimmed();
+        const QByteArray name = entry.first(qMax(entry.indexOf('='), 0)).trimmed();
+        const QString key = QString::fromLatin1(name);
+        if (entry.startsWith('[')) {
+            const QByteArray section = entry.sliced(1).split(']').constFirst().trimmed();
             inGeneral = section.compare("general", Qt::CaseInsensitive) == 0;
-            title = inGeneral && title < 0 ? i : title;
-        }
-        const QString key = QString::fromUtf8(line.first(qMax(line.indexOf('='), 0)).trimmed());
-        if (inGeneral && values.contains(key)) {
-            const qsizetype comment = line.contains('"') ? -1 : line.indexOf(';');
-            lines[i] = lineOf(key) + (comment < 0 ? QByteArray() : line.sliced(comment)) +
-                       (lines.at(i).endsWith('\r') ? "\r" : "");
+            titleEnd = inGeneral && titleEnd < 0 ? match.capturedEnd() : titleEnd;
+        } else if (inGeneral && values.contains(key)) {
+            replacements.insert(match.capturedStart(), {match.capturedLength(), entryOf(key)});
             missing.removeOne(key);
         }
     }
-    if (!missing.isEmpty() && title < 0) {
-        lines.insert(++title, "[General]" + lineEnd);
-    }
-    // At the top, where no line before them can run on into them.
+
+    QString added;
     for (const QString &key : std::as_const(missing)) {
-        lines.insert(++title, lineOf(key) + lineEnd);
+        added += lineEnd + entryOf(key);
     }
-    return lines.join('\n');
+    // At the top of the section, where no entry before them can run on into them.
+    if (titleEnd >= 0) {
+        const qsizetype end = text.indexOf(lineEnds, titleEnd);
+        replacements.insert(end < 0 ? text.size() : end, {0, added});
+    }
+    for (auto place = replacements.end(); place != replacements.begin();) {
+        --place;
+        text.replace(place.key(), place->first, place->second);
+    }
+    if (titleEnd < 0 && !missing.isEmpty()) {
+        text.prepend(u"[General]"_s + added + lineEnd);
+    }
+    return text.toLatin1();
 }
 
 }  // namespace platform::settingstext

@@ -11,11 +11,11 @@ namespace platform::settingstext {
 /// one.
 bool isPlain(const QString &text);
 
-/// `content` with the texts of `values`, whose keys are plain, in its section General. Their lines
-/// are replaced, or added at the top of the section, which is added if it is missing. Every other
-/// byte is carried over.
+/// `content` with the texts of `values`, whose keys are plain, in its section General. Their
+/// entries are replaced, or added at the top of the section, which is added if it is missing. Every
+/// other byte is carried over.
 ///
-/// QSettings may read something else, where quotes or backslashes make one entry of several lines.
+/// QSettings may still read something else: it knows other spellings of a key.
 QByteArray edited(const QByteArray &content, const QVariantMap &values);
 
 }  // namespace platform::settingstext

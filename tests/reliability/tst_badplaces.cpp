@@ -215,8 +215,7 @@ void tst_badplaces::programCopesAndTells_data() {
     };
     content("empty", "") << Quiet << Greets << 1 << holds(firstPass);
     const QByteArray junk = QByteArray::fromHex("00ff1b7f0a3d5b0a89504e470d0a1a0a5b5d3d3d0a");
-    content("junk bytes", junk) << Tells << Greets << 1
-                                << holds(QByteArray(firstPass).replace("\n", "\r\n") + junk);
+    content("junk bytes", junk) << Tells << Greets << 1 << holds(firstPass + junk);
     const auto upToQuiz5 = [](const QByteArray &text) { return text.first(text.indexOf("quiz6")); };
     content("half a file", upToQuiz5(twoPasses) + "qui")
         << Tells << Knows << 3 << holds(upToQuiz5(threePasses) + "qui");
@@ -240,19 +239,16 @@ void tst_badplaces::programCopesAndTells_data() {
     content("lines that end as on Windows", QByteArray(twoPasses).replace("\n", "\r\n"))
         << Quiet << Knows << 3 << holds(QByteArray(threePasses).replace("\n", "\r\n"));
 
-    // What QSettings reads in another way than line by line.
+    const QByteArray quoted = "note=\"\n" + twoPasses.sliced(twoPasses.indexOf('\n') + 1);
+    content("a quote around all pass counts", "[General]\n" + quoted)
+        << Quiet << Greets << 1 << holds(firstPass + quoted);
+
+    // QSettings goes on reading the value under the other spelling.
     const QByteArray alias = "quiz%35=2\n";
     content("a key in another spelling", twoPasses + alias)
         << Tells << Knows << 3
         << keepsAside(QByteArray(twoPasses).replace("currentTest=0", "currentTest=5") + alias,
                       threePasses);
-    const QByteArray quoted = QByteArray(twoPasses).replace("[General]\n", "[General]\nnote=\"\n");
-    content("a quote around all pass counts", quoted)
-        << Tells << Greets << 1 << Judge([=](const Configuration &place) {
-               return differs("the file kept aside", contentOf(place.file() + u".kept-1"_s),
-                              quoted) +
-                      (place.content().contains("\nquiz5=1\n") ? "" : "the pass is missing");
-           });
     const QByteArray lengthy = "\n[Another]\nlong=" + QByteArray(1'000'000, 'x') + '\n';
     content("a very long value", twoPasses + lengthy)
         << Quiet << Knows << 3 << holds(threePasses + lengthy);
