@@ -1,0 +1,253 @@
+#include "reliability/crashstates.h"
+
+#include <algorithm>
+
+using systemcalls::Call;
+using systemcalls::Kind;
+
+namespace {
+
+QByteArray parentOf(const QByteArray &path) {
+    return path.first(qMax(path.lastIndexOf('/'), 0));
+}
+
+QByteArray nameOf(const QByteArray &path) {
+    return path.sliced(path.lastIndexOf('/') + 1);
+}
+
+QByteArray joined(const QByteArray &folder, const QByteArray &path) {
+    return folder.isEmpty() || path.isEmpty() ? folder + path : folder + '/' + path;
+}
+
+/// The places at which the test cuts a content in two.
+std::set<qsizetype> cutsOf(const QByteArray &content) {
+    const qsizetype size = content.size();
+    return {0, qMin<qsizetype>(1, size), size / 4, size / 2, size * 3 / 4, qMax(size - 1, 0)};
+}
+
+/// Every tree with every branch, which is there under each of the names.
+std::vector<Tree> everyPair(const std::vector<Tree> &trees, const std::set<Tree> &branches,
+                            const QByteArrayList &names) {
+    std::vector<Tree> pairs;
+    for (const Tree &tree : trees) {
+        for (const Tree &branch : branches) {
+            Tree pair = tree;
+            for (const QByteArray &name : names) {
+                for (const auto &[path, content] : branch) {
+                    pair[joined(name, path)] = content;
+                }
+            }
+            pairs.push_back(std::move(pair));
+        }
+    }
+    return pairs;
+}
+
+}  // namespace
+
+QString asText(const Tree &tree) {
+    QString text;
+    for (const auto &[path, content] : tree) {
+        if (!path.isEmpty()) {
+            QByteArray shown = content.value_or("(folder)");
+            if (shown.size() > 300) {
+                shown = shown.first(300) + "...";
+            }
+            shown.replace('\0', "\\0").replace('\n', "\\n").replace('\r', "\\r");
+            text += QString::fromUtf8("  " + path + ": " + shown + '\n');
+        }
+    }
+    return text;
+}
+
+CrashingDisk::CrashingDisk(const Tree &tree) {
+    add(true);
+    // A folder comes before what is in it.
+    for (const auto &[path, content] : tree) {
+        if (!path.isEmpty()) {
+            const int node = add(!content);
+            nodes_.at(std::size_t(node)).contents = {content.value_or(QByteArray())};
+            folderOf(path).syncedNames[nameOf(path)] = node;
+        }
+    }
+}
+
+int CrashingDisk::add(bool isFolder) {
+    nodes_.push_back({.isFolder = isFolder});
+    return int(nodes_.size()) - 1;
+}
+
+void CrashingDisk::change(Names &names, const NameChange &change) {
+    if (change.node) {
+        names[change.name] = *change.node;
+    } else {
+        names.erase(change.name);
+    }
+    names.erase(change.oldName);
+}
+
+CrashingDisk::Names CrashingDisk::namesNow(const Node &folder) {
+    Names names = folder.syncedNames;
+    for (const NameChange &each : folder.changes) {
+        change(names, each);
+    }
+    return names;
+}
+
+std::optional<int> CrashingDisk::find(const QByteArray &path) const {
+    int node = 0;
+    for (const QByteArray &name : path.isEmpty() ? QByteArrayList() : path.split('/')) {
+        const Names names = namesNow(nodes_.at(std::size_t(node)));
+        const auto found = names.find(name);
+        if (found == names.end()) {
+            return std::nullopt;
+        }
+        node = found->second;
+    }
+    return node;
+}
+
+CrashingDisk::Node &CrashingDisk::folderOf(const QByteArray &path) {
+    return nodes_.at(std::size_t(find(parentOf(path)).value()));
+}
+
+void CrashingDisk::apply(const Call &call) {
+    const QByteArray name = nameOf(call.path);
+    std::optional<int> node = find(call.path);
+    switch (call.kind) {
+        case Kind::Read:
+            return;
+        case Kind::MakeFolder:
+            node = add(true);
+            folderOf(call.path).changes.push_back({.name = name, .node = node});
+            return;
+        case Kind::Remove:
+            folderOf(call.path).changes.push_back({.name = name});
+            return;
+        case Kind::Link:
+            folderOf(call.path).changes.push_back({.name = name, .node = find(call.oldPath)});
+            return;
+        case Kind::Rename:
+            if (parentOf(call.oldPath) != parentOf(call.path)) {
+                qFatal("Nothing is known of what a crash leaves of two folders' names");
+            }
+            folderOf(call.path).changes.push_back(
+                {.name = name, .node = find(call.oldPath), .oldName = nameOf(call.oldPath)});
+            return;
+        case Kind::Open:
+            if (!node) {
+                node = add(false);
+                folderOf(call.path).changes.push_back({.name = name, .node = node});
+            } else if (call.empties) {
+                nodes_.at(std::size_t(*node)).contents.append(QByteArray());
+            }
+            return;
+        case Kind::Write:
+            // A file that has no name any more is of no interest.
+            if (node) {
+                QByteArrayList &contents = nodes_.at(std::size_t(*node)).contents;
+                QByteArray content = contents.constLast();
+                content.resize(qMax(content.size(), qsizetype(call.offset)), '\0');
+                contents.append(content.replace(call.offset, call.bytes.size(), call.bytes));
+            }
+            return;
+        case Kind::Sync:
+            if (node) {
+                Node &synced = nodes_.at(std::size_t(*node));
+                synced.contents = {synced.contents.constLast()};
+                synced.syncedNames = namesNow(synced);
+                synced.changes.clear();
+            }
+            return;
+    }
+}
+
+std::set<CrashingDisk::Names> CrashingDisk::namesAfterCrash(const Node &folder) {
+    // Each with the changes that have reached the disk, one bit for each.
+    std::set<std::pair<unsigned, Names>> reached{{0U, folder.syncedNames}};
+    std::vector<std::pair<unsigned, Names>> open(reached.begin(), reached.end());
+    const auto reach = [&](unsigned done, Names names, const NameChange &next) {
+        change(names, next);
+        if (const auto added = reached.emplace(done, names); added.second) {
+            open.push_back(*added.first);
+        }
+    };
+    while (!open.empty()) {
+        const std::pair<unsigned, Names> from = open.back();
+        open.pop_back();
+        for (std::size_t i = 0; i < folder.changes.size(); ++i) {
+            const unsigned done = from.first | 1U << i;
+            if (done != from.first) {
+                NameChange next = folder.changes.at(i);
+                reach(done, from.second, next);
+                // What is renamed always has a name. For a while it may have both.
+                next.oldName.clear();
+                reach(done, from.second, next);
+            }
+        }
+    }
+    std::set<Names> all;
+    for (const auto &[done, names] : reached) {
+        all.insert(names);
+    }
+    return all;
+}
+
+std::set<QByteArray> CrashingDisk::contentsAfterCrash(const Node &file) {
+    const QByteArray &synced = file.contents.constFirst();
+    std::set<QByteArray> all{synced};
+    for (const QByteArray &written : file.contents.sliced(1)) {
+        all.insert(written);
+        for (const qsizetype cut : cutsOf(written)) {
+            const QByteArray beginning = written.first(cut);
+            const QByteArray end = written.sliced(cut);
+            all.insert(beginning);
+            all.insert(beginning + QByteArray(end.size(), '\0'));
+            all.insert(QByteArray(cut, '\0') + end);
+            all.insert(beginning + synced.sliced(qMin(cut, synced.size())));
+        }
+    }
+    return all;
+}
+
+std::set<Tree> CrashingDisk::treesAfterCrash(int node) const {
+    std::set<Tree> all;
+    const Node &top = nodes_.at(std::size_t(node));
+    if (!top.isFolder) {
+        for (const QByteArray &content : contentsAfterCrash(top)) {
+            all.insert(Tree{{QByteArray(), content}});
+        }
+        return all;
+    }
+    for (const Names &names : namesAfterCrash(top)) {
+        // A file with two names has the same content under both.
+        std::map<int, QByteArrayList> namesOfNode;
+        for (const auto &[name, named] : names) {
+            namesOfNode[named] << name;
+        }
+        std::vector<Tree> trees{Tree{{QByteArray(), std::nullopt}}};
+        for (const auto &[named, itsNames] : namesOfNode) {
+            trees = everyPair(trees, treesAfterCrash(named), itsNames);
+        }
+        all.insert(trees.begin(), trees.end());
+    }
+    return all;
+}
+
+std::set<Tree> CrashingDisk::afterCrash() const {
+    return treesAfterCrash(0);
+}
+
+void CrashingDisk::collect(int node, const QByteArray &path, Tree &tree) const {
+    const Node &top = nodes_.at(std::size_t(node));
+    tree[path] = top.isFolder ? std::nullopt : std::optional(top.contents.constLast());
+    for (const auto &[name, named] : namesNow(top)) {
+        collect(named, joined(path, name), tree);
+    }
+}
+
+Tree CrashingDisk::now() const {
+    Tree tree;
+    collect(0, {}, tree);
+    return tree;
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include <QByteArrayList>
+#include <QString>
+
+#include "reliability/systemcalls.h"
+
+/// The files and folders in a folder by their paths in it. A folder has no content; the one that
+/// they all are in has an empty path.
+using Tree = std::map<QByteArray, std::optional<QByteArray>>;
+
+QString asText(const Tree &tree);
+
+/// A disk that promises what POSIX promises. Until a file is synced, any part of what was written
+/// may be missing after a crash. Until a folder is synced, any of the changes of its names may be,
+/// whichever of them came first.
+class CrashingDisk final {
+ public:
+    /// All of the tree survives a crash.
+    explicit CrashingDisk(const Tree &tree);
+
+    /// The call's paths are paths in the tree.
+    void apply(const systemcalls::Call &call);
+
+    /// What processes see.
+    Tree now() const;
+    /// All that a crash may leave.
+    std::set<Tree> afterCrash() const;
+
+ private:
+    using Names = std::map<QByteArray, int>;
+    struct NameChange {
+        QByteArray name = {};
+        /// Nothing if the name is removed.
+        std::optional<int> node = {};
+        /// The old name of what is renamed.
+        QByteArray oldName = {};
+    };
+    /// A file or a folder.
+    struct Node {
+        bool isFolder = false;
+        /// A file's content: as it was synced, and after each operation since then.
+        QByteArrayList contents = {QByteArray()};
+        /// A folder's names as they were synced, and what has been done to them since then.
+        Names syncedNames = {};
+        std::vector<NameChange> changes = {};
+    };
+
+    int add(bool isFolder);
+    std::optional<int> find(const QByteArray &path) const;
+    Node &folderOf(const QByteArray &path);
+    static void change(Names &names, const NameChange &change);
+    static Names namesNow(const Node &folder);
+    static std::set<Names> namesAfterCrash(const Node &folder);
+    static std::set<QByteArray> contentsAfterCrash(const Node &file);
+    std::set<Tree> treesAfterCrash(int node) const;
+    void collect(int node, const QByteArray &path, Tree &tree) const;
+
+    /// The first is the folder that everything is in. Nodes without a name stay: a crash may give
+    /// them back.
+    std::vector<Node> nodes_;
+};

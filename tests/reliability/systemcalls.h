@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <QByteArray>
+
+/// The calls by which this process reads and changes files. A test program that links this has them
+/// replaced: they go to the system as ever, but a watcher sees them and can make them fail.
+namespace systemcalls {
+
+enum class Kind {
+    /// Only of a file that may be created or emptied by it.
+    Open,
+    Read,
+    Write,
+    Sync,
+    Rename,
+    Link,
+    Remove,
+    MakeFolder,
+};
+
+struct Call {
+    Kind kind{};
+    const char *name = nullptr;
+    /// What it reads or changes; the new path of what is renamed or linked.
+    QByteArray path = {};
+    QByteArray oldPath = {};
+    /// Whether a file that is opened is emptied.
+    bool empties = false;
+    /// What is written, and where.
+    QByteArray bytes = {};
+    off_t offset = 0;
+};
+
+/// While one exists, it is asked before every call. There can be one at a time.
+class Watcher {
+ public:
+    Watcher();
+    virtual ~Watcher();
+    Watcher(const Watcher &) = delete;
+    Watcher &operator=(const Watcher &) = delete;
+
+    /// The error with which the call fails, before it does anything; zero to let it go on.
+    virtual int errorOf(const Call & /*call*/) { return 0; }
+    virtual void succeeded(const Call & /*call*/) {}
+};
+
+/// Whether the path is the folder's own or leads into it.
+bool isIn(const QByteArray &folder, const QByteArray &path);
+
+}  // namespace systemcalls
