@@ -1,17 +1,10 @@
-#include <array>
 #include <cerrno>
-#include <climits>
-#include <cstdarg>
-#include <dlfcn.h>
-#include <fcntl.h>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <QSettings>
 #include <QTest>
 
 #include "reliability/configuration.h"
+#include "reliability/systemcalls.h"
 #include "support/standarderror.h"
 #include "support/testmain.h"
 #include "system/preferences.h"
@@ -31,31 +24,9 @@ struct Disk {
     QByteArray failsIn = {};
     int calls = 0;
     QByteArrayList names = {};
-
-    bool fails(const char *call, const char *path) {
-        if (home.empty() || std::string(path).find(home) == std::string::npos) {
-            return false;
-        }
-        names << call;
-        ++calls;
-        const bool takesRoom = QByteArrayList{"open", "write", "mkdir"}.contains(call);
-        const bool full = staysFull && failsAt > 0 && calls > failsAt && takesRoom;
-        if (calls != failsAt && !full && failsIn != call) {
-            return false;
-        }
-        errno = error;
-        return true;
-    }
-
-    bool fails(const char *call, int descriptor) {
-        std::array<char, PATH_MAX> path{};
-        const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
-        return ::readlink(link.c_str(), path.data(), path.size() - 1) > 0 &&
-               fails(call, path.data());
-    }
 };
 
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the system calls ask it
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): its watcher asks it
 Disk disk;  // clazy:exclude=non-pod-global-static
 
 /// The files that are neither the store nor kept on purpose.
@@ -65,64 +36,27 @@ QByteArray leftovers(const Configuration &configuration) {
     return files.join(u' ').toUtf8();
 }
 
-template <class Function>
-Function *original(const char *name) {
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
+class FailingCalls final : public systemcalls::Watcher {
+ public:
+    int errorOf(const systemcalls::Call &call) override {
+        // What cannot be removed stays: that is no failure of a write.
+        if (disk.home.empty() || call.kind == systemcalls::Kind::Remove ||
+            !systemcalls::isIn(QByteArray::fromStdString(disk.home), call.path)) {
+            return 0;
+        }
+        disk.names << call.name;
+        ++disk.calls;
+        using systemcalls::Kind;
+        const bool takesRoom =
+            call.kind == Kind::Open || call.kind == Kind::Write || call.kind == Kind::MakeFolder;
+        const bool isFull = disk.staysFull && disk.calls > disk.failsAt && disk.failsAt > 0;
+        return disk.calls == disk.failsAt || (isFull && takesRoom) || disk.failsIn == call.name
+                   ? disk.error
+                   : 0;
+    }
+};
 
 }  // namespace
-
-// These replace the system's own functions.
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's are reserved
-extern "C" {
-
-ssize_t write(int descriptor, const void *bytes, size_t size) {
-    return disk.fails("write", descriptor)
-               ? -1
-               : original<decltype(::write)>("write")(descriptor, bytes, size);
-}
-
-ssize_t read(int descriptor, void *bytes, size_t size) {
-    return disk.fails("read", descriptor)
-               ? -1
-               : original<decltype(::read)>("read")(descriptor, bytes, size);
-}
-
-int fdatasync(int descriptor) {
-    return disk.fails("fdatasync", descriptor)
-               ? -1
-               : original<decltype(::fdatasync)>("fdatasync")(descriptor);
-}
-
-int fsync(int descriptor) {
-    return disk.fails("fsync", descriptor) ? -1 : original<decltype(::fsync)>("fsync")(descriptor);
-}
-
-int rename(const char *from, const char *to) noexcept {
-    return disk.fails("rename", to) ? -1 : original<decltype(::rename)>("rename")(from, to);
-}
-
-int link(const char *from, const char *to) noexcept {
-    return disk.fails("link", to) ? -1 : original<decltype(::link)>("link")(from, to);
-}
-
-int mkdir(const char *path, mode_t mode) noexcept {
-    return disk.fails("mkdir", path) ? -1 : original<decltype(::mkdir)>("mkdir")(path, mode);
-}
-
-int open64(const char *path, int flags, ...) {
-    std::va_list arguments;
-    va_start(arguments, flags);
-    const auto mode = va_arg(arguments, mode_t);
-    va_end(arguments);
-    if ((flags & O_CREAT) != 0 && disk.fails("open", path)) {
-        return -1;
-    }
-    return original<decltype(::open64)>("open64")(path, flags, mode);
-}
-
-}  // extern "C"
-// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 /// The store on a disk that fails at any single step of a write.
 class tst_failingdisk final : public QObject {
@@ -134,6 +68,9 @@ class tst_failingdisk final : public QObject {
     void failureAtAnyStepLosesNothing_data();
     void failureAtAnyStepLosesNothing();
     void eachTimeOfTroubleIsToldOnce();
+
+ private:
+    FailingCalls failingCalls_;
 };
 
 void tst_failingdisk::failureAtAnyStepLosesNothing_data() {
