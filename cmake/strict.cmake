@@ -1,6 +1,7 @@
 # How strictly our own code is compiled, in one place; the presets choose the options.
 option(ZORVAN_WARNINGS_AS_ERRORS "Stop the build at the first warning, with a compiler that we know" OFF)
 option(ZORVAN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ZORVAN_FUZZ "Build what tools/fuzz runs, which takes Clang and the sanitizers" OFF)
 option(ZORVAN_COVERAGE "Count which lines run" OFF)
 
 # A newer compiler may give warnings that nobody has seen yet.
@@ -38,6 +39,10 @@ else()
         set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
         target_compile_options(zorvan_strict INTERFACE ${sanitizers})
         target_link_options(zorvan_strict INTERFACE ${sanitizers})
+    endif()
+    if(ZORVAN_FUZZ)
+        # Tells the fuzzer which branches an input takes.
+        target_compile_options(zorvan_strict INTERFACE -fsanitize=fuzzer-no-link)
     endif()
     if(ZORVAN_COVERAGE)
         target_compile_options(zorvan_strict INTERFACE --coverage -fno-inline)
