@@ -33,6 +33,9 @@ if [ "$(uname -s)" = Linux ]; then
         desktop-file-utils appstream man-db binutils-mingw-w64-x86-64 "${packages_desktops[@]}")
 fi
 
+# To fuzz the settings file.
+packages_fuzz=("${packages_run[@]}" clang libclang-rt-dev)
+
 # To try the sources on a separate Debian.
 packages_try_debian=(debootstrap git)
 
