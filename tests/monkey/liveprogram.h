@@ -134,10 +134,7 @@ class WrittenErrors final {
 /// several, one after another.
 class LiveProgram final {
  public:
-    explicit LiveProgram(content::RandomSource random) {
-        quizRun().random = std::move(random);
-        application_.loadMainLayout(*delegate_);
-    }
+    explicit LiveProgram(content::RandomSource random) { quizRun().random = std::move(random); }
     ~LiveProgram() {
         delegate_.reset();
         // Outside the tests the attempt ends with the process.
@@ -145,6 +142,9 @@ class LiveProgram final {
     }
     LiveProgram(const LiveProgram &) = delete;
     LiveProgram &operator=(const LiveProgram &) = delete;
+
+    /// Loads the menu bar.
+    void open() { application_.loadMainLayout(*delegate_); }
 
     AppDelegate &delegate() { return *delegate_; }
 

@@ -45,7 +45,7 @@ int main(int argc, char **argv) {
     walk.run();
     // A walk of this length reaches everything.
     constexpr int longWalk = 20000;
-    const QStringList missing = steps < longWalk ? QStringList() : walk.account().missing();
+    const QStringList missing = steps < longWalk ? QStringList() : walk.missing();
     std::printf("%s", qUtf8Printable(walk.summary()));
     if (!missing.isEmpty()) {
         std::printf("Never reached: %s\n", qUtf8Printable(missing.join(u"; "_s)));

@@ -264,6 +264,7 @@ int main(int argc, char **argv) {
     store::fill(store::seeded());
     liveprogram::chooseScreen(false);
     LiveProgram program(content::systemRandom);
+    program.open();
     const WrittenErrors errors;
     Soak soak(program);
     const int result = parser.isSet(openOption)

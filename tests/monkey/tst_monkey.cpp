@@ -8,8 +8,8 @@ class tst_monkey final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void everythingThatAlwaysHoldsHoldsAfterEachStep_data();
-    void everythingThatAlwaysHoldsHoldsAfterEachStep();
+    void programDoesWhatItsModelDoes_data();
+    void programDoesWhatItsModelDoes();
     void sameSeedTakesTheSameWalk();
 
  private:
@@ -36,14 +36,14 @@ tst_monkey::Outcome tst_monkey::walk(int seed, int steps) {
             ended && monkey.exitStatus() == QProcess::NormalExit && monkey.exitCode() == 0};
 }
 
-void tst_monkey::everythingThatAlwaysHoldsHoldsAfterEachStep_data() {
+void tst_monkey::programDoesWhatItsModelDoes_data() {
     QTest::addColumn<int>("seed");
     QTest::newRow("seed 1") << 1;
     QTest::newRow("seed 2") << 2;
     QTest::newRow("seed 3") << 3;
 }
 
-void tst_monkey::everythingThatAlwaysHoldsHoldsAfterEachStep() {
+void tst_monkey::programDoesWhatItsModelDoes() {
     QFETCH(const int, seed);
     const Outcome outcome = walk(seed, 1500);
     QVERIFY2(outcome.good, qUtf8Printable(outcome.output));

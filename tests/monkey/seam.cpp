@@ -1,0 +1,94 @@
+#include "monkey/seam.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QDynamicPropertyChangeEvent>
+
+#include "monkey/journal.h"
+#include "windowing/window.h"
+
+using namespace Qt::StringLiterals;
+
+void Seam::begin(std::unique_ptr<model::Program> model) {
+    model_ = std::move(model);
+    windows_.clear();
+    loaded_.clear();
+    closing_ = Closing::Nothing;
+}
+
+QString Seam::nameOf(const QWidget &window) {
+    for (auto entry = windows_.begin(); entry != windows_.end(); ++entry) {
+        if (entry.value() == &window) {
+            return entry.key();
+        }
+    }
+    const QString layout = window.objectName();
+    const QString name = u"%1 %2"_s.arg(layout).arg(++loaded_[layout]);
+    windows_.insert(name, const_cast<QWidget *>(&window));
+    return name;
+}
+
+bool Seam::eventFilter(QObject *watched, QEvent *event) {
+    switch (event->type()) {
+        case QEvent::DynamicPropertyChange:
+            // Layouts name the actions before the program connects them.
+            if (static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == "action") {
+                watch(*watched);
+            }
+            break;
+        case QEvent::Show:
+            if (const auto *window = qobject_cast<const platform::Window *>(watched)) {
+                nameOf(*window);
+            }
+            break;
+        case QEvent::Close:
+            if (const auto *window = qobject_cast<const platform::Window *>(watched)) {
+                windowCloses(*window);
+            }
+            break;
+        default:
+            break;
+    }
+    return false;
+}
+
+void Seam::watch(QObject &control) {
+    const QString action = control.property("action").toString();
+    if (auto *item = qobject_cast<QAction *>(&control)) {
+        connect(item, &QAction::triggered, this, [this, action] {
+            journal_.count(u"item "_s + action);
+            if (action == u"closeWindow") {
+                closing_ = Closing::Anything;
+            }
+            model_->pressInMenuBar(action);
+        });
+    } else if (auto *button = qobject_cast<QAbstractButton *>(&control)) {
+        const QString layout = button->window()->objectName();
+        const QString window = nameOf(*button->window());
+        connect(button, &QAbstractButton::clicked, this, [this, layout, window, action] {
+            journal_.count(u"button %1.%2"_s.arg(layout, action));
+            if (layout == u"MainLayout") {
+                model_->pressInMenuBar(action);
+            } else {
+                model_->press(window, action);
+            }
+        });
+    }
+}
+
+void Seam::windowCloses(const QWidget &window) {
+    const QString name = nameOf(window);
+    const QString layout = window.objectName();
+    const bool wayBack = layout == u"MainLayout";
+    // What the model has closed already, the program closes by itself.
+    if (model_->hasEnded() || (!wayBack && !model_->isOpen(name))) {
+        return;
+    }
+    const bool auxiliary = layout != u"MainMenu" && layout != u"MainTest";
+    if (closing_ == Closing::Anything || (closing_ == Closing::Auxiliary && auxiliary)) {
+        closing_ = Closing::Nothing;
+        model_->closeWindow(name);
+    } else if (!wayBack) {
+        model_->object(u"%1 closes by itself"_s.arg(name));
+    }
+}
