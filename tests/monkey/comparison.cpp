@@ -148,7 +148,19 @@ void compareRun(Differences &differences, const model::Program &model) {
                         model.clockRuns() ? 1 : 0);
 }
 
-void compareStore(Differences &differences, const model::Store &wanted) {
+template <class Writes>
+QStringList listed(const Writes &writes) {
+    QStringList list;
+    for (const auto &write : writes) {
+        list << write.key + u'=' + write.value;
+    }
+    return list;
+}
+
+void compareStore(Differences &differences, model::Program &model) {
+    differences.compare(u"writes"_s, listed(store::writes()), listed(model.takeWrites()));
+    store::forgetWrites();
+    const model::Store &wanted = model.store();
     const store::Contents found = store::contents();
     if (found == wanted) {
         return;
@@ -185,7 +197,7 @@ QStringList comparison::differences(Seam &seam, const QStringList &errors) {
     QStringList log = model.takeLog();
     log.removeAll(QString());
     differences.compare(u"standard error"_s, errors, log);
-    compareStore(differences, model.store());
+    compareStore(differences, model);
     compareRun(differences, model);
     if (!model.hasEnded()) {
         compareWindows(differences, seam);

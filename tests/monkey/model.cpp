@@ -110,7 +110,7 @@ void Program::press(const QString &window, const QString &action) {
         const bool timed = action == u"yesTimeSelected";
         control(window, u"yesRadio"_s).on = timed;
         control(window, u"noRadio"_s).on = !timed;
-        store_[u"timedQuizzes"_s] = timed ? u"yes"_s : u"no"_s;
+        write(u"timedQuizzes"_s, timed ? u"yes"_s : u"no"_s);
     } else if (action == u"resetProgress") {
         resetProgress(window);
     } else if (action == u"closeHelp") {
@@ -184,6 +184,11 @@ void Program::show(const QString &window) {
 
 void Program::close(const QString &window) {
     windows_.removeIf([&window](const Window &one) { return one.name == window; });
+}
+
+void Program::write(const QString &key, const QString &value) {
+    store_[key] = value;
+    writes_.append({key, value});
 }
 
 void Program::ask(const Alert &alert, std::function<void(bool byDefault)> then) {

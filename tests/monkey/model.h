@@ -14,6 +14,11 @@ namespace model {
 
 using Store = QMap<QString, QString>;
 
+struct Write {
+    QString key;
+    QString value;
+};
+
 /// What can be seen of a control; a control uses the part that suits its kind.
 struct Control {
     bool hidden = false;
@@ -95,6 +100,8 @@ class Program final {
     const std::optional<Alert> &alert() const { return alert_; }
     bool hasEnded() const { return ended_; }
 
+    /// What was written to the store since the last call, in order.
+    QList<Write> takeWrites() { return std::exchange(writes_, {}); }
     /// The lines logged since the last call.
     QStringList takeLog() { return std::exchange(log_, {}); }
     /// What happened since the last call, in words.
@@ -112,6 +119,7 @@ class Program final {
     void show(const QString &window);
     void close(const QString &window);
     void ask(const Alert &alert, std::function<void(bool byDefault)> then);
+    void write(const QString &key, const QString &value);
     void happened(const QString &event) { events_ << event; }
 
     void openMainMenu(const Then &then = {});
@@ -154,6 +162,7 @@ class Program final {
     std::optional<Alert> alert_;
     std::function<void(bool byDefault)> afterAlert_;
     bool ended_ = false;
+    QList<Write> writes_;
     QStringList log_;
     QStringList events_;
     QStringList objections_;

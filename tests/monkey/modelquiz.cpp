@@ -223,7 +223,7 @@ void Program::timeIsUp() {
     const QString quiz = std::exchange(clockOf_, {});
     happened(u"attempt timed out"_s);
     ask({u"The time is up for this test."_s, {u"OK"_s}, quiz}, [this, quiz](bool) {
-        store_[u"currentStatus"_s] = u"fail"_s;
+        write(u"currentStatus"_s, u"fail"_s);
         openResults([this, quiz] { close(quiz); });
     });
 }
@@ -238,13 +238,13 @@ void Program::endQuiz(const QString &quiz) {
                  ? u"attempt of no questions %1"_s.arg(passed ? u"passed"_s : u"failed"_s)
              : passed ? u"attempt passed"_s
                       : u"attempt failed"_s);
-    store_[u"currentStatus"_s] = passed ? u"pass"_s : u"fail"_s;
+    write(u"currentStatus"_s, passed ? u"pass"_s : u"fail"_s);
     if (passed) {
         raisePassCount();
     }
     // Where there was no id, there is none to write back.
     if (run_.currentTestId) {
-        store_[u"currentTest"_s] = *run_.currentTestId;
+        write(u"currentTest"_s, *run_.currentTestId);
     }
     openResults([this, quiz] { close(quiz); });
 }
@@ -259,13 +259,13 @@ void Program::raisePassCount() {
         happened(u"pass of a quiz without a count"_s);
         return;
     }
-    QString &count = store_[key];
+    const QString count = store_[key];
     if (count == u"0") {
-        count = u"1"_s;
+        write(key, u"1"_s);
     } else if (count == u"1") {
-        count = u"2"_s;
+        write(key, u"2"_s);
     } else if (count == u"2") {
-        count = u"3"_s;
+        write(key, u"3"_s);
         happened(u"quiz mastered"_s);
     } else {
         happened(count == u"3" ? u"pass of a mastered quiz"_s

@@ -69,12 +69,12 @@ void Program::firstRunCheck(const QString &menu, const Then &then) {
 }
 
 void Program::seed() {
+    write(u"currentTest"_s, u"0"_s);
     for (const QString &key : numbered(u"quiz%1"_s, quizCount)) {
-        store_[key] = u"0"_s;
+        write(key, u"0"_s);
     }
-    store_[u"currentTest"_s] = u"0"_s;
-    store_[u"currentStatus"_s] = u"0"_s;
-    store_[u"firstRun"_s] = u"false"_s;
+    write(u"currentStatus"_s, u"0"_s);
+    write(u"firstRun"_s, u"false"_s);
 }
 
 int Program::passLevel(int quiz) const {
@@ -93,7 +93,7 @@ void Program::fillMainMenu(const QString &menu) {
 }
 
 void Program::startQuiz(const QString &id) {
-    store_[u"currentTest"_s] = id;
+    write(u"currentTest"_s, id);
     openQuiz();
 }
 

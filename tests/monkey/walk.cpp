@@ -92,6 +92,7 @@ void Walk::runSession() {
 
 void Walk::beginModel(quint32 seed) {
     static const model::Program::Layouts layouts = comparison::layouts();
+    store::forgetWrites();
     seam_.begin(std::make_unique<model::Program>(
         layouts, [random = QRandomGenerator(seed)]() mutable { return random.generate(); },
         store::contents()));

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Values that no quiz and no pass count has.
-const std::array oddValues{u""_s, u"01"_s, u"1.0"_s, u"4"_s, u"8"_s, u"-1"_s, u"x"_s, u"pass"_s};
+const std::array oddValues{u""_s, u"01"_s, u"1.0"_s, u"4"_s, u"8"_s, u"+3"_s, u"x"_s, u"pass"_s};
 
 }  // namespace
 
