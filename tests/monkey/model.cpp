@@ -59,10 +59,6 @@ void Program::start() {
 }
 
 void Program::pressInMenuBar(const QString &action) {
-    if (ended_ && action == u"quit") {
-        // The second click of a double click.
-        return;
-    }
     if (alert_ || ended_) {
         object(u"%1 was picked behind an alert or after the end"_s.arg(action));
     } else if (action.startsWith(u"GoTest")) {
@@ -85,10 +81,6 @@ void Program::pressInMenuBar(const QString &action) {
 }
 
 void Program::press(const QString &window, const QString &action) {
-    if (action == u"closeHelp" && !isOpen(window)) {
-        // The second click of a double click.
-        return;
-    }
     if (alert_ || ended_ || !isOpen(window)) {
         object(u"%1 was pressed in %2, which is closed or behind an alert"_s.arg(action, window));
         return;

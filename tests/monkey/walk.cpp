@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QTimer>
+#include <QWindow>
 
 #include "monkey/comparison.h"
 #include "shell/eventloop.h"
@@ -168,6 +169,14 @@ bool Walk::eventFilter(QObject *watched, QEvent *event) {
                 if (window->objectName() == u"MainTest") {
                     intents_.quizAppears();
                 }
+            }
+            break;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseButtonRelease:
+            // If the first click of two closes the window, the desktop sends the second elsewhere.
+            if (const auto *window = qobject_cast<const QWindow *>(watched)) {
+                return !window->isVisible();
             }
             break;
         case QEvent::Timer:
