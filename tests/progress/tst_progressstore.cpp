@@ -33,19 +33,8 @@ class tst_progressstore final : public QObject {
     void clearingWithYesResetsAllButTheTiming_data();
     void clearingWithYesResetsAllButTheTiming();
     void noGreetingAfterClearing();
-    void openWindowsKeepTheirLevelsAfterClearing();
-    void passRaisesTheCountByOneUpToThree_data();
-    void passRaisesTheCountByOneUpToThree();
-    void passLeavesAStrangeCountAlone_data();
-    void passLeavesAStrangeCountAlone();
-    void failLeavesTheCount_data();
-    void failLeavesTheCount();
-    void runningOutOfTimeLeavesTheCount();
-    void abandoningWritesNothing();
     void quizzesAreUntimedUntilTheLearnerChooses();
     void clearingDuringAQuizDoesNotStopIt();
-    void readersAskTheStoreAfresh();
-    void journeyLeavesElevenKeysAndNoOther();
     void storeIsOneFileOfTheConfigurationHome();
 
  private:
@@ -230,132 +219,6 @@ void tst_progressstore::noGreetingAfterClearing() {
     QCOMPARE(alerts_->messages().last(), u"All progress on quizzes has been reset"_s);
 }
 
-void tst_progressstore::openWindowsKeepTheirLevelsAfterClearing() {
-    store::set(u"quiz2"_s, u"2"_s);
-    const auto menu = openMainMenu();
-    learner::press(menu->window(), u"showProgress"_s);
-    learner::press(menu->window(), u"showPreferences"_s);
-    alerts_->answer(u"Yes"_s);
-    alerts_->answer(u"OK"_s);
-    learner::press(desk::window(u"Settings"_s), u"resetProgress"_s);
-
-    QCOMPARE(store::value(u"quiz2"_s), u"0"_s);
-    const auto &level =
-        desk::control<platform::LevelIndicator>(menu->window(), u"progressbarQuiz2"_s);
-    QCOMPARE(level.doubleValue(), 2.0);
-    QCOMPARE(desk::text(desk::window(u"progress"_s), u"lblQuiz2Progress"_s), u"67%"_s);
-    learner::press(menu->window(), u"refreshProgress"_s);
-    QCOMPARE(level.doubleValue(), 0.0);
-}
-
-void tst_progressstore::passRaisesTheCountByOneUpToThree_data() {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("after");
-    QTest::newRow("first pass") << u"0"_s << u"1"_s;
-    QTest::newRow("second pass") << u"1"_s << u"2"_s;
-    QTest::newRow("third pass") << u"2"_s << u"3"_s;
-    QTest::newRow("mastered already") << u"3"_s << u"3"_s;
-}
-
-void tst_progressstore::passRaisesTheCountByOneUpToThree() {
-    QFETCH(const QString, before);
-    QFETCH(const QString, after);
-    store::set(u"quiz5"_s, before);
-    learner::finishStructure(startStructure(), true);
-
-    store::Contents expected = store::seeded();
-    expected.insert(u"currentTest"_s, u"5"_s);
-    expected.insert(u"currentStatus"_s, u"pass"_s);
-    expected.insert(u"quiz5"_s, after);
-    QCOMPARE(store::contents(), expected);
-}
-
-void tst_progressstore::passLeavesAStrangeCountAlone_data() {
-    QTest::addColumn<QString>("count");
-    QTest::newRow("beyond three") << u"4"_s;
-    QTest::newRow("two digits") << u"01"_s;
-    QTest::newRow("a fraction") << u"1.0"_s;
-    QTest::newRow("no number") << u"many"_s;
-    QTest::newRow("empty") << u""_s;
-    QTest::newRow("absent") << QString();
-}
-
-void tst_progressstore::passLeavesAStrangeCountAlone() {
-    QFETCH(const QString, count);
-    store::Contents before = store::seeded();
-    before.remove(u"quiz5"_s);
-    if (!count.isNull()) {
-        before.insert(u"quiz5"_s, count);
-    }
-    store::fill(before);
-    learner::finishStructure(startStructure(), true);
-
-    before.insert(u"currentTest"_s, u"5"_s);
-    before.insert(u"currentStatus"_s, u"pass"_s);
-    QCOMPARE(store::contents(), before);
-}
-
-void tst_progressstore::failLeavesTheCount_data() {
-    QTest::addColumn<QString>("count");
-    QTest::newRow("none") << u"0"_s;
-    QTest::newRow("one") << u"1"_s;
-    QTest::newRow("two") << u"2"_s;
-    QTest::newRow("mastered") << u"3"_s;
-}
-
-void tst_progressstore::failLeavesTheCount() {
-    QFETCH(const QString, count);
-    store::set(u"quiz5"_s, count);
-    store::set(u"currentStatus"_s, u"pass"_s);
-    learner::finishStructure(startStructure(), false);
-
-    store::Contents expected = store::seeded();
-    expected.insert(u"currentTest"_s, u"5"_s);
-    expected.insert(u"currentStatus"_s, u"fail"_s);
-    expected.insert(u"quiz5"_s, count);
-    QCOMPARE(store::contents(), expected);
-}
-
-void tst_progressstore::runningOutOfTimeLeavesTheCount() {
-    store::Contents before = store::seeded();
-    before.insert(u"timedQuizzes"_s, u"yes"_s);
-    before.insert(u"currentStatus"_s, u"pass"_s);
-    before.insert(u"quiz5"_s, u"1"_s);
-    store::fill(before);
-    startStructure();
-    store::forgetWrites();
-    alerts_->answer(u"OK"_s);
-    for (int tick = 0; tick < 108; ++tick) {
-        quizRun().quizTimer->fire();
-    }
-
-    QCOMPARE(alerts_->messages(), QStringList{u"The time is up for this test."_s});
-    QCOMPARE(store::writes(), QList<store::Write>({{u"currentStatus"_s, u"fail"_s}}));
-    before.insert(u"currentTest"_s, u"5"_s);
-    before.insert(u"currentStatus"_s, u"fail"_s);
-    QCOMPARE(store::contents(), before);
-}
-
-void tst_progressstore::abandoningWritesNothing() {
-    store::Contents before = store::seeded();
-    before.insert(u"currentTest"_s, u"2"_s);
-    before.insert(u"currentStatus"_s, u"pass"_s);
-    before.insert(u"quiz5"_s, u"1"_s);
-    store::fill(before);
-    platform::Window *quiz = startStructure();
-    store::forgetWrites();
-    desk::click(quiz, u"btnAnswer1"_s);
-    desk::click(quiz, u"btnNextQuestion"_s);
-    alerts_->answer(u"Yes"_s);
-    quiz->close();
-
-    QVERIFY(desk::windows(u"MainTest"_s).isEmpty());
-    QVERIFY(desk::windows(u"QuizComplete"_s).isEmpty());
-    QCOMPARE(store::writes(), QList<store::Write>());
-    before.insert(u"currentTest"_s, u"5"_s);
-    QCOMPARE(store::contents(), before);
-}
-
 void tst_progressstore::quizzesAreUntimedUntilTheLearnerChooses() {
     QCOMPARE(store::value(u"timedQuizzes"_s), std::nullopt);
     const auto settings = openSettings();
@@ -382,41 +245,6 @@ void tst_progressstore::clearingDuringAQuizDoesNotStopIt() {
     QCOMPARE(store::value(u"currentStatus"_s), u"pass"_s);
     QCOMPARE(store::value(u"quiz5"_s), u"1"_s);
     QCOMPARE(desk::text(desk::window(u"QuizComplete"_s), u"lblQuizName"_s), u"Structure"_s);
-}
-
-void tst_progressstore::readersAskTheStoreAfresh() {
-    const auto menu = openMainMenu();
-    for (const QString &count : {u"3"_s, u"1"_s, u"2"_s}) {
-        store::set(u"quiz6"_s, count);
-        learner::press(menu->window(), u"refreshProgress"_s);
-        const auto &level =
-            desk::control<platform::LevelIndicator>(menu->window(), u"progressbarQuiz6"_s);
-        QCOMPARE(QString::number(level.doubleValue()), count);
-    }
-}
-
-void tst_progressstore::journeyLeavesElevenKeysAndNoOther() {
-    store::wipe();
-    alerts_->answer(u"OK"_s);
-    learner::finishStructure(startStructure(), true);
-    desk::clear();
-
-    quizRun().random = [] { return 0U; };
-    learner::press(openSettings()->window(), u"yesTimeSelected"_s);
-    learner::finishStructure(startStructure(), false);
-    desk::clear();
-
-    platform::Window *abandoned = startStructure();
-    alerts_->answer(u"Yes"_s);
-    abandoned->close();
-    alerts_->answer(u"Yes"_s);
-    alerts_->answer(u"OK"_s);
-    learner::press(openSettings()->window(), u"resetProgress"_s);
-
-    QCOMPARE(store::contents().keys(),
-             QStringList({u"currentStatus"_s, u"currentTest"_s, u"firstRun"_s, u"quiz1"_s,
-                          u"quiz2"_s, u"quiz3"_s, u"quiz4"_s, u"quiz5"_s, u"quiz6"_s, u"quiz7"_s,
-                          u"timedQuizzes"_s}));
 }
 
 void tst_progressstore::storeIsOneFileOfTheConfigurationHome() {

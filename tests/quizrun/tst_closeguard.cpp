@@ -28,8 +28,6 @@ class tst_closeguard final : public QObject {
     void noTickIsDeliveredWhileTheLearnerIsAsked();
     void aWindowThatTheProgramClosesDoesNotAsk();
     void noCancelsTheQuit();
-    void anAnswerBeforeTheLastIsAbandonedToo();
-    void theNextAttemptStartsAtItsFirstQuestion();
 
  private:
     std::unique_ptr<Alerts> alerts_;
@@ -176,32 +174,6 @@ void tst_closeguard::noCancelsTheQuit() {
     QVERIFY(quiz->window()->isVisible());
     QVERIFY(desk::window(u"MainMenu"_s)->isVisible());
     QVERIFY(quizRun().quizTimer->isValid());
-}
-
-void tst_closeguard::anAnswerBeforeTheLastIsAbandonedToo() {
-    const auto quiz = quizdesk::open(u"5"_s);
-    quizdesk::answerQuestions(quiz->window(), 6, 6);
-    store::forgetWrites();
-    alerts_->answer(u"Yes"_s);
-    quiz->window()->close();
-    QCOMPARE(store::writes(), QList<store::Write>());
-    QCOMPARE(store::value(u"currentStatus"_s), u"0");
-    QCOMPARE(store::value(u"quiz5"_s), u"0");
-}
-
-void tst_closeguard::theNextAttemptStartsAtItsFirstQuestion() {
-    const auto abandoned = quizdesk::openTimed(u"1"_s);
-    quizdesk::answerQuestions(abandoned->window(), 3, 3);
-    alerts_->answer(u"Yes"_s);
-    abandoned->window()->close();
-
-    const auto quiz = quizdesk::openTimed(u"1"_s);
-    QCOMPARE(desk::text(quiz->window(), u"lblProgressPercent"_s), u"1/14");
-    QCOMPARE(quizdesk::questionShown(quiz->window()), golden::question(1).text);
-    QVERIFY(quizRun().quizTimer->isValid());
-    quizdesk::answerRight(quiz->window());
-    QCOMPARE(desk::text(quiz->window(), u"lblCorrectPercent"_s), u"100 %");
-    QCOMPARE(quizRun().correctCount, 1);
 }
 
 ZORVAN_TEST_MAIN(tst_closeguard)

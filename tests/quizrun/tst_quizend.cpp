@@ -16,8 +16,6 @@ class tst_quizend final : public QObject {
     void init();
     void cleanup();
 
-    void everyQuizRunsFromTheMenuToItsResults_data();
-    void everyQuizRunsFromTheMenuToItsResults();
     void theFewestRightAnswersPass_data();
     void theFewestRightAnswersPass();
     void oneFewerFails_data();
@@ -59,51 +57,6 @@ QList<store::Write> tst_quizend::writesOfAnAttempt(const QString &quizId, int qu
     store::forgetWrites();
     quizdesk::answerQuestions(quiz->window(), questions, right);
     return store::writes();
-}
-
-void tst_quizend::everyQuizRunsFromTheMenuToItsResults_data() {
-    QTest::addColumn<int>("questions");
-    QTest::newRow("1") << 14;
-    QTest::newRow("2") << 19;
-    QTest::newRow("3") << 10;
-    QTest::newRow("4") << 11;
-    QTest::newRow("5") << 7;
-    QTest::newRow("6") << 16;
-    QTest::newRow("7") << 30;
-}
-
-void tst_quizend::everyQuizRunsFromTheMenuToItsResults() {
-    QFETCH(int, questions);
-    const QString id = QString::fromLatin1(QTest::currentDataTag());
-    quizRun().random = [draw = 1U]() mutable { return draw = draw * 1664525U + 1013904223U; };
-    platform::openWindow(u"MainMenu"_s);
-    QWidget *menu = desk::window(u"MainMenu"_s);
-    desk::click(menu, u"btnQuiz%1"_s.arg(id));
-    menu->close();
-
-    const QPointer<QWidget> window = desk::window(u"MainTest"_s);
-    const QStringList order = quizRun().questionOrder;
-    store::forgetWrites();
-    for (int place = 0; place < questions; ++place) {
-        if (place > 0) {
-            quizdesk::goOn(window);
-        }
-        QCOMPARE(desk::text(window, u"lblProgressPercent"_s),
-                 u"%1/%2"_s.arg(place + 1).arg(questions));
-        const int entry = order.at(place).toInt();
-        const golden::Question &question = golden::question(qMin(entry, 74));
-        QCOMPARE(quizdesk::questionShown(window), question.text);
-        quizdesk::answer(window, question.right);
-        QCOMPARE(desk::text(window, u"lblStatus"_s), u"correct");
-        QCOMPARE(desk::text(window, u"lblCorrectPercent"_s), u"100 %");
-    }
-
-    const QList<store::Write> expected{
-        {u"currentStatus"_s, u"pass"_s}, {u"quiz"_s + id, u"1"_s}, {u"currentTest"_s, id}};
-    QCOMPARE(store::writes(), expected);
-    QVERIFY(desk::windows(u"MainTest"_s).isEmpty());
-    QCOMPARE(desk::windows(u"QuizComplete"_s).size(), 1);
-    QCOMPARE(desk::windows(u"MainMenu"_s).size(), 1);
 }
 
 void tst_quizend::theFewestRightAnswersPass_data() {

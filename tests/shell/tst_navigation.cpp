@@ -36,7 +36,6 @@ class tst_navigation final : public QObject {
     void menuItemOpensItsQuizAndLeavesTheMainMenu();
     void closeOfTheNeverShownMainMenuLoadsNothing();
     void quizWindowIsLoadedAfterItsQuizIsWritten();
-    void secondQuizOpensASecondWindowOfTheSameRun();
     void mainMenuOpensTwice();
     void settingsOpenTwice();
     void progressOpensTwice();
@@ -187,23 +186,6 @@ void tst_navigation::quizWindowIsLoadedAfterItsQuizIsWritten() {
     QCOMPARE(quizRun().currentTestId, u"5"_s);
     learner::press(mainMenu_, u"goTest6"_s);
     QCOMPARE(quizRun().currentTestId, u"6"_s);
-}
-
-void tst_navigation::secondQuizOpensASecondWindowOfTheSameRun() {
-    startStructure(false);
-    const platform::Window *first = desk::window(u"MainTest"_s);
-    learner::pick(mainMenu_, u"GoTest6"_s);
-    QCOMPARE(desk::windows(u"MainTest"_s).size(), 2);
-    QVERIFY(first->isVisible());
-    QCOMPARE(desk::text(first, u"lblQuizName"_s), u"Structure"_s);
-    QCOMPARE(quizRun().questionCount, 16);
-
-    // Answer 1 is right for the question in the first window, but the run is at question 62.
-    desk::click(first, u"btnAnswer1"_s);
-    QCOMPARE(desk::text(first, u"lblStatus"_s), u"wrong"_s);
-    QCOMPARE(quizRun().questionIndex, 1);
-    desk::click(first, u"btnNextQuestion"_s);
-    QCOMPARE(desk::text(first, u"lblProgressPercent"_s), u"2/16"_s);
 }
 
 void tst_navigation::mainMenuOpensTwice() {

@@ -30,9 +30,7 @@ class tst_settings final : public QObject {
     void optionsAreLargeEnoughToHit();
     void cornerOfAnOptionsRowChoosesIt_data();
     void cornerOfAnOptionsRowChoosesIt();
-    void openingWritesNothing();
     void clickingAnOptionWritesIt();
-    void reopeningShowsTheChoice();
     void clickingTheOptionThatIsOnWritesItAgain_data();
     void clickingTheOptionThatIsOnWritesItAgain();
     void arrowKeysChooseAndWrite_data();
@@ -158,12 +156,6 @@ void tst_settings::cornerOfAnOptionsRowChoosesIt() {
     QCOMPARE(store::value(u"timedQuizzes"_s), value);
 }
 
-void tst_settings::openingWritesNothing() {
-    store::set(u"timedQuizzes"_s, u"yes"_s);
-    open();
-    QCOMPARE(store::writes(), QList<store::Write>());
-}
-
 void tst_settings::clickingAnOptionWritesIt() {
     const platform::Window *settings = open();
     click(settings, u"yesRadio"_s);
@@ -176,15 +168,6 @@ void tst_settings::clickingAnOptionWritesIt() {
     QVERIFY(isOn(settings, u"noRadio"_s));
     QCOMPARE(store::writes(),
              QList<store::Write>({{u"timedQuizzes"_s, u"yes"_s}, {u"timedQuizzes"_s, u"no"_s}}));
-}
-
-void tst_settings::reopeningShowsTheChoice() {
-    platform::Window *settings = open();
-    click(settings, u"yesRadio"_s);
-    settings->close();
-    settings = open();
-    QVERIFY(isOn(settings, u"yesRadio"_s));
-    QVERIFY(!isOn(settings, u"noRadio"_s));
 }
 
 void tst_settings::clickingTheOptionThatIsOnWritesItAgain_data() {
