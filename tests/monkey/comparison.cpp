@@ -1,5 +1,8 @@
 #include "monkey/comparison.h"
 
+#include <cmath>
+#include <type_traits>
+
 #include <QAbstractButton>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -32,12 +35,22 @@ QString inWords(const Value &value) {
     }
 }
 
+template <class Value>
+bool same(const Value &one, const Value &other) {
+    if constexpr (std::is_floating_point_v<Value>) {
+        // The score of no questions is not a number.
+        if (std::isnan(one) && std::isnan(other)) {
+            return true;
+        }
+    }
+    return one == other;
+}
+
 class Differences final {
  public:
     template <class Value>
     void compare(const QString &what, const Value &found, const Value &wanted) {
-        // No number equals the quotient of nothing and nothing.
-        if (found != wanted && (found == found || wanted == wanted)) {
+        if (!same(found, wanted)) {
             add(u"%1: is %2, the model has %3"_s.arg(what, inWords(found), inWords(wanted)));
         }
     }
@@ -165,9 +178,12 @@ void compareStore(Differences &differences, model::Program &model) {
     if (found == wanted) {
         return;
     }
-    for (const QString &key : (found.keys() + wanted.keys())) {
-        differences.compare(key + u" in the store"_s, found.value(key, u"(absent)"_s),
-                            wanted.value(key, u"(absent)"_s));
+    model::Store all = wanted;
+    all.insert(found);
+    for (auto entry = all.begin(); entry != all.end(); ++entry) {
+        differences.compare(entry.key() + u" in the store"_s,
+                            found.value(entry.key(), u"(absent)"_s),
+                            wanted.value(entry.key(), u"(absent)"_s));
     }
 }
 
@@ -211,11 +227,10 @@ QStringList comparison::differences(Seam &seam, const QMessageBox &box) {
         return {u"the alert \"%1\" is open, but not in the model"_s.arg(box.text())};
     }
     QStringList buttons;
-    for (const QAbstractButton *button : box.buttons()) {
-        buttons << button->text();
+    for (QAbstractButton *button : box.buttons()) {
+        // The default button comes first.
+        buttons.insert(button == box.defaultButton() ? 0 : buttons.size(), button->text());
     }
-    std::ranges::stable_partition(
-        buttons, [&box](const QString &text) { return text == box.defaultButton()->text(); });
     Differences differences;
     differences.compare(u"alert"_s, box.text(), wanted->message);
     differences.compare(u"alert's informative text"_s, box.informativeText(), QString());
