@@ -87,8 +87,10 @@ void Intents::answerOrGoOn(QWidget &quiz) {
         hands_.close(quiz);
         return;
     }
-    const int right = seam_.model().run().correctAnswerNumber;
-    const bool passes = intent_ != Intent::Fail;
+    const model::Run &run = seam_.model().run();
+    const int right = run.correctAnswerNumber;
+    // A quiz of no questions ends with its first answer.
+    const bool passes = run.questionCount == 0 ? dice_.oneIn(2) : intent_ != Intent::Fail;
     const int answer = right == 0 ? 1 : passes != dice_.oneIn(12) ? right : right == 1 ? 2 : 1;
     if (dice_.oneIn(3)) {
         hands_.type(QKeyCombination(Qt::Key(Qt::Key_A + answer - 1)));

@@ -60,7 +60,7 @@ void Steps::take(AppDelegate &delegate) {
         closeOne();
         return;
     }
-    if (const auto wayBack = desk::windows(u"MainLayout"_s); !wayBack.isEmpty() && dice_.oneIn(4)) {
+    if (const auto wayBack = desk::windows(u"MainLayout"_s); !wayBack.isEmpty() && dice_.oneIn(2)) {
         clickAButton(*wayBack.first());
         return;
     }
