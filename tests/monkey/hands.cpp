@@ -42,6 +42,12 @@ QList<QWidget *> Hands::windows() const {
     return windows;
 }
 
+QList<QWidget *> Hands::windowsOf(const QString &layout) const {
+    QList<QWidget *> found = windows();
+    found.removeIf([&layout](const QWidget *window) { return window->objectName() != layout; });
+    return found;
+}
+
 QWidget &Hands::anyWindow() {
     QWidget *active = QApplication::activeWindow();
     const QList<QWidget *> all = windows();

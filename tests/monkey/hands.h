@@ -16,6 +16,8 @@ class Hands final {
 
     /// The windows on screen: the program's, alerts and the About box.
     QList<QWidget *> windows() const;
+    /// Those of that layout, in the same order in every walk of the same seed.
+    QList<QWidget *> windowsOf(const QString &layout) const;
     /// The one in front as a rule, and now and then another.
     QWidget &anyWindow();
     QWidget &activated(QWidget &window);

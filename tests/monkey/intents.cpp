@@ -69,8 +69,7 @@ bool Intents::closeNext() {
 }
 
 QWidget *Intents::quizToUse() {
-    QList<QWidget *> quizzes = hands_.windows();
-    quizzes.removeIf([](const QWidget *window) { return window->objectName() != u"MainTest"; });
+    const QList<QWidget *> quizzes = hands_.windowsOf(u"MainTest"_s);
     if (quizzes.isEmpty()) {
         return nullptr;
     }

@@ -12,7 +12,6 @@
 #include "monkey/seam.h"
 #include "monkey/world.h"
 #include "shell/appdelegate.h"
-#include "support/desk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -60,7 +59,8 @@ void Steps::take(AppDelegate &delegate) {
         closeOne();
         return;
     }
-    if (const auto wayBack = desk::windows(u"MainLayout"_s); !wayBack.isEmpty() && dice_.oneIn(2)) {
+    if (const auto wayBack = hands_.windowsOf(u"MainLayout"_s);
+        !wayBack.isEmpty() && dice_.oneIn(2)) {
         clickAButton(*wayBack.first());
         return;
     }
@@ -98,7 +98,7 @@ void Steps::take(AppDelegate &delegate) {
 }
 
 void Steps::useSettings() {
-    const QList<platform::Window *> open = desk::windows(u"Settings"_s);
+    const QList<QWidget *> open = hands_.windowsOf(u"Settings"_s);
     if (open.isEmpty()) {
         hands_.type(Qt::CTRL | Qt::Key_Comma);
     } else {
