@@ -5,7 +5,6 @@
 #include "monkey/dice.h"
 #include "monkey/hands.h"
 #include "monkey/journal.h"
-#include "monkey/keys.h"
 #include "monkey/seam.h"
 #include "monkey/world.h"
 

@@ -9,8 +9,6 @@
 #include "monkey/model.h"
 
 class Journal;
-class QAbstractButton;
-class QAction;
 class QWidget;
 
 /// Tells the model of whatever reaches the program, just before the program learns of it.

@@ -3,14 +3,12 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include "controls/levelindicator.h"
 #include "quizrun/quizrun.h"
 #include "shell/learner.h"
 #include "shell/mainmenu.h"
 #include "shell/settingscontroller.h"
 #include "support/alerts.h"
 #include "support/desk.h"
-#include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
 #include "windowing/windowcontroller.h"

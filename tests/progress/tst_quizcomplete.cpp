@@ -6,7 +6,6 @@
 
 #include "controls/banner.h"
 #include "controls/imagelabel.h"
-#include "controls/levelindicator.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/quizrun.h"
 #include "shell/learner.h"

@@ -1,6 +1,4 @@
-#include <QPointer>
 #include <QTest>
-#include <QTimer>
 
 #include "progress/quizcomplete.h"
 #include "quizrun/quizdesk.h"

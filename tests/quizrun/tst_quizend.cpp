@@ -1,11 +1,9 @@
-#include <QPointer>
 #include <QTest>
 
 #include "progress/quizcomplete.h"
 #include "quizrun/quizdesk.h"
 #include "support/alerts.h"
 #include "support/testmain.h"
-#include "windowing/controllers.h"
 
 using namespace Qt::StringLiterals;
 

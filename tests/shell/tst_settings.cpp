@@ -8,7 +8,6 @@
 #include "shell/settingscontroller.h"
 #include "support/alerts.h"
 #include "support/desk.h"
-#include "support/standarderror.h"
 #include "support/store.h"
 #include "support/testmain.h"
 
