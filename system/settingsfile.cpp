@@ -44,14 +44,18 @@ void sync(const QFile &file) {
     }
 }
 
+/// Once it returns, the folder survives a power cut.
 void createFolder(const QString &path) {
-    if (QFileInfo::exists(path)) {
+    // An empty one may be what a kill has left, or what another process has just created: its name
+    // need not be on the disk yet.
+    if (!QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System |
+                            QDir::NoDotAndDotDot)) {
         return;
     }
     const QFileInfo info(path);
-    createFolder(info.path());
+    createFolder(info.absolutePath());
     QFile parent;
-    openFolder(parent, info.path());
+    openFolder(parent, info.absolutePath());
     QDir().mkdir(path);
     sync(parent);
 }

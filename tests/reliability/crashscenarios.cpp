@@ -1,5 +1,8 @@
 #include "reliability/crashscenarios.h"
 
+#include <algorithm>
+#include <cerrno>
+
 #include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
@@ -10,11 +13,18 @@ using systemcalls::Kind;
 
 namespace {
 
-/// Keeps the calls that change something in a folder, with their paths in it.
+/// Keeps the calls that change something in a folder, with their paths in it. After a given number
+/// of them all fail, as if the process had been killed.
 class Recorder final : public systemcalls::Watcher {
  public:
-    explicit Recorder(QByteArray folder) : folder_(std::move(folder)) {}
+    explicit Recorder(QByteArray folder, qsizetype mostCalls = 1000)
+        : folder_(std::move(folder)), mostCalls_(mostCalls) {}
 
+    int errorOf(const Call &call) override {
+        const bool isDead = concerns(call) && calls_.size() == mostCalls_;
+        wasKilled_ = wasKilled_ || isDead;
+        return isDead ? EIO : 0;
+    }
     void succeeded(const Call &call) override {
         if (concerns(call)) {
             calls_ << call;
@@ -25,6 +35,7 @@ class Recorder final : public systemcalls::Watcher {
     }
 
     const QList<Call> &calls() const { return calls_; }
+    bool wasKilled() const { return wasKilled_; }
 
  private:
     bool concerns(const Call &call) const {
@@ -32,7 +43,9 @@ class Recorder final : public systemcalls::Watcher {
     }
 
     QByteArray folder_;
+    qsizetype mostCalls_;
     QList<Call> calls_;
+    bool wasKilled_ = false;
 };
 
 QString around(const Configuration &configuration) {
@@ -59,6 +72,12 @@ void perform(Preferences &preferences, const Values &values) {
     }
     for (auto value = values.begin(); value != values.end(); ++value) {
         preferences.setValueForKey(*value, value.key());
+    }
+}
+
+void apply(CrashingDisk &disk, const QList<Call> &calls) {
+    for (const Call &call : calls) {
+        disk.apply(call);
     }
 }
 
@@ -212,4 +231,37 @@ void eachCrash(const Scenario &scenario, const std::function<bool(const Crash &)
         }
         last = next;
     }
+}
+
+std::optional<Crash> crashAfterKill(const Scenario &scenario, qsizetype calls, const Values &more) {
+    const Configuration configuration;
+    settle(configuration, scenario.before);
+    CrashingDisk disk(scenario.before);
+    Values values = scenario.writes.constFirst();
+    Moment end{{}, readPreferences()};
+    {
+        Recorder recorder(around(configuration).toUtf8(), calls);
+        Preferences preferences;
+        perform(preferences, values);
+        if (!recorder.wasKilled()) {
+            return std::nullopt;
+        }
+        apply(disk, recorder.calls());
+    }
+    values.insert(more);
+    {
+        Recorder recorder(around(configuration).toUtf8());
+        Preferences preferences;
+        perform(preferences, values);
+        apply(disk, recorder.calls());
+    }
+    end.values.insert(values);
+    end.tree = disk.now();
+    // An unfinished file may have taken the name.
+    if (!scenario.kept.isEmpty() && std::ranges::none_of(end.tree, [&](const auto &file) {
+            return file.second == scenario.before.at(storeInTree);
+        })) {
+        end.tree[scenario.kept] = scenario.before.at(storeInTree);
+    }
+    return Crash{"the write after the kill", disk.afterCrash(), {end}};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QList>
 #include <QMap>
@@ -44,6 +45,10 @@ struct Crash {
 
 /// Performs the writes and hands over every crash there may be, in order, until `look` is false.
 void eachCrash(const Scenario &scenario, const std::function<bool(const Crash &)> &look);
+
+/// Kills the first write after that many calls, lets another process write the same and `more`, and
+/// returns a crash after that; nothing if the first write does not have so many calls.
+std::optional<Crash> crashAfterKill(const Scenario &scenario, qsizetype calls, const Values &more);
 
 /// Makes the tree what the folder around the configuration home holds, and that home the one that
 /// preferences are looked for in.

@@ -16,6 +16,8 @@ class tst_crashstates final : public QObject {
 
  private Q_SLOTS:
     void everyCrashLeavesTheOldOrTheNewValues();
+    void writeAfterAKillIsAsSafeAsAnyOther_data();
+    void writeAfterAKillIsAsSafeAsAnyOther();
 
  private:
     /// What is wrong with what the program does with the state; empty if nothing is.
@@ -106,6 +108,27 @@ void tst_crashstates::everyCrashLeavesTheOldOrTheNewValues() {
     QVERIFY2(!told.contains(u"cannot be written"), qUtf8Printable(told));
     qInfo("%d different states", int(all.size()));
     QVERIFY(all.size() >= 1000);
+}
+
+void tst_crashstates::writeAfterAKillIsAsSafeAsAnyOther_data() {
+    QTest::addColumn<Scenario>("scenario");
+    for (const Scenario &scenario : crashScenarios()) {
+        QTest::newRow(scenario.name) << scenario;
+    }
+}
+
+void tst_crashstates::writeAfterAKillIsAsSafeAsAnyOther() {
+    QFETCH(const Scenario, scenario);
+    StandardError standardError;
+    qsizetype calls = 0;
+    while (const auto crash = crashAfterKill(scenario, calls, {{u"quiz2"_s, u"1"_s}})) {
+        const QString problem = problemOf(*crash);
+        QVERIFY2(problem.isEmpty(),
+                 qUtf8Printable(u"Killed after %1 calls. "_s.arg(calls) + problem));
+        ++calls;
+    }
+    // At least those that create, fill, sync and rename the file, and sync its folder.
+    QVERIFY(calls >= 5);
 }
 
 ZORVAN_TEST_MAIN(tst_crashstates)

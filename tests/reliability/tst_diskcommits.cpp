@@ -197,6 +197,10 @@ void tst_diskcommits::stepsCommitAsOftenAsTheyMustAndTellAfterwards_data() {
     row("first start, folder missing",
         inTurn({without(u"/Zorvan"_s), with(u"/Other/other.conf"_s)}), start, {u"OK"_s}, 3,
         {u"0 MainMenu"_s, u"3 "_s + greeting}, store::seeded());
+    // A kill may have left it before its name was on the disk.
+    row("first start, empty folder there",
+        inTurn({without(u"/Zorvan/Zorvan.conf"_s), with(u"/Other/other.conf"_s)}), start, {u"OK"_s},
+        3, {u"0 MainMenu"_s, u"3 "_s + greeting}, store::seeded());
     row("first start, folder there",
         inTurn({without(u"/Zorvan/Zorvan.conf"_s), with(u"/Zorvan/other.conf"_s)}), start,
         {u"OK"_s}, 2, {u"0 MainMenu"_s, u"2 "_s + greeting}, store::seeded());
