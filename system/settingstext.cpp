@@ -14,7 +14,10 @@ namespace platform::settingstext {
 namespace {
 
 QString encoded(const QString &text) {
-    if (isPlain(text)) {
+    const bool standsForItself = std::ranges::all_of(text, [](QChar character) {
+        return character > u' ' && character <= u'~' && !u"\",;@\\"_s.contains(character);
+    });
+    if (standsForItself) {
         return text;
     }
     QString escapes;
@@ -36,18 +39,18 @@ const QRegularExpression &entries() {
 
 }  // namespace
 
-bool isPlain(const QString &text) {
-    return !text.isEmpty() && std::ranges::all_of(text, [](QChar character) {
+bool isPlain(const QString &key) {
+    return !key.isEmpty() && std::ranges::all_of(key, [](QChar character) {
         return character.unicode() < 0x80 && character.isLetterOrNumber();
     });
 }
 
 QByteArray edited(const QByteArray &content, const QVariantMap &values) {
     static const QRegularExpression lineEnds(u"\r\n|\n|\r"_s);
+    const QString lineEnd = content.contains("\r\n") ? u"\r\n"_s : u"\n"_s;
     // One character for each byte.
     QString text = QString::fromLatin1(content);
-    const QRegularExpressionMatch firstEnd = lineEnds.match(text);
-    const QString lineEnd = firstEnd.hasMatch() ? firstEnd.captured() : u"\n"_s;
+    const qsizetype start = content.startsWith("\xef\xbb\xbf") ? 3 : 0;
     const auto entryOf = [&](const QString &key) {
         return key + u'=' + encoded(values.value(key).toString());
     };
@@ -56,35 +59,36 @@ QByteArray edited(const QByteArray &content, const QVariantMap &values) {
     QMap<qsizetype, std::pair<qsizetype, QString>> replacements;
     qsizetype titleEnd = -1;
     bool inGeneral = true;
-    for (const QRegularExpressionMatch &match : entries().globalMatch(text)) {
+    for (const QRegularExpressionMatch &match : entries().globalMatch(text, start)) {
         const QByteArray entry = match.captured().toLatin1().trimmed();
         const QByteArray name = entry.first(qMax(entry.indexOf('='), 0)).trimmed();
-        const QString key = QString::fromLatin1(name);
+        const QString key = QString::fromUtf8(name);
         if (entry.startsWith('[')) {
             const QByteArray section = entry.sliced(1).split(']').constFirst().trimmed();
             inGeneral = section.compare("general", Qt::CaseInsensitive) == 0;
             titleEnd = inGeneral && titleEnd < 0 ? match.capturedEnd() : titleEnd;
-        } else if (inGeneral && values.contains(key)) {
+        } else if (inGeneral && values.contains(key) && !match.captured().contains(lineEnds)) {
+            // One that goes on for several lines may have swallowed others.
             replacements.insert(match.capturedStart(), {match.capturedLength(), entryOf(key)});
             missing.removeOne(key);
         }
     }
 
-    QString added;
-    for (const QString &key : std::as_const(missing)) {
-        added += lineEnd + entryOf(key);
-    }
     // At the top of the section, where no entry before them can run on into them.
+    QString added = titleEnd < 0 && !missing.isEmpty() ? u"[General]"_s + lineEnd : QString();
+    qsizetype place = start;
     if (titleEnd >= 0) {
-        const qsizetype end = text.indexOf(lineEnds, titleEnd);
-        replacements.insert(end < 0 ? text.size() : end, {0, added});
+        QRegularExpressionMatch end;
+        place = text.indexOf(lineEnds, titleEnd, &end) < 0 ? text.size() : end.capturedEnd();
+        added = end.hasMatch() || missing.isEmpty() ? added : lineEnd;
     }
-    for (auto place = replacements.end(); place != replacements.begin();) {
-        --place;
-        text.replace(place.key(), place->first, place->second);
+    for (const QString &key : std::as_const(missing)) {
+        added += entryOf(key) + lineEnd;
     }
-    if (titleEnd < 0 && !missing.isEmpty()) {
-        text.prepend(u"[General]"_s + added + lineEnd);
+    replacements[place].second.prepend(added);
+    for (auto replacement = replacements.end(); replacement != replacements.begin();) {
+        --replacement;
+        text.replace(replacement.key(), replacement->first, replacement->second);
     }
     return text.toLatin1();
 }

@@ -7,9 +7,8 @@
 /// The text of a settings file in the format of QSettings.
 namespace platform::settingstext {
 
-/// Whether the text stands for itself, as a key or as a value: ASCII letters and digits, at least
-/// one.
-bool isPlain(const QString &text);
+/// Whether the key is written as it is: ASCII letters and digits, at least one.
+bool isPlain(const QString &key);
 
 /// `content` with the texts of `values`, whose keys are plain, in its section General. Their
 /// entries are replaced, or added at the top of the section, which is added if it is missing. Every

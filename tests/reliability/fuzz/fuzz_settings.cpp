@@ -138,100 +138,112 @@ Task taskOf(const QByteArray &input) {
     return task;
 }
 
-/// A line as QSettings sees it, for which a carriage return ends a line, too.
-struct Line {
-    QByteArray text;
-    QByteArray end;
-    /// The key, if it is one of those to write in the section General.
-    QString key;
-
-    /// What follows the entry. It may have quotes of its own.
-    QByteArray comment() const {
-        bool isQuoted = false;
-        for (qsizetype i = 0; i < text.size(); ++i) {
-            if (text.at(i) == '\\') {
-                ++i;
-            } else if (text.at(i) == '"') {
-                isQuoted = !isQuoted;
-            } else if (text.at(i) == ';' && !isQuoted) {
-                return text.sliced(i);
-            }
-        }
-        return {};
-    }
-};
-
 constexpr QByteArrayView byteOrderMark("\xef\xbb\xbf");
 
-std::vector<Line> linesOf(const QByteArray &content, const QVariantMap &values) {
-    std::vector<Line> lines;
-    bool inGeneral = true;
-    qsizetype start = content.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
-    while (start < content.size()) {
-        const auto isEnd = [](char byte) { return byte == '\n' || byte == '\r'; };
-        const auto *const end = std::find_if(content.begin() + start, content.end(), isEnd);
-        Line line{content.mid(start, end - content.begin() - start), {}, {}};
-        start += line.text.size();
-        line.end = content.mid(start, content.mid(start, 2) == "\r\n" ? 2 : 1);
-        start += line.end.size();
-
-        const QByteArray trimmed = line.text.trimmed();
-        if (trimmed.startsWith('[')) {
-            const qsizetype bracket = trimmed.indexOf(']');
-            const QByteArray section = trimmed.mid(1, bracket < 0 ? -1 : bracket - 1).trimmed();
-            inGeneral = section.toLower() == "general";
-        } else if (const qsizetype equals = trimmed.indexOf('='); inGeneral && equals > 0) {
-            const QString key = QString::fromUtf8(trimmed.first(equals).trimmed());
-            line.key = values.contains(key) ? key : QString();
-        }
-        lines.push_back(line);
-    }
-    return lines;
+bool endsLine(char byte) {
+    return byte == '\n' || byte == '\r';
 }
 
-/// What an edit has lost of the file, or put into it besides the lines that it is allowed to. Empty
-/// if that is nothing.
+/// A comment, or what QSettings takes for one entry.
+struct Part {
+    QByteArray text;
+    /// The line end after it; empty if another part of the same line follows, or nothing.
+    QByteArray end;
+    /// Whether it is a value to write.
+    bool isOwn = false;
+
+    bool isTitle() const { return text.startsWith('['); }
+};
+
+/// Where the part ends that begins there.
+qsizetype endOfPart(const QByteArray &content, qsizetype start) {
+    const bool isComment = content.at(start) == ';';
+    bool isQuoted = false;
+    qsizetype i = start;
+    while (i < content.size()) {
+        const char byte = content.at(i);
+        if (!isQuoted && (endsLine(byte) || (byte == ';' && !isComment))) {
+            break;
+        }
+        if (byte == '"' && !isComment) {
+            isQuoted = !isQuoted;
+        } else if (byte == '\\' && !isComment) {
+            // It may be followed by a line end of two bytes.
+            const QByteArray pair = content.mid(i + 1, 2);
+            i += pair == "\r\n" || pair == "\n\r" ? 2 : 1;
+        }
+        ++i;
+    }
+    return std::min(i, content.size());
+}
+
+std::vector<Part> partsOf(const QByteArray &content, const QVariantMap &values) {
+    std::vector<Part> parts;
+    bool inGeneral = true;
+    qsizetype i = content.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    while (i < content.size()) {
+        if (endsLine(content.at(i)) || content.at(i) == ' ' || content.at(i) == '\t') {
+            ++i;
+            continue;
+        }
+        const qsizetype end = endOfPart(content, i);
+        Part part{content.sliced(i, end - i), {}, false};
+        i = end;
+        part.end = content.mid(i, content.mid(i, 2) == "\r\n" ? 2 : 1);
+        if (part.end.startsWith(';')) {
+            part.end.clear();
+        }
+        const qsizetype equals = part.text.indexOf('=');
+        if (part.isTitle()) {
+            const qsizetype bracket = part.text.indexOf(']');
+            inGeneral =
+                part.text.mid(1, bracket < 0 ? -1 : bracket - 1).trimmed().toLower() == "general";
+        } else if (inGeneral && equals > 0 && std::ranges::none_of(part.text, endsLine)) {
+            part.isOwn = values.contains(QString::fromUtf8(part.text.first(equals).trimmed()));
+        }
+        parts.push_back(part);
+    }
+    return parts;
+}
+
+/// Whether lines end only in that way.
+bool endsLinesLike(const QByteArray &content, const QByteArray &lineEnd) {
+    return std::ranges::none_of(QByteArray(content).replace(lineEnd, ""), endsLine);
+}
+
+/// What an edit has lost of the file, or put into it besides the values. Empty if that is nothing.
 QByteArray lost(const Task &task, const QByteArray &after) {
     if (task.content.startsWith(byteOrderMark) != after.startsWith(byteOrderMark)) {
         return "the byte order mark";
     }
-    const std::vector<Line> before = linesOf(task.content, task.values);
-    const std::vector<Line> now = linesOf(after, task.values);
-    const QByteArray usualEnd = task.content.contains("\r\n") ? "\r\n" : "\n";
-    auto next = now.begin();
-    const auto skipAdded = [&](const auto &isWanted) {
-        while (next != now.end() && !isWanted(*next) &&
-               (!next->key.isEmpty() || next->text == "[General]")) {
-            // Only the last line of a file may go without.
-            if (next->end != usualEnd && now.end() - next > 1) {
-                return false;
-            }
-            ++next;
-        }
-        return true;
-    };
-    for (const Line &line : before) {
-        const auto isThisLine = [&](const Line &other) {
-            return line.key.isEmpty()
-                       ? other.text == line.text
-                       : other.key == line.key && other.comment().endsWith(line.comment());
-        };
-        if (!skipAdded(isThisLine)) {
+    for (const char *lineEnd : {"\n", "\r\n"}) {
+        if (task.content.contains(lineEnd) && endsLinesLike(task.content, lineEnd) &&
+            !endsLinesLike(after, lineEnd)) {
             return "the kind of line ends";
         }
-        if (next == now.end() || !isThisLine(*next)) {
-            return "the line " + line.text;
+    }
+    const auto othersIn = [&](const QByteArray &content) {
+        std::vector<Part> others = partsOf(content, task.values);
+        std::erase_if(others, [](const Part &part) { return part.isOwn; });
+        return others;
+    };
+    const std::vector<Part> before = othersIn(task.content);
+    const std::vector<Part> now = othersIn(after);
+    auto next = now.begin();
+    if (now.size() > before.size() && next->text == "[General]") {
+        ++next;
+    }
+    for (const Part &part : before) {
+        if (next == now.end() || next->text != part.text) {
+            return "the part " + part.text;
         }
-        // The last line may have no end, but gets one if another line comes after it.
-        if (!next->end.startsWith(line.end)) {
-            return "the end of the line " + line.text;
+        // The last line may have no end, but gets one if another comes after it.
+        if (!next->end.startsWith(part.end)) {
+            return "the end of the line " + part.text;
         }
         ++next;
     }
-    if (!skipAdded([](const Line &) { return false; })) {
-        return "the kind of line ends";
-    }
-    return next == now.end() ? QByteArray() : "nothing, but gained the line " + next->text;
+    return next == now.end() ? QByteArray() : "nothing, but gained the part " + next->text;
 }
 
 bool isPlain(const QString &text) {
