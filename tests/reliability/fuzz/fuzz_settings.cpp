@@ -252,10 +252,14 @@ bool isPlain(const QString &text) {
     });
 }
 
-/// Whether QSettings sees the same lines and keys in the file as an editor does.
+/// Whether QSettings sees the same lines and keys in the file as an editor does. Of bytes beyond
+/// ASCII it may see nothing, such as a mark of the byte order before a key.
 bool isSimple(const QByteArray &content) {
-    return std::ranges::none_of(QByteArray("\"\\%@"),
-                                [&](char byte) { return content.contains(byte); }) &&
+    return std::ranges::none_of(content,
+                                [](char byte) {
+                                    return (static_cast<unsigned char>(byte) & 0x80U) != 0 ||
+                                           QByteArrayView("\"\\%@").contains(byte);
+                                }) &&
            QByteArray(content).replace("\r\n", "").count('\r') == 0;
 }
 
