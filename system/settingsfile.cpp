@@ -46,13 +46,14 @@ void sync(const QFile &file) {
 
 /// Once it returns, the folder survives a power cut.
 void createFolder(const QString &path) {
+    const QFileInfo info(path);
     // An empty one may be what a kill has left, or what another process has just created: its name
-    // need not be on the disk yet.
-    if (!QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System |
-                            QDir::NoDotAndDotDot)) {
+    // need not be on the disk yet. In a folder that cannot be opened, none is created.
+    if (info.exists() && (!QFileInfo(info.absolutePath()).isReadable() ||
+                          !QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                              QDir::NoDotAndDotDot))) {
         return;
     }
-    const QFileInfo info(path);
     createFolder(info.absolutePath());
     QFile parent;
     openFolder(parent, info.absolutePath());
@@ -131,7 +132,7 @@ bool isParsable(const QString &path) {
     }
     const QSettings settings(path, QSettings::IniFormat);
     // Nothing is parsed before it is asked for.
-    settings.allKeys();
+    static_cast<void>(settings.allKeys());
     return settings.status() != QSettings::FormatError;
 }
 

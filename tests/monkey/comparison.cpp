@@ -131,7 +131,7 @@ void compareWindows(Differences &differences, Seam &seam) {
         }
     }
     for (const auto &[layout, outlets] : model::outlets().asKeyValueRange()) {
-        for (const QWidget *window : desk::windows(layout)) {
+        for (QWidget *window : desk::windows(layout)) {
             const QString name = seam.nameOf(*window);
             if (!seam.model().isOpen(name)) {
                 differences.add(u"%1: is open, but not in the model"_s.arg(name));

@@ -232,7 +232,7 @@ void Program::timeIsUp() {
 
 void Program::endQuiz(const QString &quiz) {
     clockOf_.clear();
-    const double score = double(float(run_.correctCount) / float(run_.questionCount));
+    const auto score = double(float(run_.correctCount) / float(run_.questionCount));
     const bool passed = score > 0.799;
     happened(run_.questionCount == 0
                  ? u"attempt of no questions %1"_s.arg(passed ? u"passed"_s : u"failed"_s)

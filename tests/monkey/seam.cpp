@@ -16,15 +16,15 @@ void Seam::begin(std::unique_ptr<model::Program> model) {
     closing_ = Closing::Nothing;
 }
 
-QString Seam::nameOf(const QWidget &window) {
+QString Seam::nameOf(QWidget &window) {
     for (auto entry = windows_.begin(); entry != windows_.end(); ++entry) {
         if (entry.value() == &window) {
             return entry.key();
         }
     }
     const QString layout = window.objectName();
-    const QString name = u"%1 %2"_s.arg(layout).arg(++loaded_[layout]);
-    windows_.insert(name, const_cast<QWidget *>(&window));
+    QString name = u"%1 %2"_s.arg(layout).arg(++loaded_[layout]);
+    windows_.insert(name, &window);
     return name;
 }
 
@@ -37,12 +37,12 @@ bool Seam::eventFilter(QObject *watched, QEvent *event) {
             }
             break;
         case QEvent::Show:
-            if (const auto *window = qobject_cast<const platform::Window *>(watched)) {
+            if (auto *window = qobject_cast<platform::Window *>(watched)) {
                 nameOf(*window);
             }
             break;
         case QEvent::Close:
-            if (const auto *window = qobject_cast<const platform::Window *>(watched)) {
+            if (auto *window = qobject_cast<platform::Window *>(watched)) {
                 windowCloses(*window);
             }
             break;
@@ -76,7 +76,7 @@ void Seam::watch(QObject &control) {
     }
 }
 
-void Seam::windowCloses(const QWidget &window) {
+void Seam::windowCloses(QWidget &window) {
     const QString name = nameOf(window);
     const QString layout = window.objectName();
     const bool wayBack = layout == u"MainLayout";

@@ -30,14 +30,14 @@ class Seam final : public QObject {
     /// The window of that name in the model, or null.
     QWidget *window(const QString &name) const { return windows_.value(name); }
     /// The name in the model of a window that was loaded in this session.
-    QString nameOf(const QWidget &window);
+    QString nameOf(QWidget &window);
 
  protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
  private:
     void watch(QObject &control);
-    void windowCloses(const QWidget &window);
+    void windowCloses(QWidget &window);
 
     Journal &journal_;
     std::unique_ptr<model::Program> model_;

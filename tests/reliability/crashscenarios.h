@@ -17,7 +17,7 @@ inline constexpr const char *storeInTree = "home/Zorvan/Zorvan.conf";
 
 /// Writes that a crash may interrupt.
 struct Scenario {
-    const char *name;
+    const char *name = nullptr;
     /// What the folder around the configuration home holds.
     Tree before;
     /// Each of them is a batch, unless it is of one value.
