@@ -74,6 +74,7 @@ void Application::about() {
     if (aboutBox_.isNull()) {
         aboutBox_ = newAboutBox(activeWindow());
     }
+    keyboardKeeper_.stop();
     aboutBox_->show();
     bringToFront(*aboutBox_);
 }
