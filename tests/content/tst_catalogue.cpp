@@ -1,7 +1,7 @@
 #include <QTest>
 
 #include "content/catalogue.h"
-#include "content/golden.h"
+#include "support/golden.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -10,51 +10,44 @@ class tst_catalogue final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void everyQuizHasItsNameNumbersAndCount_data();
-    void everyQuizHasItsNameNumbersAndCount();
-    void noQuizHasAnotherId();
-    void topicQuizzesPartTheBankAmongThem();
-};
+    void everyQuizHasItsNameNumbersAndCount_data() { golden::quizRows(); }
 
-void tst_catalogue::everyQuizHasItsNameNumbersAndCount_data() {
-    golden::quizRows();
-}
+    void everyQuizHasItsNameNumbersAndCount() {
+        QFETCH(QString, name);
+        QFETCH(int, first);
+        QFETCH(int, last);
+        QFETCH(int, questionCount);
+        const QString id = QString::fromLatin1(QTest::currentDataTag());
+        const content::Quiz *quiz = content::quizWithId(id);
+        QVERIFY(quiz != nullptr);
+        QCOMPARE(quiz->id, id);
+        QCOMPARE(quiz->name, name);
+        QCOMPARE(quiz->questionCount, questionCount);
 
-void tst_catalogue::everyQuizHasItsNameNumbersAndCount() {
-    QFETCH(QString, name);
-    QFETCH(int, first);
-    QFETCH(int, last);
-    QFETCH(int, questionCount);
-    const QString id = QString::fromLatin1(QTest::currentDataTag());
-    const content::Quiz *quiz = content::quizWithId(id);
-    QVERIFY(quiz != nullptr);
-    QCOMPARE(quiz->id, id);
-    QCOMPARE(quiz->name, name);
-    QCOMPARE(quiz->questionCount, questionCount);
-
-    QStringList ascending;
-    for (int number = first; number <= last; ++number) {
-        ascending << QString::number(number);
+        QStringList ascending;
+        for (int number = first; number <= last; ++number) {
+            ascending << QString::number(number);
+        }
+        QCOMPARE(quiz->questionNumbers(), ascending);
     }
-    QCOMPARE(quiz->questionNumbers(), ascending);
-}
 
-void tst_catalogue::noQuizHasAnotherId() {
-    for (const QString &id : {QString(), u""_s, u"0"_s, u"8"_s, u"01"_s, u"1 "_s}) {
-        QVERIFY2(content::quizWithId(id) == nullptr, qUtf8Printable(id));
-    }
-}
-
-void tst_catalogue::topicQuizzesPartTheBankAmongThem() {
-    QStringList drawn;
-    for (const content::Quiz &quiz : content::quizzes) {
-        if (quiz.id != u"7") {
-            drawn << quiz.questionNumbers();
+    void noQuizHasAnotherId() {
+        for (const QString &id : {QString(), u""_s, u"0"_s, u"8"_s, u"01"_s, u"1 "_s}) {
+            QVERIFY2(content::quizWithId(id) == nullptr, qUtf8Printable(id));
         }
     }
-    QCOMPARE(drawn.size(), 77);
-    QCOMPARE(drawn.removeDuplicates(), 0);
-}
 
-ZORVAN_TEST_MAIN(tst_catalogue)
+    void topicQuizzesPartTheBankAmongThem() {
+        QStringList drawn;
+        for (const content::Quiz &quiz : content::quizzes) {
+            if (quiz.id != u"7") {
+                drawn << quiz.questionNumbers();
+            }
+        }
+        QCOMPARE(drawn.size(), 77);
+        QCOMPARE(drawn.removeDuplicates(), 0);
+    }
+};
+
+ZORVAN_TEST(tst_catalogue)
 #include "tst_catalogue.moc"

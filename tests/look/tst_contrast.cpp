@@ -11,10 +11,10 @@
 #include "controls/rowbutton.h"
 #include "controls/statusicon.h"
 #include "controls/textlabel.h"
-#include "look/states.h"
 #include "shell/appdelegate.h"
 #include "support/drawing.h"
 #include "support/optics.h"
+#include "support/states.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -144,38 +144,317 @@ class tst_contrast final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
-    void cleanupTestCase();
+    void initTestCase() {
+        light_ = QApplication::palette();
+        platform::Application::shared().loadMainLayout(delegate_);
+        states_ = states::all();
+    }
 
-    void pictureIsWhatTheWindowDraws();
-    void measureKnowsContrastsOfKnownColours();
-    void everyTextIsReadable_data();
-    void everyTextIsReadable();
-    void everyControlIsSeen_data();
-    void everyControlIsSeen();
-    void focusIsSeen_data();
-    void focusIsSeen();
-    void markAtAnAnswerIsSeen_data();
-    void markAtAnAnswerIsSeen();
+    void cleanup() {
+        QApplication::setPalette(light_);
+        desk::clear();
+    }
+
+    void cleanupTestCase() { findings_.print(); }
+
+    void pictureIsWhatTheWindowDraws() {
+        states_[u"main menu, mixed"_s]([](QWidget &window) {
+            QImage drawn(window.size() * optics::ratio, QImage::Format_RGB32);
+            drawn.setDevicePixelRatio(optics::ratio);
+            window.render(&drawn);
+            const QImage measured = optics::picture(window).pixels;
+            int different = 0;
+            for (int y = 0; y < drawn.height(); ++y) {
+                for (int x = 0; x < drawn.width(); ++x) {
+                    different +=
+                        optics::contrast(drawn.pixel(x, y), measured.pixel(x, y)) > 1.1 ? 1 : 0;
+                }
+            }
+            // Antialiased lines may be rounded differently.
+            const int few = drawn.width() * drawn.height() / 500;
+            QVERIFY2(different < few, qPrintable(u"%1 pixels differ"_s.arg(different)));
+        });
+    }
+
+    void measureKnowsContrastsOfKnownColours() {
+        // Its contrast on white is 4.54 to 1.
+        const QColor grey(0x76, 0x76, 0x76);
+        const auto isGrey = [](std::optional<double> contrast) {
+            return contrast && qAbs(*contrast - 4.54) < 0.05;
+        };
+
+        QLabel label(u"Terminology"_s);
+        label.setPalette(
+            QPalette(grey, Qt::white, Qt::white, Qt::white, Qt::white, grey, Qt::white));
+        label.adjustSize();
+        const optics::Picture with = optics::picture(label);
+        const QImage without = optics::picture(label, {.texts = true}).pixels;
+        QCOMPARE(with.texts.size(), 1);
+        QCOMPARE(with.texts.first().text, label.text());
+        QVERIFY(with.texts.first().whole);
+        QVERIFY(isGrey(optics::inkContrast(with.pixels, without, with.texts.first().place)));
+        QVERIFY(!optics::inkContrast(without, without, without.rect()));
+
+        QImage background(120, 120, QImage::Format_RGB32);
+        background.fill(Qt::white);
+        const auto drawnOn = [](QImage picture, const QPen &pen, const QBrush &brush,
+                                const QRectF &box) {
+            QPainter painter(&picture);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(pen);
+            painter.setBrush(brush);
+            painter.drawEllipse(box);
+            return picture;
+        };
+        const QImage ring =
+            drawnOn(background, QPen(grey, 6), Qt::NoBrush, QRectF(10.3, 10.3, 99, 99));
+        QVERIFY(isGrey(optics::ringContrast(ring, background)));
+        QVERIFY(isGrey(optics::shapeContrast(ring, background)));
+        QVERIFY(isGrey(optics::piecesContrast(ring, background)));
+        const QImage filled =
+            drawnOn(background, Qt::NoPen, QColor(0x60, 0x60, 0x60), background.rect());
+        const QImage ringOnDark =
+            drawnOn(filled, QPen(grey, 6), Qt::NoBrush, QRectF(3, 3, 114, 114));
+        QVERIFY(*optics::ringContrast(ringOnDark, filled) < 1.5);
+        const QImage disc = drawnOn(background, Qt::NoPen, grey, background.rect());
+        QVERIFY(isGrey(optics::markContrast(disc, background)));
+        const QImage spot =
+            drawnOn(disc, Qt::NoPen, QColor(0x60, 0x60, 0x60), QRectF(40, 40, 50, 50));
+        QVERIFY(*optics::markContrast(spot, background) < 1.5);
+        QVERIFY(!optics::markContrast(background, background));
+    }
+
+    void everyTextIsReadable_data() { addStates(); }
+
+    void everyTextIsReadable() { measureEveryState(&tst_contrast::measureTexts); }
+
+    void everyControlIsSeen_data() { addStates(); }
+
+    void everyControlIsSeen() { measureEveryState(&tst_contrast::measureControls); }
+
+    void focusIsSeen_data() { addStates(); }
+
+    void focusIsSeen() { measureEveryState(&tst_contrast::measureFocus); }
+
+    void markAtAnAnswerIsSeen_data() {
+        QTest::addColumn<int>("right");
+        QTest::newRow("right") << 1;
+        QTest::newRow("wrong") << 2;
+    }
+
+    void markAtAnAnswerIsSeen() {
+        QFETCH(const int, right);
+        states::quiz(u"56"_s)([&](QWidget &window) {
+            inEveryPalette(window, [&](QWidget &) { measureMarks(window, right); });
+        });
+        const QString flaws = findings_.takeFlaws();
+        QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+    }
 
  private:
-    void addStates();
-    void inEveryPalette(QWidget &window, const states::Look &look);
-    void measureEveryState(void (tst_contrast::*measure)(QWidget &));
-    QString in(const QWidget &window, const QString &name) const;
+    void addStates() {
+        QTest::addColumn<QString>("state");
+        for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
+            QTest::addRow("%s", qUtf8Printable(*state)) << *state;
+        }
+    }
+
+    void inEveryPalette(QWidget &window, const states::Look &look) {
+        for (const auto &[name, palette] :
+             {std::pair{u"light"_s, light_}, std::pair{u"dark"_s, drawing::darkPalette()}}) {
+            QApplication::setPalette(palette);
+            QCoreApplication::processEvents();
+            findings_.setPalette(name);
+            look(window);
+        }
+        QApplication::setPalette(light_);
+    }
+
+    void measureEveryState(void (tst_contrast::*measure)(QWidget &)) {
+        QFETCH(const QString, state);
+        states_[state]([&](QWidget &window) {
+            inEveryPalette(window, [&](QWidget &look) { (this->*measure)(look); });
+        });
+        const QString flaws = findings_.takeFlaws();
+        QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+    }
+
+    QString in(const QWidget &window, const QString &name) const {
+        return u"%1, %2, %3"_s.arg(QString::fromUtf8(QTest::currentDataTag()), nameOf(window),
+                                   name);
+    }
 
     template <class Control>
-    void requireText(const QWidget &window, const optics::Picture &picture);
-    void measureTexts(QWidget &window);
-    void measureControls(QWidget &window);
-    void measureFocus(QWidget &window);
-    void measureShape(QWidget &window, QWidget &widget);
-    void measureOption(QWidget &window, QRadioButton &option);
-    void measureSlider(QWidget &window, QScrollBar &bar);
-    void measureLevel(QWidget &window, platform::LevelIndicator &level);
-    void measureMark(QWidget &window, QWidget &widget, const QString &name);
-    void measureMarks(QWidget &window, int right);
+    void requireText(const QWidget &window, const optics::Picture &picture) {
+        for (const Control *one : shown<Control>(window)) {
+            const QRect place = placeIn(window, *one);
+            const bool wanted =
+                !one->text().trimmed().isEmpty() && one->visibleRegion() == one->rect();
+            const auto isThere = [&](const optics::Text &drawn) {
+                return place.contains(drawn.place.center() / optics::ratio);
+            };
+            if (wanted && std::ranges::none_of(picture.texts, isThere)) {
+                findings_.add(text, in(window, nameOf(*one)), std::nullopt);
+            }
+        }
+    }
+
+    void measureTexts(QWidget &window) {
+        const optics::Picture with = optics::picture(window);
+        const QImage without = optics::picture(window, {.texts = true}).pixels;
+        requireText<QLabel>(window, with);
+        requireText<QAbstractButton>(window, with);
+        for (const optics::Text &drawn : with.texts) {
+            const auto contrast = optics::inkContrast(with.pixels, without, drawn.place);
+            if (!contrast && !drawn.whole) {
+                continue;
+            }
+            const QWidget &widget = innermostAt(window, drawn.place.center() / optics::ratio);
+            findings_.add(kindOf(drawn, widget),
+                          in(window, u"%1 \"%2\""_s.arg(nameOf(widget), drawn.text)), contrast);
+        }
+    }
+
+    void measureControls(QWidget &window) {
+        // The focus must not be taken for a control's shape.
+        leaveFocus(window);
+        for (QPushButton *button : shown<QPushButton>(window)) {
+            const bool answer = button->objectName().startsWith(u"btnAnswer");
+            // A button that fills its row is recognised by its text, a disabled one by its letter.
+            if (button->isEnabled() &&
+                (answer || qobject_cast<platform::RowButton *>(button) == nullptr)) {
+                measureShape(window, *button);
+            }
+        }
+        for (QRadioButton *option : shown<QRadioButton>(window)) {
+            measureShape(window, *option);
+            measureOption(window, *option);
+        }
+        for (QScrollBar *bar : shown<QScrollBar>(window)) {
+            measureSlider(window, *bar);
+        }
+        for (platform::LevelIndicator *level : shown<platform::LevelIndicator>(window)) {
+            measureLevel(window, *level);
+        }
+        for (platform::ImageLabel *image : shown<platform::ImageLabel>(window)) {
+            if (!image->image().isNull()) {
+                measureMark(window, *image, nameOf(*image));
+            }
+        }
+        for (platform::StatusIcon *sign : shown<platform::StatusIcon>(window)) {
+            if (!sign->property("label").toString().isEmpty()) {
+                measureShape(window, *sign);
+            }
+        }
+    }
+
+    void measureFocus(QWidget &window) {
+        QWidget *focused = window.focusWidget();
+        for (QWidget *widget : shown<QWidget>(window)) {
+            if (!widget->isEnabled() || (widget->focusPolicy() & Qt::TabFocus) == 0) {
+                continue;
+            }
+            widget->setFocus(Qt::TabFocusReason);
+            QVERIFY2(widget->hasFocus(), qPrintable(in(window, nameOf(*widget))));
+            QCoreApplication::processEvents();
+            // The focus of a row's button is drawn by the row.
+            const bool inRow = qobject_cast<platform::RowButton *>(widget) != nullptr;
+            const QRect room = roomIn(window, inRow ? *widget->parentWidget() : *widget);
+            const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+            widget->clearFocus();
+            QCoreApplication::processEvents();
+            const QImage without = optics::picture(window, room, {.texts = true}).pixels;
+            findings_.add(focusRing, in(window, nameOf(*widget)),
+                          optics::ringContrast(with, without));
+        }
+        if (focused != nullptr) {
+            focused->setFocus();
+        }
+    }
+
+    void measureShape(QWidget &window, QWidget &widget) {
+        const QRect room = roomIn(window, widget);
+        const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+        const QImage without =
+            optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
+        findings_.add(control, in(window, nameOf(widget)), optics::shapeContrast(with, without));
+    }
+
+    void measureOption(QWidget &window, QRadioButton &option) {
+        const QRect room = roomIn(window, option);
+        const bool checked = option.isChecked();
+        const QSignalBlocker blocker(option);
+        option.setAutoExclusive(false);
+        const auto pictureWhile = [&](bool on) {
+            option.setChecked(on);
+            return optics::picture(window, room, {.texts = true}).pixels;
+        };
+        const QImage on = pictureWhile(true);
+        const QImage off = pictureWhile(false);
+        option.setChecked(checked);
+        option.setAutoExclusive(true);
+        findings_.add(control, in(window, nameOf(option) + u", on to off"_s),
+                      optics::inkContrast(on, off, on.rect()));
+    }
+
+    void measureSlider(QWidget &window, QScrollBar &bar) {
+        const int value = bar.value();
+        const int maximum = bar.maximum();
+        const QSignalBlocker blocker(bar);
+        // With more to scroll the slider is short: at one end it leaves the other half free.
+        bar.setMaximum(10 * bar.pageStep());
+        QRect half = placeIn(window, bar);
+        half.setHeight(half.height() / 2);
+        const auto pictureAt = [&](int position) {
+            bar.setValue(position);
+            return optics::picture(window, half).pixels;
+        };
+        const QImage there = pictureAt(bar.minimum());
+        const QImage gone = pictureAt(bar.maximum());
+        bar.setMaximum(maximum);
+        bar.setValue(value);
+        findings_.add(control, in(window, u"scroll bar"_s), optics::shapeContrast(there, gone));
+    }
+
+    void measureLevel(QWidget &window, platform::LevelIndicator &level) {
+        const QRect room = placeIn(window, level);
+        const double value = level.doubleValue();
+        const QSignalBlocker blocker(level);
+        const auto pictureWith = [&](double shownValue) {
+            level.setDoubleValue(shownValue);
+            return optics::picture(window, room).pixels;
+        };
+        const QImage filled = pictureWith(level.maximum());
+        const QImage empty = pictureWith(0);
+        level.setDoubleValue(value);
+        const QImage background = optics::picture(window, room, {.control = &level}).pixels;
+        const QString name = in(window, nameOf(level));
+        findings_.add(levelSegment, name + u", filled"_s,
+                      optics::piecesContrast(filled, background));
+        findings_.add(levelSegment, name + u", empty"_s, optics::piecesContrast(empty, background));
+        findings_.add(levelSegment, name + u", filled to empty"_s,
+                      optics::inkContrast(filled, empty, filled.rect()));
+    }
+
+    void measureMark(QWidget &window, QWidget &widget, const QString &name) {
+        const QRect room = placeIn(window, widget);
+        const QImage with = optics::picture(window, room, {.texts = true}).pixels;
+        const QImage without =
+            optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
+        findings_.add(mark, in(window, name), optics::markContrast(with, without));
+    }
+
+    void measureMarks(QWidget &window, int right) {
+        states::answered(right)(window);
+        // Answer 1 is the one that was chosen.
+        for (const int answer : {1, right}) {
+            const QWidget &button = desk::control(&window, u"btnAnswer%1"_s.arg(answer));
+            auto *sign = button.parentWidget()->findChild<platform::StatusIcon *>();
+            QVERIFY(sign != nullptr);
+            measureMark(window, *sign, u"answer %1"_s.arg(answer));
+        }
+        desk::click(&window, u"btnNextQuestion"_s);
+    }
 
     QPalette light_;
     QMap<QString, states::State> states_;
@@ -183,322 +462,5 @@ class tst_contrast final : public QObject {
     AppDelegate delegate_;
 };
 
-void tst_contrast::initTestCase() {
-    light_ = QApplication::palette();
-    platform::Application::shared().loadMainLayout(delegate_);
-    states_ = states::all();
-}
-
-void tst_contrast::cleanup() {
-    QApplication::setPalette(light_);
-    desk::clear();
-}
-
-void tst_contrast::cleanupTestCase() {
-    findings_.print();
-}
-
-void tst_contrast::pictureIsWhatTheWindowDraws() {
-    states_[u"main menu, mixed"_s]([](QWidget &window) {
-        QImage drawn(window.size() * optics::ratio, QImage::Format_RGB32);
-        drawn.setDevicePixelRatio(optics::ratio);
-        window.render(&drawn);
-        const QImage measured = optics::picture(window).pixels;
-        int different = 0;
-        for (int y = 0; y < drawn.height(); ++y) {
-            for (int x = 0; x < drawn.width(); ++x) {
-                different +=
-                    optics::contrast(drawn.pixel(x, y), measured.pixel(x, y)) > 1.1 ? 1 : 0;
-            }
-        }
-        // Antialiased lines may be rounded differently.
-        const int few = drawn.width() * drawn.height() / 500;
-        QVERIFY2(different < few, qPrintable(u"%1 pixels differ"_s.arg(different)));
-    });
-}
-
-void tst_contrast::measureKnowsContrastsOfKnownColours() {
-    // Its contrast on white is 4.54 to 1.
-    const QColor grey(0x76, 0x76, 0x76);
-    const auto isGrey = [](std::optional<double> contrast) {
-        return contrast && qAbs(*contrast - 4.54) < 0.05;
-    };
-
-    QLabel label(u"Terminology"_s);
-    label.setPalette(QPalette(grey, Qt::white, Qt::white, Qt::white, Qt::white, grey, Qt::white));
-    label.adjustSize();
-    const optics::Picture with = optics::picture(label);
-    const QImage without = optics::picture(label, {.texts = true}).pixels;
-    QCOMPARE(with.texts.size(), 1);
-    QCOMPARE(with.texts.first().text, label.text());
-    QVERIFY(with.texts.first().whole);
-    QVERIFY(isGrey(optics::inkContrast(with.pixels, without, with.texts.first().place)));
-    QVERIFY(!optics::inkContrast(without, without, without.rect()));
-
-    QImage background(120, 120, QImage::Format_RGB32);
-    background.fill(Qt::white);
-    const auto drawnOn = [](QImage picture, const QPen &pen, const QBrush &brush,
-                            const QRectF &box) {
-        QPainter painter(&picture);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(pen);
-        painter.setBrush(brush);
-        painter.drawEllipse(box);
-        return picture;
-    };
-    const QImage ring = drawnOn(background, QPen(grey, 6), Qt::NoBrush, QRectF(10.3, 10.3, 99, 99));
-    QVERIFY(isGrey(optics::ringContrast(ring, background)));
-    QVERIFY(isGrey(optics::shapeContrast(ring, background)));
-    QVERIFY(isGrey(optics::piecesContrast(ring, background)));
-    const QImage filled =
-        drawnOn(background, Qt::NoPen, QColor(0x60, 0x60, 0x60), background.rect());
-    const QImage ringOnDark = drawnOn(filled, QPen(grey, 6), Qt::NoBrush, QRectF(3, 3, 114, 114));
-    QVERIFY(*optics::ringContrast(ringOnDark, filled) < 1.5);
-    const QImage disc = drawnOn(background, Qt::NoPen, grey, background.rect());
-    QVERIFY(isGrey(optics::markContrast(disc, background)));
-    const QImage spot = drawnOn(disc, Qt::NoPen, QColor(0x60, 0x60, 0x60), QRectF(40, 40, 50, 50));
-    QVERIFY(*optics::markContrast(spot, background) < 1.5);
-    QVERIFY(!optics::markContrast(background, background));
-}
-
-void tst_contrast::addStates() {
-    QTest::addColumn<QString>("state");
-    for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
-        QTest::addRow("%s", qUtf8Printable(*state)) << *state;
-    }
-}
-
-void tst_contrast::everyTextIsReadable_data() {
-    addStates();
-}
-
-void tst_contrast::everyTextIsReadable() {
-    measureEveryState(&tst_contrast::measureTexts);
-}
-
-void tst_contrast::everyControlIsSeen_data() {
-    addStates();
-}
-
-void tst_contrast::everyControlIsSeen() {
-    measureEveryState(&tst_contrast::measureControls);
-}
-
-void tst_contrast::focusIsSeen_data() {
-    addStates();
-}
-
-void tst_contrast::focusIsSeen() {
-    measureEveryState(&tst_contrast::measureFocus);
-}
-
-void tst_contrast::measureEveryState(void (tst_contrast::*measure)(QWidget &)) {
-    QFETCH(const QString, state);
-    states_[state]([&](QWidget &window) {
-        inEveryPalette(window, [&](QWidget &look) { (this->*measure)(look); });
-    });
-    const QString flaws = findings_.takeFlaws();
-    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
-}
-
-void tst_contrast::inEveryPalette(QWidget &window, const states::Look &look) {
-    for (const auto &[name, palette] :
-         {std::pair{u"light"_s, light_}, std::pair{u"dark"_s, drawing::darkPalette()}}) {
-        QApplication::setPalette(palette);
-        QCoreApplication::processEvents();
-        findings_.setPalette(name);
-        look(window);
-    }
-    QApplication::setPalette(light_);
-}
-
-QString tst_contrast::in(const QWidget &window, const QString &name) const {
-    return u"%1, %2, %3"_s.arg(QString::fromUtf8(QTest::currentDataTag()), nameOf(window), name);
-}
-
-template <class Control>
-void tst_contrast::requireText(const QWidget &window, const optics::Picture &picture) {
-    for (const Control *one : shown<Control>(window)) {
-        const QRect place = placeIn(window, *one);
-        const bool wanted = !one->text().trimmed().isEmpty() && one->visibleRegion() == one->rect();
-        const auto isThere = [&](const optics::Text &drawn) {
-            return place.contains(drawn.place.center() / optics::ratio);
-        };
-        if (wanted && std::ranges::none_of(picture.texts, isThere)) {
-            findings_.add(text, in(window, nameOf(*one)), std::nullopt);
-        }
-    }
-}
-
-void tst_contrast::measureTexts(QWidget &window) {
-    const optics::Picture with = optics::picture(window);
-    const QImage without = optics::picture(window, {.texts = true}).pixels;
-    requireText<QLabel>(window, with);
-    requireText<QAbstractButton>(window, with);
-    for (const optics::Text &drawn : with.texts) {
-        const auto contrast = optics::inkContrast(with.pixels, without, drawn.place);
-        if (!contrast && !drawn.whole) {
-            continue;
-        }
-        const QWidget &widget = innermostAt(window, drawn.place.center() / optics::ratio);
-        findings_.add(kindOf(drawn, widget),
-                      in(window, u"%1 \"%2\""_s.arg(nameOf(widget), drawn.text)), contrast);
-    }
-}
-
-void tst_contrast::measureControls(QWidget &window) {
-    // The focus must not be taken for a control's shape.
-    leaveFocus(window);
-    for (QPushButton *button : shown<QPushButton>(window)) {
-        const bool answer = button->objectName().startsWith(u"btnAnswer");
-        // A button that fills its row is recognised by its text, a disabled one by its letter.
-        if (button->isEnabled() &&
-            (answer || qobject_cast<platform::RowButton *>(button) == nullptr)) {
-            measureShape(window, *button);
-        }
-    }
-    for (QRadioButton *option : shown<QRadioButton>(window)) {
-        measureShape(window, *option);
-        measureOption(window, *option);
-    }
-    for (QScrollBar *bar : shown<QScrollBar>(window)) {
-        measureSlider(window, *bar);
-    }
-    for (platform::LevelIndicator *level : shown<platform::LevelIndicator>(window)) {
-        measureLevel(window, *level);
-    }
-    for (platform::ImageLabel *image : shown<platform::ImageLabel>(window)) {
-        if (!image->image().isNull()) {
-            measureMark(window, *image, nameOf(*image));
-        }
-    }
-    for (platform::StatusIcon *sign : shown<platform::StatusIcon>(window)) {
-        if (!sign->property("label").toString().isEmpty()) {
-            measureShape(window, *sign);
-        }
-    }
-}
-
-void tst_contrast::measureShape(QWidget &window, QWidget &widget) {
-    const QRect room = roomIn(window, widget);
-    const QImage with = optics::picture(window, room, {.texts = true}).pixels;
-    const QImage without =
-        optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
-    findings_.add(control, in(window, nameOf(widget)), optics::shapeContrast(with, without));
-}
-
-void tst_contrast::measureOption(QWidget &window, QRadioButton &option) {
-    const QRect room = roomIn(window, option);
-    const bool checked = option.isChecked();
-    const QSignalBlocker blocker(option);
-    option.setAutoExclusive(false);
-    const auto pictureWhile = [&](bool on) {
-        option.setChecked(on);
-        return optics::picture(window, room, {.texts = true}).pixels;
-    };
-    const QImage on = pictureWhile(true);
-    const QImage off = pictureWhile(false);
-    option.setChecked(checked);
-    option.setAutoExclusive(true);
-    findings_.add(control, in(window, nameOf(option) + u", on to off"_s),
-                  optics::inkContrast(on, off, on.rect()));
-}
-
-void tst_contrast::measureSlider(QWidget &window, QScrollBar &bar) {
-    const int value = bar.value();
-    const int maximum = bar.maximum();
-    const QSignalBlocker blocker(bar);
-    // With more to scroll the slider is short: at one end it leaves the other half free.
-    bar.setMaximum(10 * bar.pageStep());
-    QRect half = placeIn(window, bar);
-    half.setHeight(half.height() / 2);
-    const auto pictureAt = [&](int position) {
-        bar.setValue(position);
-        return optics::picture(window, half).pixels;
-    };
-    const QImage there = pictureAt(bar.minimum());
-    const QImage gone = pictureAt(bar.maximum());
-    bar.setMaximum(maximum);
-    bar.setValue(value);
-    findings_.add(control, in(window, u"scroll bar"_s), optics::shapeContrast(there, gone));
-}
-
-void tst_contrast::measureLevel(QWidget &window, platform::LevelIndicator &level) {
-    const QRect room = placeIn(window, level);
-    const double value = level.doubleValue();
-    const QSignalBlocker blocker(level);
-    const auto pictureWith = [&](double shownValue) {
-        level.setDoubleValue(shownValue);
-        return optics::picture(window, room).pixels;
-    };
-    const QImage filled = pictureWith(level.maximum());
-    const QImage empty = pictureWith(0);
-    level.setDoubleValue(value);
-    const QImage background = optics::picture(window, room, {.control = &level}).pixels;
-    const QString name = in(window, nameOf(level));
-    findings_.add(levelSegment, name + u", filled"_s, optics::piecesContrast(filled, background));
-    findings_.add(levelSegment, name + u", empty"_s, optics::piecesContrast(empty, background));
-    findings_.add(levelSegment, name + u", filled to empty"_s,
-                  optics::inkContrast(filled, empty, filled.rect()));
-}
-
-void tst_contrast::measureMark(QWidget &window, QWidget &widget, const QString &name) {
-    const QRect room = placeIn(window, widget);
-    const QImage with = optics::picture(window, room, {.texts = true}).pixels;
-    const QImage without =
-        optics::picture(window, room, {.texts = true, .control = &widget}).pixels;
-    findings_.add(mark, in(window, name), optics::markContrast(with, without));
-}
-
-void tst_contrast::measureFocus(QWidget &window) {
-    QWidget *focused = window.focusWidget();
-    for (QWidget *widget : shown<QWidget>(window)) {
-        if (!widget->isEnabled() || (widget->focusPolicy() & Qt::TabFocus) == 0) {
-            continue;
-        }
-        widget->setFocus(Qt::TabFocusReason);
-        QVERIFY2(widget->hasFocus(), qPrintable(in(window, nameOf(*widget))));
-        QCoreApplication::processEvents();
-        // The focus of a row's button is drawn by the row.
-        const bool inRow = qobject_cast<platform::RowButton *>(widget) != nullptr;
-        const QRect room = roomIn(window, inRow ? *widget->parentWidget() : *widget);
-        const QImage with = optics::picture(window, room, {.texts = true}).pixels;
-        widget->clearFocus();
-        QCoreApplication::processEvents();
-        const QImage without = optics::picture(window, room, {.texts = true}).pixels;
-        findings_.add(focusRing, in(window, nameOf(*widget)), optics::ringContrast(with, without));
-    }
-    if (focused != nullptr) {
-        focused->setFocus();
-    }
-}
-
-void tst_contrast::markAtAnAnswerIsSeen_data() {
-    QTest::addColumn<int>("right");
-    QTest::newRow("right") << 1;
-    QTest::newRow("wrong") << 2;
-}
-
-void tst_contrast::markAtAnAnswerIsSeen() {
-    QFETCH(const int, right);
-    states::quiz(u"56"_s)([&](QWidget &window) {
-        inEveryPalette(window, [&](QWidget &) { measureMarks(window, right); });
-    });
-    const QString flaws = findings_.takeFlaws();
-    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
-}
-
-void tst_contrast::measureMarks(QWidget &window, int right) {
-    states::answered(right)(window);
-    // Answer 1 is the one that was chosen.
-    for (const int answer : {1, right}) {
-        const QWidget &button = desk::control(&window, u"btnAnswer%1"_s.arg(answer));
-        auto *sign = button.parentWidget()->findChild<platform::StatusIcon *>();
-        QVERIFY(sign != nullptr);
-        measureMark(window, *sign, u"answer %1"_s.arg(answer));
-    }
-    desk::click(&window, u"btnNextQuestion"_s);
-}
-
-ZORVAN_TEST_MAIN(tst_contrast)
+ZORVAN_TEST(tst_contrast)
 #include "tst_contrast.moc"

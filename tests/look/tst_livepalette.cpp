@@ -1,9 +1,9 @@
 #include <QImage>
 #include <QRegularExpression>
 
-#include "look/states.h"
 #include "shell/appdelegate.h"
 #include "support/drawing.h"
+#include "support/states.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -79,22 +79,138 @@ class tst_livepalette final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
+    void initTestCase() {
+        light_ = QApplication::palette();
+        font_ = QApplication::font();
+        platform::Application::shared().loadMainLayout(delegate_);
+        const QMap<QString, states::State> single = states::all();
+        for (auto state = single.begin(); state != single.end(); ++state) {
+            states_[state.key()] = [show = *state](const LookAtAll &look) {
+                show([&look](QWidget &window) { look({&window}); });
+            };
+        }
+        states_[u"every window at once"_s] = everyWindowAtOnce;
+    }
 
-    void openWindowsFollowThePalette_data();
-    void openWindowsFollowThePalette();
-    void openWindowsFollowTheFont_data();
-    void openWindowsFollowTheFont();
+    void cleanup() {
+        desk::clear();
+        QApplication::setPalette(light_);
+        QApplication::setFont(font_);
+    }
+
+    void openWindowsFollowThePalette_data() {
+        QTest::addColumn<QString>("state");
+        QTest::addColumn<QPalette>("first");
+        QTest::addColumn<QPalette>("second");
+        for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
+            const QPalette dark = drawing::darkPalette();
+            QTest::addRow("%s, opened light", qUtf8Printable(*state)) << *state << light_ << dark;
+            QTest::addRow("%s, opened dark", qUtf8Printable(*state)) << *state << dark << light_;
+        }
+    }
+
+    void openWindowsFollowThePalette() {
+        QFETCH(const QPalette, first);
+        QFETCH(const QPalette, second);
+        follow([&] { wear(first); }, [&] { wear(second); });
+    }
+
+    void openWindowsFollowTheFont_data() { addStatesWithoutPointer(); }
+
+    void openWindowsFollowTheFont() {
+        const auto wearFont = [this](double times) {
+            QFont font = font_;
+            font.setPointSizeF(times * font_.pointSizeF());
+            QApplication::setFont(font);
+            settle();
+        };
+        follow([&] { wearFont(1); }, [&] { wearFont(2); });
+    }
 
  private:
     using Wear = std::function<void()>;
 
-    void follow(const Wear &first, const Wear &second);
-    void addStatesWithoutPointer();
-    static void wear(const QPalette &palette);
-    static void take(Pictures &pictures, const Windows &windows);
-    static QString differences(const Pictures &pictures, const Pictures &wanted);
+    void follow(const Wear &first, const Wear &second) {
+        QFETCH(const QString, state);
+        Pictures before;
+        Pictures switched;
+        Pictures back;
+        first();
+        states_[state]([&](const Windows &windows) {
+            take(before, windows);
+            second();
+            take(switched, windows);
+            first();
+            take(back, windows);
+        });
+        Pictures opened;
+        second();
+        states_[state]([&](const Windows &windows) { take(opened, windows); });
+
+        QVERIFY(!before.isEmpty());
+        QVERIFY2(!differences(switched, before).isEmpty(), "Nothing changes");
+        QString found = differences(switched, opened);
+        QVERIFY2(found.isEmpty(), qPrintable(u"Switched, compared with opened so: "_s + found));
+        found = differences(back, before);
+        QVERIFY2(found.isEmpty(), qPrintable(u"Switched back, compared with before: "_s + found));
+    }
+
+    void addStatesWithoutPointer() {
+        QTest::addColumn<QString>("state");
+        for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
+            // What is under the pointer or scrolled into view depends on sizes.
+            static const QRegularExpression fixed(u"hovered|pressed|scrolled|menu$|tip"_s);
+            if (!state->contains(fixed)) {
+                QTest::addRow("%s", qUtf8Printable(*state)) << *state;
+            }
+        }
+    }
+
+    static void wear(const QPalette &palette) {
+        QApplication::setPalette(palette);
+        QCoreApplication::processEvents();
+    }
+
+    static void take(Pictures &pictures, const Windows &windows) {
+        for (QWidget *window : windows) {
+            const QString name = window->objectName().isEmpty()
+                                     ? QString::fromLatin1(window->metaObject()->className())
+                                     : window->objectName();
+            pictures[u"window %1, %2"_s.arg(pictures.size() + 1).arg(name)] =
+                window->grab().toImage();
+        }
+    }
+
+    static QString differences(const Pictures &pictures, const Pictures &wanted) {
+        QStringList differences;
+        for (auto picture = pictures.begin(); picture != pictures.end(); ++picture) {
+            const QImage &other = wanted[picture.key()];
+            if (other.size() != picture->size()) {
+                differences << u"%1 has %2 x %3 pixels, wanted are %4 x %5"_s.arg(picture.key())
+                                   .arg(picture->width())
+                                   .arg(picture->height())
+                                   .arg(other.width())
+                                   .arg(other.height());
+                continue;
+            }
+            QRect box;
+            for (int y = 0; y < other.height(); ++y) {
+                for (int x = 0; x < other.width(); ++x) {
+                    if (picture->pixel(x, y) != other.pixel(x, y)) {
+                        box |= QRect(x, y, 1, 1);
+                    }
+                }
+            }
+            if (!box.isEmpty()) {
+                differences << u"%1 differs within %2 x %3 pixels at %4, %5"_s.arg(picture.key())
+                                   .arg(box.width())
+                                   .arg(box.height())
+                                   .arg(box.x())
+                                   .arg(box.y());
+            }
+        }
+        return differences.join(u'\n');
+    }
 
     QPalette light_;
     QFont font_;
@@ -102,136 +218,5 @@ class tst_livepalette final : public QObject {
     AppDelegate delegate_;
 };
 
-void tst_livepalette::initTestCase() {
-    light_ = QApplication::palette();
-    font_ = QApplication::font();
-    platform::Application::shared().loadMainLayout(delegate_);
-    const QMap<QString, states::State> single = states::all();
-    for (auto state = single.begin(); state != single.end(); ++state) {
-        states_[state.key()] = [show = *state](const LookAtAll &look) {
-            show([&look](QWidget &window) { look({&window}); });
-        };
-    }
-    states_[u"every window at once"_s] = everyWindowAtOnce;
-}
-
-void tst_livepalette::cleanup() {
-    desk::clear();
-    QApplication::setPalette(light_);
-    QApplication::setFont(font_);
-}
-
-void tst_livepalette::wear(const QPalette &palette) {
-    QApplication::setPalette(palette);
-    QCoreApplication::processEvents();
-}
-
-void tst_livepalette::take(Pictures &pictures, const Windows &windows) {
-    for (QWidget *window : windows) {
-        const QString name = window->objectName().isEmpty()
-                                 ? QString::fromLatin1(window->metaObject()->className())
-                                 : window->objectName();
-        pictures[u"window %1, %2"_s.arg(pictures.size() + 1).arg(name)] = window->grab().toImage();
-    }
-}
-
-QString tst_livepalette::differences(const Pictures &pictures, const Pictures &wanted) {
-    QStringList differences;
-    for (auto picture = pictures.begin(); picture != pictures.end(); ++picture) {
-        const QImage &other = wanted[picture.key()];
-        if (other.size() != picture->size()) {
-            differences << u"%1 has %2 x %3 pixels, wanted are %4 x %5"_s.arg(picture.key())
-                               .arg(picture->width())
-                               .arg(picture->height())
-                               .arg(other.width())
-                               .arg(other.height());
-            continue;
-        }
-        QRect box;
-        for (int y = 0; y < other.height(); ++y) {
-            for (int x = 0; x < other.width(); ++x) {
-                if (picture->pixel(x, y) != other.pixel(x, y)) {
-                    box |= QRect(x, y, 1, 1);
-                }
-            }
-        }
-        if (!box.isEmpty()) {
-            differences << u"%1 differs within %2 x %3 pixels at %4, %5"_s.arg(picture.key())
-                               .arg(box.width())
-                               .arg(box.height())
-                               .arg(box.x())
-                               .arg(box.y());
-        }
-    }
-    return differences.join(u'\n');
-}
-
-void tst_livepalette::openWindowsFollowThePalette_data() {
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QPalette>("first");
-    QTest::addColumn<QPalette>("second");
-    for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
-        const QPalette dark = drawing::darkPalette();
-        QTest::addRow("%s, opened light", qUtf8Printable(*state)) << *state << light_ << dark;
-        QTest::addRow("%s, opened dark", qUtf8Printable(*state)) << *state << dark << light_;
-    }
-}
-
-void tst_livepalette::openWindowsFollowThePalette() {
-    QFETCH(const QPalette, first);
-    QFETCH(const QPalette, second);
-    follow([&] { wear(first); }, [&] { wear(second); });
-}
-
-void tst_livepalette::addStatesWithoutPointer() {
-    QTest::addColumn<QString>("state");
-    for (auto state = states_.keyBegin(); state != states_.keyEnd(); ++state) {
-        // What is under the pointer or scrolled into view depends on sizes.
-        static const QRegularExpression fixed(u"hovered|pressed|scrolled|menu$|tip"_s);
-        if (!state->contains(fixed)) {
-            QTest::addRow("%s", qUtf8Printable(*state)) << *state;
-        }
-    }
-}
-
-void tst_livepalette::openWindowsFollowTheFont_data() {
-    addStatesWithoutPointer();
-}
-
-void tst_livepalette::openWindowsFollowTheFont() {
-    const auto wearFont = [this](double times) {
-        QFont font = font_;
-        font.setPointSizeF(times * font_.pointSizeF());
-        QApplication::setFont(font);
-        settle();
-    };
-    follow([&] { wearFont(1); }, [&] { wearFont(2); });
-}
-
-void tst_livepalette::follow(const Wear &first, const Wear &second) {
-    QFETCH(const QString, state);
-    Pictures before;
-    Pictures switched;
-    Pictures back;
-    first();
-    states_[state]([&](const Windows &windows) {
-        take(before, windows);
-        second();
-        take(switched, windows);
-        first();
-        take(back, windows);
-    });
-    Pictures opened;
-    second();
-    states_[state]([&](const Windows &windows) { take(opened, windows); });
-
-    QVERIFY(!before.isEmpty());
-    QVERIFY2(!differences(switched, before).isEmpty(), "Nothing changes");
-    QString found = differences(switched, opened);
-    QVERIFY2(found.isEmpty(), qPrintable(u"Switched, compared with opened so: "_s + found));
-    found = differences(back, before);
-    QVERIFY2(found.isEmpty(), qPrintable(u"Switched back, compared with before: "_s + found));
-}
-
-ZORVAN_TEST_MAIN(tst_livepalette)
+ZORVAN_TEST(tst_livepalette)
 #include "tst_livepalette.moc"

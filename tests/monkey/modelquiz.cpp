@@ -1,8 +1,8 @@
 #include <array>
 #include <cstdio>
 
-#include "content/golden.h"
 #include "monkey/model.h"
+#include "support/golden.h"
 
 using namespace Qt::StringLiterals;
 

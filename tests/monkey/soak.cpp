@@ -8,9 +8,9 @@
 
 #include "content/catalogue.h"
 #include "monkey/liveprogram.h"
-#include "shell/learner.h"
 #include "support/alerts.h"
 #include "support/clocks.h"
+#include "support/learner.h"
 
 using namespace Qt::StringLiterals;
 

@@ -9,7 +9,7 @@
 #include <QWindow>
 
 #include "monkey/comparison.h"
-#include "shell/eventloop.h"
+#include "support/eventloop.h"
 #include "support/store.h"
 #include "windowing/layouts.h"
 

@@ -5,10 +5,10 @@
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
-#include "shell/learner.h"
 #include "shell/mainmenu.h"
 #include "support/alerts.h"
 #include "support/desk.h"
+#include "support/learner.h"
 #include "windowing/application.h"
 
 using namespace Qt::StringLiterals;

@@ -14,21 +14,96 @@ class tst_help final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() {
+        help_ = platform::makeController<Help>(u"Help"_s);
+        help_->showWindow();
+        help_->window()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(help_->window()));
+        QVERIFY(scrollArea().verticalScrollBar()->maximum() > 0);
+    }
 
-    void tabGoesThroughTheSections();
-    void sectionIsReadOutFromItsHeadingOn_data();
-    void sectionIsReadOutFromItsHeadingOn();
-    void sectionWithTheFocusIsInView();
-    void sectionIsInViewWhicheverWayTheFocusComes_data();
-    void sectionIsInViewWhicheverWayTheFocusComes();
-    void textNeverScrollsSideways();
+    void cleanup() {
+        help_.reset();
+        desk::clear();
+    }
+
+    void tabGoesThroughTheSections() {
+        QStringList reached{focused()};
+        for (qsizetype i = 0; i < sections_.size(); ++i) {
+            type(Qt::Key_Tab);
+            reached << focused();
+        }
+        QCOMPARE(reached, sections_ + QStringList{u"btnClose"_s});
+    }
+
+    void sectionIsReadOutFromItsHeadingOn_data() {
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("beginning");
+        QTest::newRow("quizzes") << u"quizzes"_s << u"The quizzes. Six quizzes each cover "_s;
+        QTest::newRow("attempt") << u"attempt"_s << u"An attempt. The questions of a quiz come "_s;
+        QTest::newRow("passing") << u"passing"_s << u"Passing and mastering. An attempt passes "_s;
+        QTest::newRow("timing") << u"timing"_s << u"Timing. In the settings, "_s;
+        QTest::newRow("progress") << u"progress"_s << u"Progress. The main menu shows "_s;
+        QTest::newRow("keys") << u"keys"_s
+                              << u"Keys. A, B, C or 1, 2, 3: choose an answer. Return: go on "_s;
+    }
+
+    void sectionIsReadOutFromItsHeadingOn() {
+        QFETCH(const QString, section);
+        QFETCH(const QString, beginning);
+        const QString name = desk::control(help_->window(), section).accessibleName();
+        QVERIFY2(name.startsWith(beginning), qUtf8Printable(name));
+    }
+
+    void sectionWithTheFocusIsInView() {
+        for (const QString &section : sections_) {
+            QCOMPARE(focused(), section);
+            QVERIFY2(isInView(section), qUtf8Printable(section));
+            type(Qt::Key_Tab);
+        }
+    }
+
+    void sectionIsInViewWhicheverWayTheFocusComes_data() {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<QString>("section");
+        QTest::newRow("from the button back") << u"btnClose"_s << false << u"keys"_s;
+        QTest::newRow("from the button round") << u"btnClose"_s << true << u"quizzes"_s;
+        QTest::newRow("back") << u"keys"_s << false << u"progress"_s;
+    }
+
+    void sectionIsInViewWhicheverWayTheFocusComes() {
+        QFETCH(const QString, from);
+        QFETCH(const bool, forward);
+        QFETCH(const QString, section);
+        desk::control(help_->window(), from).setFocus();
+        QScrollBar &bar = *scrollArea().verticalScrollBar();
+        bar.setValue(forward ? bar.maximum() : bar.minimum());
+        QVERIFY(!isInView(section));
+        QTest::keyClick(help_->window()->windowHandle(), forward ? Qt::Key_Tab : Qt::Key_Backtab);
+        QCOMPARE(focused(), section);
+        QVERIFY(isInView(section));
+    }
+
+    void textNeverScrollsSideways() {
+        help_->window()->resize(1, 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(scrollArea().horizontalScrollBar()->maximum(), 0);
+    }
 
  private:
-    QScrollArea &scrollArea() const;
+    QScrollArea &scrollArea() const {
+        return desk::control<QScrollArea>(help_->window(), u"scrollArea"_s);
+    }
+
     /// Whether the whole section is on screen.
-    bool isInView(const QString &section) const;
+    bool isInView(const QString &section) const {
+        const QWidget *viewport = scrollArea().viewport();
+        const auto &shown = desk::control<platform::Section>(help_->window(), section);
+        const QRect there(shown.mapTo(viewport, QPoint()), shown.size());
+        return viewport->rect().contains(there);
+    }
+
     QString focused() const { return help_->window()->focusWidget()->objectName(); }
     void type(Qt::Key key) const { QTest::keyClick(help_->window()->windowHandle(), key); }
 
@@ -37,93 +112,5 @@ class tst_help final : public QObject {
     std::shared_ptr<Help> help_;
 };
 
-void tst_help::init() {
-    help_ = platform::makeController<Help>(u"Help"_s);
-    help_->showWindow();
-    help_->window()->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(help_->window()));
-    QVERIFY(scrollArea().verticalScrollBar()->maximum() > 0);
-}
-
-void tst_help::cleanup() {
-    help_.reset();
-    desk::clear();
-}
-
-QScrollArea &tst_help::scrollArea() const {
-    return desk::control<QScrollArea>(help_->window(), u"scrollArea"_s);
-}
-
-bool tst_help::isInView(const QString &section) const {
-    const QWidget *viewport = scrollArea().viewport();
-    const auto &shown = desk::control<platform::Section>(help_->window(), section);
-    const QRect there(shown.mapTo(viewport, QPoint()), shown.size());
-    return viewport->rect().contains(there);
-}
-
-void tst_help::tabGoesThroughTheSections() {
-    QStringList reached{focused()};
-    for (qsizetype i = 0; i < sections_.size(); ++i) {
-        type(Qt::Key_Tab);
-        reached << focused();
-    }
-    QCOMPARE(reached, sections_ + QStringList{u"btnClose"_s});
-}
-
-void tst_help::sectionIsReadOutFromItsHeadingOn_data() {
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("beginning");
-    QTest::newRow("quizzes") << u"quizzes"_s << u"The quizzes. Six quizzes each cover "_s;
-    QTest::newRow("attempt") << u"attempt"_s << u"An attempt. The questions of a quiz come "_s;
-    QTest::newRow("passing") << u"passing"_s << u"Passing and mastering. An attempt passes "_s;
-    QTest::newRow("timing") << u"timing"_s << u"Timing. In the settings, "_s;
-    QTest::newRow("progress") << u"progress"_s << u"Progress. The main menu shows "_s;
-    QTest::newRow("keys") << u"keys"_s
-                          << u"Keys. A, B, C or 1, 2, 3: choose an answer. Return: go on "_s;
-}
-
-void tst_help::sectionIsReadOutFromItsHeadingOn() {
-    QFETCH(const QString, section);
-    QFETCH(const QString, beginning);
-    const QString name = desk::control(help_->window(), section).accessibleName();
-    QVERIFY2(name.startsWith(beginning), qUtf8Printable(name));
-}
-
-void tst_help::sectionWithTheFocusIsInView() {
-    for (const QString &section : sections_) {
-        QCOMPARE(focused(), section);
-        QVERIFY2(isInView(section), qUtf8Printable(section));
-        type(Qt::Key_Tab);
-    }
-}
-
-void tst_help::sectionIsInViewWhicheverWayTheFocusComes_data() {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<bool>("forward");
-    QTest::addColumn<QString>("section");
-    QTest::newRow("from the button back") << u"btnClose"_s << false << u"keys"_s;
-    QTest::newRow("from the button round") << u"btnClose"_s << true << u"quizzes"_s;
-    QTest::newRow("back") << u"keys"_s << false << u"progress"_s;
-}
-
-void tst_help::sectionIsInViewWhicheverWayTheFocusComes() {
-    QFETCH(const QString, from);
-    QFETCH(const bool, forward);
-    QFETCH(const QString, section);
-    desk::control(help_->window(), from).setFocus();
-    QScrollBar &bar = *scrollArea().verticalScrollBar();
-    bar.setValue(forward ? bar.maximum() : bar.minimum());
-    QVERIFY(!isInView(section));
-    QTest::keyClick(help_->window()->windowHandle(), forward ? Qt::Key_Tab : Qt::Key_Backtab);
-    QCOMPARE(focused(), section);
-    QVERIFY(isInView(section));
-}
-
-void tst_help::textNeverScrollsSideways() {
-    help_->window()->resize(1, 1);
-    QCoreApplication::processEvents();
-    QCOMPARE(scrollArea().horizontalScrollBar()->maximum(), 0);
-}
-
-ZORVAN_TEST_MAIN(tst_help)
+ZORVAN_TEST(tst_help)
 #include "tst_help.moc"

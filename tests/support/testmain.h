@@ -1,21 +1,24 @@
 #pragma once
 
-#include <QTemporaryDir>
 #include <QTest>
 
-#include "resources/resources.h"
-#include "shell/controllertable.h"
-#include "windowing/application.h"
+/// Test classes that are linked into one program. Its main() runs the class that the first argument
+/// names, with the real application, the real layouts and a configuration home of its own; Qt Test
+/// reads the other arguments.
+namespace testmain {
 
-/// The main function of a test program: the real application, with the real layouts and a
-/// configuration home of its own.
-#define ZORVAN_TEST_MAIN(TestClass)                       \
-    int main(int argc, char **argv) {                     \
-        const QTemporaryDir home;                         \
-        qputenv("XDG_CONFIG_HOME", home.path().toUtf8()); \
-        installResources();                               \
-        fillControllerTable();                            \
-        platform::Application application(argc, argv);    \
-        TestClass test;                                   \
-        return QTest::qExec(&test, argc, argv);           \
-    }
+using Run = int (*)(const QStringList &arguments);
+
+/// Makes a class known to main().
+struct Registration {
+    Registration(const QString &name, Run run);
+};
+
+}  // namespace testmain
+
+#define ZORVAN_TEST(TestClass)                                         \
+    static const testmain::Registration registered_##TestClass(        \
+        QStringLiteral(#TestClass), [](const QStringList &arguments) { \
+            TestClass test;                                            \
+            return QTest::qExec(&test, arguments);                     \
+        });

@@ -3,8 +3,9 @@
 #include <QWidget>
 #include <QWindow>
 
-#include "quizrun/quizdesk.h"
+#include "support/quizdesk.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
@@ -30,7 +31,7 @@ bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke) {
 }
 
 /// Records the events that reach an object.
-class Listener final : public QObject {
+class Listener final : public WindowTest {
     Q_OBJECT
 
  public:
@@ -49,99 +50,85 @@ class Listener final : public QObject {
 
 Q_DECLARE_METATYPE(Stroke)
 
-class tst_keyrepeat final : public QObject {
+class tst_keyrepeat final : public WindowTest {
     Q_OBJECT
 
  private Q_SLOTS:
-    void cleanup();
+    void unmarkedRepetitionIsSwallowed_data() {
+        QTest::addColumn<bool>("inAnotherWindow");
+        QTest::newRow("the same window") << false;
+        QTest::newRow("another window") << true;
+    }
 
-    void unmarkedRepetitionIsSwallowed_data();
-    void unmarkedRepetitionIsSwallowed();
-    void otherStrokesAreLetThrough_data();
-    void otherStrokesAreLetThrough();
-    void widgetsAreLeftAlone();
-    void heldKeyDoesNotAnswerTheNextQuestion();
+    void unmarkedRepetitionIsSwallowed() {
+        QFETCH(const bool, inAnotherWindow);
+        QWindow first;
+        QWindow second;
+        QWindow &window = inAnotherWindow ? second : first;
+        const Listener beforehand(first);
+        send(first, QEvent::KeyRelease, {});
+        QCOMPARE(beforehand.heard, QList{QEvent::KeyRelease});
+
+        const Listener afterwards(window);
+        // Accepting the override keeps the key from triggering a shortcut.
+        QVERIFY(send(window, QEvent::ShortcutOverride, {}));
+        QVERIFY(send(window, QEvent::KeyPress, {}));
+        QCOMPARE(afterwards.heard, QList<QEvent::Type>());
+    }
+
+    void otherStrokesAreLetThrough_data() {
+        QTest::addColumn<Stroke>("release");
+        QTest::addColumn<Stroke>("press");
+        QTest::newRow("another key") << Stroke() << Stroke{.scanCode = scanCode + 1};
+        QTest::newRow("later") << Stroke() << Stroke{.time = moment + 1};
+        QTest::newRow("marked as a repetition") << Stroke() << Stroke{.autoRepeat = true};
+        QTest::newRow("without a time, by way of a screen reader")
+            << Stroke{.time = 0} << Stroke{.time = 0};
+        QTest::newRow("without a scan code") << Stroke{.scanCode = 0} << Stroke{.scanCode = 0};
+    }
+
+    void otherStrokesAreLetThrough() {
+        QFETCH(const Stroke, release);
+        QFETCH(const Stroke, press);
+        QWindow window;
+        send(window, QEvent::KeyRelease, release);
+        const Listener listener(window);
+        QVERIFY(!send(window, QEvent::ShortcutOverride, press));
+        send(window, QEvent::KeyPress, press);
+        QCOMPARE(listener.heard, (QList{QEvent::ShortcutOverride, QEvent::KeyPress}));
+    }
+
+    void widgetsAreLeftAlone() {
+        QWindow window;
+        QWidget widget;
+        send(window, QEvent::KeyRelease, {});
+        const Listener listener(widget);
+        QVERIFY(!send(widget, QEvent::ShortcutOverride, {}));
+        QVERIFY(listener.heard.contains(QEvent::ShortcutOverride));
+        send(widget, QEvent::KeyPress, {});
+        QVERIFY(listener.heard.contains(QEvent::KeyPress));
+    }
+
+    void heldKeyDoesNotAnswerTheNextQuestion() {
+        const auto quiz = quizdesk::open(u"1"_s);
+        QWindow &window = *quiz->window()->windowHandle();
+        send(window, QEvent::KeyPress, {.time = moment - 500});
+        send(window, QEvent::KeyRelease, {});
+        QCOMPARE(quizRun().questionIndex, 1);
+        quizdesk::goOn(quiz->window());
+        QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
+
+        const Stroke atLast{.time = moment + 30};
+        send(window, QEvent::KeyPress, {});
+        send(window, QEvent::KeyRelease, atLast);
+        QCOMPARE(quizRun().questionIndex, 1);
+        QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
+
+        send(window, QEvent::KeyPress, {.time = moment + 500});
+        send(window, QEvent::KeyRelease, {.time = moment + 600});
+        QCOMPARE(quizRun().questionIndex, 2);
+    }
 };
 
-void tst_keyrepeat::cleanup() {
-    desk::clear();
-}
-
-void tst_keyrepeat::unmarkedRepetitionIsSwallowed_data() {
-    QTest::addColumn<bool>("inAnotherWindow");
-    QTest::newRow("the same window") << false;
-    QTest::newRow("another window") << true;
-}
-
-void tst_keyrepeat::unmarkedRepetitionIsSwallowed() {
-    QFETCH(const bool, inAnotherWindow);
-    QWindow first;
-    QWindow second;
-    QWindow &window = inAnotherWindow ? second : first;
-    const Listener beforehand(first);
-    send(first, QEvent::KeyRelease, {});
-    QCOMPARE(beforehand.heard, QList{QEvent::KeyRelease});
-
-    const Listener afterwards(window);
-    // Accepting the override keeps the key from triggering a shortcut.
-    QVERIFY(send(window, QEvent::ShortcutOverride, {}));
-    QVERIFY(send(window, QEvent::KeyPress, {}));
-    QCOMPARE(afterwards.heard, QList<QEvent::Type>());
-}
-
-void tst_keyrepeat::otherStrokesAreLetThrough_data() {
-    QTest::addColumn<Stroke>("release");
-    QTest::addColumn<Stroke>("press");
-    QTest::newRow("another key") << Stroke() << Stroke{.scanCode = scanCode + 1};
-    QTest::newRow("later") << Stroke() << Stroke{.time = moment + 1};
-    QTest::newRow("marked as a repetition") << Stroke() << Stroke{.autoRepeat = true};
-    QTest::newRow("without a time, by way of a screen reader")
-        << Stroke{.time = 0} << Stroke{.time = 0};
-    QTest::newRow("without a scan code") << Stroke{.scanCode = 0} << Stroke{.scanCode = 0};
-}
-
-void tst_keyrepeat::otherStrokesAreLetThrough() {
-    QFETCH(const Stroke, release);
-    QFETCH(const Stroke, press);
-    QWindow window;
-    send(window, QEvent::KeyRelease, release);
-    const Listener listener(window);
-    QVERIFY(!send(window, QEvent::ShortcutOverride, press));
-    send(window, QEvent::KeyPress, press);
-    QCOMPARE(listener.heard, (QList{QEvent::ShortcutOverride, QEvent::KeyPress}));
-}
-
-void tst_keyrepeat::widgetsAreLeftAlone() {
-    QWindow window;
-    QWidget widget;
-    send(window, QEvent::KeyRelease, {});
-    const Listener listener(widget);
-    QVERIFY(!send(widget, QEvent::ShortcutOverride, {}));
-    QVERIFY(listener.heard.contains(QEvent::ShortcutOverride));
-    send(widget, QEvent::KeyPress, {});
-    QVERIFY(listener.heard.contains(QEvent::KeyPress));
-}
-
-void tst_keyrepeat::heldKeyDoesNotAnswerTheNextQuestion() {
-    quizdesk::prepare();
-    const auto quiz = quizdesk::open(u"1"_s);
-    QWindow &window = *quiz->window()->windowHandle();
-    send(window, QEvent::KeyPress, {.time = moment - 500});
-    send(window, QEvent::KeyRelease, {});
-    QCOMPARE(quizRun().questionIndex, 1);
-    quizdesk::goOn(quiz->window());
-    QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
-
-    const Stroke atLast{.time = moment + 30};
-    send(window, QEvent::KeyPress, {});
-    send(window, QEvent::KeyRelease, atLast);
-    QCOMPARE(quizRun().questionIndex, 1);
-    QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
-
-    send(window, QEvent::KeyPress, {.time = moment + 500});
-    send(window, QEvent::KeyRelease, {.time = moment + 600});
-    QCOMPARE(quizRun().questionIndex, 2);
-}
-
-ZORVAN_TEST_MAIN(tst_keyrepeat)
+ZORVAN_TEST(tst_keyrepeat)
 #include "tst_keyrepeat.moc"

@@ -2,8 +2,8 @@
 
 #include "quizrun/quizrun.h"
 #include "shell/appdelegate.h"
-#include "shell/learner.h"
 #include "shell/mainmenu.h"
+#include "support/learner.h"
 #include "support/store.h"
 
 /// Windows of each kind, opened as a learner opens them.

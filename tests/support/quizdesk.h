@@ -2,25 +2,18 @@
 
 #include <QMainWindow>
 
-#include "content/golden.h"
 #include "controls/actionrow.h"
 #include "controls/levelindicator.h"
 #include "quizrun/maintest.h"
 #include "quizrun/quizrun.h"
 #include "support/desk.h"
+#include "support/golden.h"
 #include "support/store.h"
 #include "windowing/layouts.h"
 #include "windowing/windowcontroller.h"
 
 /// Quiz windows as a learner gets and uses them.
 namespace quizdesk {
-
-/// Provides a seeded store, and a random source that leaves the questions in ascending order.
-inline void prepare() {
-    store::fill(store::seeded());
-    store::forgetWrites();
-    quizRun().random = [] { return 0U; };
-}
 
 /// Opens a quiz window for that id, which need not be a quiz's.
 inline std::shared_ptr<MainTest> open(const QString &quizId) {

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include <QFont>
+#include <QPalette>
+
+#include "shell/appdelegate.h"
+#include "support/alerts.h"
+#include "support/desk.h"
+#include "support/standarderror.h"
+#include "support/store.h"
+
+/// A test of windows. Every test function starts without a window, with a seeded store whose writes
+/// are recorded, and with questions that come in ascending order. It fails if an alert did not come
+/// as expected. What it replaces for the whole program is put back: layouts, controllers, palette,
+/// font, style sheet.
+class WindowTest : public QObject {
+    Q_OBJECT
+
+ protected Q_SLOTS:
+    void init();
+    void cleanup();
+
+ protected:
+    std::optional<Alerts> alerts_;
+
+ private:
+    const QPalette palette_;
+    const QFont font_;
+};
+
+/// A test of the whole program, before its first window. What it writes to standard error is kept.
+class ProgramTest : public WindowTest {
+    Q_OBJECT
+
+ protected Q_SLOTS:
+    void init();
+    void cleanup();
+
+ protected:
+    std::optional<StandardError> standardError_;
+    std::unique_ptr<AppDelegate> delegate_;
+};
