@@ -65,3 +65,14 @@ def test_what_is_included_is_there():
         if other not in INCLUDES
     ]
     assert not wrong
+
+
+def test_what_tests_include_by_the_name_of_a_room_is_the_program():
+    wrong = [
+        f"{file.relative_to(ROOT)} includes {path}"
+        for file in (ROOT / "tests").rglob("*.*")
+        if file.suffix in (".h", ".cpp")
+        for path, _ in INCLUDE.findall(file.read_text("utf-8"))
+        if path.split("/")[0] in ROOMS and not (ROOT / path).exists()
+    ]
+    assert not wrong
