@@ -11,6 +11,16 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
+char *toString(const ShownAlert &alert) {
+    const QString text =
+        u"\"%1\" [%2] over \"%3\", informative text \"%4\", title \"%5\", %6"_s.arg(
+            alert.message, alert.buttons.join(u", "_s), alert.over, alert.informativeText,
+            alert.title, alert.hasIcon ? u"an icon"_s : u"no icon"_s);
+    return qstrdup(qUtf8Printable(text));
+}
+
 Alerts::Alerts() {
     qApp->installEventFilter(this);
 }
@@ -54,11 +64,13 @@ bool Alerts::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void Alerts::handle(QMessageBox &box) {
-    ShownAlert alert{box.text(),
-                     box.informativeText(),
-                     box.windowTitle(),
-                     !box.iconPixmap().isNull() || box.icon() != QMessageBox::NoIcon,
-                     {}};
+    const QWidget *owner = box.parentWidget();
+    ShownAlert alert{.message = box.text(),
+                     .buttons = {},
+                     .over = owner == nullptr ? QString() : owner->objectName(),
+                     .informativeText = box.informativeText(),
+                     .title = box.windowTitle(),
+                     .hasIcon = !box.iconPixmap().isNull() || box.icon() != QMessageBox::NoIcon};
     for (const QAbstractButton *button : box.buttons()) {
         if (button == box.defaultButton()) {
             alert.buttons.prepend(button->text());

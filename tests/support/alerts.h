@@ -9,15 +9,21 @@
 
 class QMessageBox;
 
-/// What an alert showed.
+/// What an alert showed. The program's alerts have nothing but a message, buttons and a window.
 struct ShownAlert {
     QString message;
-    QString informativeText;
-    QString title;
-    bool hasIcon = false;
     /// Starting with the default button.
     QStringList buttons;
+    /// The layout of the window that it stood over; empty if there was none.
+    QString over;
+    QString informativeText = {};
+    QString title = {};
+    bool hasIcon = false;
+    bool operator==(const ShownAlert &) const = default;
 };
+
+/// How Qt Test prints one.
+char *toString(const ShownAlert &alert);
 
 /// Answers the alerts that a test expects, in order, and keeps what they showed. An alert that
 /// was not expected is dismissed and fails verify().
