@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QMainWindow>
 
 #include "controls/actionrow.h"
@@ -92,6 +93,21 @@ inline QList<double> alphaValues(const QWidget *window) {
                       .alphaValue();
     }
     return values;
+}
+
+/// What a screen reader reads of a control.
+inline QString spoken(QWidget &control, QAccessible::Text text) {
+    return QAccessible::queryAccessibleInterface(&control)->text(text);
+}
+
+/// What a screen reader reads of each of the three answers after its name.
+inline QStringList answerDescriptions(const QWidget *window) {
+    QStringList descriptions;
+    for (const int answer : {1, 2, 3}) {
+        descriptions << spoken(desk::control(window, QStringLiteral("btnAnswer%1").arg(answer)),
+                               QAccessible::Description);
+    }
+    return descriptions;
 }
 
 /// The states of the three answers' rows.
