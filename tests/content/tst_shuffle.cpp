@@ -1,7 +1,9 @@
 #include <cstdint>
+#include <cstdio>
 #include <limits>
-#include <utility>
 
+#include <QProcess>
+#include <QSet>
 #include <QTest>
 
 #include "content/shuffle.h"
@@ -11,36 +13,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList seven = u"a b c d e f g"_s.split(u' ');  // clazy:exclude=non-pod-global-static
-
-/// Returns the draws one after another and counts them; returns 0 once they are used up.
-class Draws {
- public:
-    Draws() = default;
-    explicit Draws(QList<std::uint32_t> draws) : draws_(std::move(draws)) {}
-
-    QStringList shuffled(QStringList list) {
-        content::shuffle(list, [this] { return draws_.value(drawn_++); });
-        return list;
+/// Not a test: what another process draws.
+const testmain::Registration someDraws(u"someDraws"_s, [](const QStringList &) {
+    for (int draw = 0; draw < 4; ++draw) {
+        std::printf("%u\n", content::systemRandom());
     }
-    qsizetype drawn() const { return drawn_; }
+    return 0;
+});
 
- private:
-    QList<std::uint32_t> draws_;
-    qsizetype drawn_ = 0;
-};
-
-QStringList shuffledBySystem(QStringList list) {
-    content::shuffle(list, content::systemRandom);
-    return list;
-}
-
-QStringList numbersUpTo(int last) {
-    QStringList numbers;
-    for (int number = 1; number <= last; ++number) {
-        numbers << QString::number(number);
-    }
-    return numbers;
+QByteArray drawsOfAnotherProcess() {
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {u"someDraws"_s});
+    process.waitForFinished();
+    return process.readAllStandardOutput();
 }
 
 }  // namespace
@@ -49,51 +34,48 @@ class tst_shuffle final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void zeroesLeaveTheOrder() { QCOMPARE(Draws().shuffled(seven), seven); }
-
-    void theLastPlaceEachTimePutsTheLastEntryFirst() {
-        const QStringList expected{u"g"_s, u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s};
-        QCOMPARE(Draws({6, 5, 4, 3, 2, 1, 0}).shuffled(seven), expected);
-    }
-
-    void drawsCountFromTheStepsOwnPlace() {
-        const QStringList expected{u"d"_s, u"c"_s, u"g"_s, u"e"_s, u"b"_s, u"a"_s, u"f"_s};
-        QCOMPARE(Draws({3, 1, 4, 1, 5, 9, 2}).shuffled(seven), expected);
-    }
-
-    void theLargestDrawIsReducedByThePlainRemainder() {
+    void eachDrawPicksAmongTheEntriesThatAreLeft() {
         constexpr std::uint32_t largest = std::numeric_limits<std::uint32_t>::max();
-        const QStringList expected{u"d"_s, u"e"_s, u"c"_s, u"g"_s, u"b"_s, u"a"_s, u"f"_s};
-        QCOMPARE(Draws(QList<std::uint32_t>(7, largest)).shuffled(seven), expected);
+        struct Row {
+            QList<std::uint32_t> draws;
+            QString order;
+        };
+        const QList<Row> rows{
+            {{0, 0, 0, 0, 0, 0, 0}, u"abcdefg"_s},
+            {{6, 5, 4, 3, 2, 1, 0}, u"gabcdef"_s},
+            // What is more than the entries left is reduced by the plain remainder.
+            {{3, 1, 4, 1, 5, 9, 2}, u"dcgebaf"_s},
+            {QList<std::uint32_t>(7, largest), u"decgbaf"_s},
+        };
+        for (const auto &[draws, order] : rows) {
+            QStringList list = u"a b c d e f g"_s.split(u' ');
+            qsizetype drawn = 0;
+            content::shuffle(list, [&] { return draws.value(drawn++); });
+            QCOMPARE(list.join(QString()), order);
+            QCOMPARE(drawn, 7);
+        }
     }
 
-    void everyEntryTakesOneDraw_data() {
-        QTest::addColumn<int>("entries");
-        QTest::newRow("none") << 0;
-        QTest::newRow("one") << 1;
-        QTest::newRow("two") << 2;
-        QTest::newRow("the whole bank") << 77;
+    void theSystemsDrawsAreSpread() {
+        QSet<std::uint32_t> different;
+        std::uint32_t bitsSeenOn = 0;
+        std::uint32_t bitsSeenOff = 0;
+        for (int draw = 0; draw < 100; ++draw) {
+            const std::uint32_t drawn = content::systemRandom();
+            different << drawn;
+            bitsSeenOn |= drawn;
+            bitsSeenOff |= ~drawn;
+        }
+        // A fair source fails here once in 10^28 runs or less.
+        QCOMPARE(bitsSeenOn, std::numeric_limits<std::uint32_t>::max());
+        QCOMPARE(bitsSeenOff, std::numeric_limits<std::uint32_t>::max());
+        QVERIFY(different.size() > 90);
     }
 
-    void everyEntryTakesOneDraw() {
-        QFETCH(int, entries);
-        Draws draws;
-        draws.shuffled(numbersUpTo(entries));
-        QCOMPARE(draws.drawn(), entries);
-    }
-
-    void everyEntryIsKeptOnce() {
-        QStringList all = numbersUpTo(77);
-        QStringList shuffled = shuffledBySystem(all);
-        all.sort();
-        shuffled.sort();
-        QCOMPARE(shuffled, all);
-    }
-
-    void theSystemsSourceGivesAnotherOrderEachTime() {
-        const QStringList first = shuffledBySystem(numbersUpTo(77));
-        QVERIFY(first != numbersUpTo(77));
-        QVERIFY(shuffledBySystem(numbersUpTo(77)) != first);
+    void anotherProcessDrawsOtherNumbers() {
+        const QByteArray draws = drawsOfAnotherProcess();
+        QCOMPARE(draws.count('\n'), 4);
+        QVERIFY(draws != drawsOfAnotherProcess());
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QJsonObject>
 #include <QList>
 #include <QStringList>
-#include <QTest>
 
 /// The expected questions, read from the test data.
 namespace golden {
@@ -56,22 +55,6 @@ inline const Question &questionReading(const QString &text) {
         }
     }
     qFatal("No question reads \"%s\"", qUtf8Printable(text));
-}
-
-/// Adds a test row for each quiz, named by its id: the quiz's name, its first and its last
-/// question, and how many of its questions are asked.
-inline void quizRows() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::addColumn<int>("questionCount");
-    QTest::newRow("1") << QStringLiteral("Terminology") << 1 << 14 << 14;
-    QTest::newRow("2") << QStringLiteral("Variables") << 15 << 33 << 19;
-    QTest::newRow("3") << QStringLiteral("Methods") << 34 << 43 << 10;
-    QTest::newRow("4") << QStringLiteral("Functions") << 44 << 54 << 11;
-    QTest::newRow("5") << QStringLiteral("Structure") << 55 << 61 << 7;
-    QTest::newRow("6") << QStringLiteral("Syntax") << 62 << 77 << 16;
-    QTest::newRow("7") << QStringLiteral("Main Test") << 1 << 77 << 30;
 }
 
 }  // namespace golden
