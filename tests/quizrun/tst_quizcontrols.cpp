@@ -171,12 +171,13 @@ class tst_quizcontrols final : public WindowTest {
 
     void theQuestionsPlaceIsReadOutWithTheFirstAnswer() {
         const QWidget *window = openActive(u"1"_s);
-        QCOMPARE(window->focusWidget()->objectName(), u"btnAnswer1");
+        const QWidget &first = desk::control(window, u"btnAnswer1"_s);
+        QCOMPARE(window->focusWidget(), &first);
         QCOMPARE(quizdesk::answerDescriptions(window),
                  (QStringList{u"Question 1 of 14"_s, QString(), QString()}));
         quizdesk::answerRight(window);
         quizdesk::goOn(window);
-        QCOMPARE(window->focusWidget()->objectName(), u"btnAnswer1");
+        QCOMPARE(window->focusWidget(), &first);
         QCOMPARE(nameRead(window, u"lblProgressPercent"_s), u"Question 2 of 14");
         QCOMPARE(nameRead(window, u"progressbarMain"_s), u"Progress, 1 of 14 questions");
     }

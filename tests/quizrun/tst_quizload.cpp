@@ -45,6 +45,7 @@ class tst_quizload final : public WindowTest {
         QuizRun &run = quizRun();
         quizdesk::answerQuestions(quizdesk::openTimed(u"1"_s)->window(), 3, 2);
         const auto *clock = run.quizTimer.get();
+        QVERIFY(clock != nullptr);
         const QStringList order = run.questionOrder;
         const float score = run.scoreRatio;
         store::set(u"timedQuizzes"_s, u"no"_s);

@@ -18,8 +18,11 @@ namespace {
 
 class Target final : public QObject {
  public:
-    /// The timer whose tick is being delivered.
-    const QTimer *ticking() const { return qobject_cast<const QTimer *>(sender()); }
+    /// The type of the timer whose tick is being delivered.
+    std::optional<Qt::TimerType> tickingType() const {
+        const auto *timer = qobject_cast<const QTimer *>(sender());
+        return timer == nullptr ? std::nullopt : std::optional(timer->timerType());
+    }
 };
 
 }  // namespace
@@ -56,8 +59,8 @@ class tst_repeatingtimer final : public QObject {
     // A coarse one may be late by a twentieth of its interval.
     void timerIsPrecise() {
         std::optional<Qt::TimerType> type;
-        const auto timer = RepeatingTimer::scheduledTimer(
-            0ms, target_, [&] { type = target_.ticking()->timerType(); });
+        const auto timer =
+            RepeatingTimer::scheduledTimer(0ms, target_, [&] { type = target_.tickingType(); });
         QCoreApplication::processEvents();
         QCOMPARE(type, Qt::PreciseTimer);
     }
