@@ -51,11 +51,7 @@ class tst_banner final : public QObject {
         QCOMPARE(banner.tone(), Banner::Tone::Neutral);
     }
 
-    void toneIsSeenInBackgroundAndPicture_data() {
-        QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << QApplication::palette();
-        QTest::newRow("dark") << drawing::darkPalette();
-    }
+    void toneIsSeenInBackgroundAndPicture_data() { drawing::addPalettes(); }
 
     void toneIsSeenInBackgroundAndPicture() {
         QFETCH(const QPalette, palette);

@@ -152,11 +152,7 @@ class tst_keylabel final : public QObject {
         QCOMPARE(label.sizeHint().width(), letter);
     }
 
-    void whatStandsBetweenKeysIsFainter_data() {
-        QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << QApplication::palette();
-        QTest::newRow("dark") << drawing::darkPalette();
-    }
+    void whatStandsBetweenKeysIsFainter_data() { drawing::addPalettes(); }
 
     void whatStandsBetweenKeysIsFainter() {
         QFETCH(const QPalette, palette);

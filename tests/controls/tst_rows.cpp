@@ -84,11 +84,7 @@ class tst_rows final : public QObject {
  private Q_SLOTS:
     void cleanup() { QApplication::setPalette(palette_); }
 
-    void fillSaysTheStateOfARow_data() {
-        QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << QApplication::palette();
-        QTest::newRow("dark") << drawing::darkPalette();
-    }
+    void fillSaysTheStateOfARow_data() { drawing::addPalettes(); }
 
     void fillSaysTheStateOfARow() {
         QFETCH(const QPalette, palette);

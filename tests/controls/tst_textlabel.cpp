@@ -160,11 +160,7 @@ class tst_textlabel final : public QObject {
         QCOMPARE(label.heightForWidth(400), 2 * height);
     }
 
-    void secondaryTextIsFainter_data() {
-        QTest::addColumn<QPalette>("palette");
-        QTest::newRow("light") << QApplication::palette();
-        QTest::newRow("dark") << drawing::darkPalette();
-    }
+    void secondaryTextIsFainter_data() { drawing::addPalettes(); }
 
     void secondaryTextIsFainter() {
         QFETCH(const QPalette, palette);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QApplication>
 #include <QEvent>
 #include <QPalette>
+#include <QTest>
 #include <QWidget>
 
 /// What a test draws, and what it looks for in the picture.
@@ -19,6 +21,13 @@ inline QPalette darkPalette() {
     dark.setColor(QPalette::Base, QColor(0x22, 0x23, 0x26));
     dark.setColor(QPalette::ToolTipBase, QColor(0x22, 0x23, 0x26));
     return dark;
+}
+
+/// Adds a column `palette` with rows light and dark.
+inline void addPalettes() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << QApplication::palette();
+    QTest::newRow("dark") << darkPalette();
 }
 
 /// How many pixels of exactly that colour the picture has.
