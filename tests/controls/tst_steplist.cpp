@@ -17,6 +17,10 @@ using platform::RowState;
 
 namespace {
 
+constexpr auto Open = RowState::Open;
+constexpr auto Next = RowState::Next;
+constexpr auto Done = RowState::Done;
+
 /// A row of the list: its button, what the button starts, its state in words, its level.
 struct Step {
     platform::ActionRow row;
@@ -30,10 +34,13 @@ struct Step {
         for (QWidget *part : std::array<QWidget *, 4>{&button, &text, &words, &level}) {
             inRow->addWidget(part);
         }
+        text.setStringValue(u"19 questions"_s);
         level.setCounted(u"passes"_s);
         level.setMaximum(3);
     }
 };
+
+using Levels = std::array<int, 3>;
 
 /// A window with a list of three steps and another control.
 struct Steps {
@@ -42,7 +49,7 @@ struct Steps {
     std::array<Step, 3> steps{Step(list), Step(list), Step(list)};
     QPushButton another{u"another"_s, &window};
 
-    explicit Steps(const QList<double> &levels) {
+    explicit Steps(const Levels &levels) {
         auto *inList = new QVBoxLayout(&list);
         for (Step &step : steps) {
             inList->addWidget(&step.row);
@@ -53,48 +60,24 @@ struct Steps {
         list.setProperty("next", u"Next"_s);
         list.setProperty("done", u"Mastered"_s);
         fill(levels);
-    }
-
-    void fill(const QList<double> &levels) {
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            steps.at(i).level.setDoubleValue(levels.at(qsizetype(i)));
-        }
-    }
-    bool show() {
         window.show();
         window.activateWindow();
-        return QTest::qWaitForWindowActive(&window);
+        if (!QTest::qWaitForWindowActive(&window)) {
+            qFatal("The window of the steps is not active");
+        }
+    }
+
+    void fill(const Levels &levels) {
+        for (std::size_t i = 0; i < steps.size(); ++i) {
+            steps.at(i).level.setDoubleValue(levels.at(i));
+        }
+        QCoreApplication::processEvents();
     }
     QList<RowState> states() const {
-        QList<RowState> states;
-        for (const Step &step : steps) {
-            states << step.row.state();
-        }
-        return states;
+        return {steps[0].row.state(), steps[1].row.state(), steps[2].row.state()};
     }
-    QStringList words() const {
-        QStringList words;
-        for (const Step &step : steps) {
-            words << step.words.text();
-        }
-        return words;
-    }
-    QStringList descriptions() const {
-        QCoreApplication::processEvents();
-        QStringList descriptions;
-        for (const Step &step : steps) {
-            descriptions << step.button.accessibleDescription();
-        }
-        return descriptions;
-    }
-    /// The number of the step that has the focus; 0 if the focus is elsewhere.
-    int focused() const {
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            if (window.focusWidget() == &steps.at(i).button) {
-                return int(i) + 1;
-            }
-        }
-        return 0;
+    bool hasFocus(int step) const {
+        return window.focusWidget() == &steps.at(std::size_t(step - 1)).button;
     }
 };
 
@@ -105,131 +88,75 @@ class tst_steplist final : public QObject {
 
  private Q_SLOTS:
     void firstStepThatIsNotFullComesNext_data() {
-        QTest::addColumn<QList<double>>("levels");
+        QTest::addColumn<Levels>("levels");
         QTest::addColumn<QList<RowState>>("states");
-        QTest::addColumn<QStringList>("words");
-        QTest::addColumn<QStringList>("descriptions");
-        constexpr auto open = RowState::Open;
-        constexpr auto next = RowState::Next;
-        constexpr auto done = RowState::Done;
-        QTest::newRow("none begun")
-            << QList<double>{0, 0, 0} << QList{next, open, open} << QStringList{u"Next"_s, {}, {}}
-            << QStringList{u"0 of 3 passes, next"_s, u"0 of 3 passes"_s, u"0 of 3 passes"_s};
-        QTest::newRow("first almost full")
-            << QList<double>{2, 0, 0} << QList{next, open, open} << QStringList{u"Next"_s, {}, {}}
-            << QStringList{u"2 of 3 passes, next"_s, u"0 of 3 passes"_s, u"0 of 3 passes"_s};
-        QTest::newRow("first full") << QList<double>{3, 1, 2} << QList{done, next, open}
-                                    << QStringList{u"Mastered"_s, u"Next"_s, {}}
-                                    << QStringList{u"3 of 3 passes, mastered"_s,
-                                                   u"1 of 3 passes, next"_s, u"2 of 3 passes"_s};
-        QTest::newRow("full out of turn")
-            << QList<double>{1, 3, 0} << QList{next, done, open}
-            << QStringList{u"Next"_s, u"Mastered"_s, {}}
-            << QStringList{u"1 of 3 passes, next"_s, u"3 of 3 passes, mastered"_s,
-                           u"0 of 3 passes"_s};
-        QTest::newRow("only the last left")
-            << QList<double>{3, 3, 0} << QList{done, done, next}
-            << QStringList{u"Mastered"_s, u"Mastered"_s, u"Next"_s}
-            << QStringList{u"3 of 3 passes, mastered"_s, u"3 of 3 passes, mastered"_s,
-                           u"0 of 3 passes, next"_s};
-        QTest::newRow("all full") << QList<double>{3, 3, 3} << QList{done, done, done}
-                                  << QStringList(3, u"Mastered"_s)
-                                  << QStringList(3, u"3 of 3 passes, mastered"_s);
+        QTest::newRow("none begun") << Levels{0, 0, 0} << QList{Next, Open, Open};
+        QTest::newRow("first almost full") << Levels{2, 0, 0} << QList{Next, Open, Open};
+        QTest::newRow("first full") << Levels{3, 1, 2} << QList{Done, Next, Open};
+        QTest::newRow("full out of turn") << Levels{1, 3, 0} << QList{Next, Done, Open};
+        QTest::newRow("only the last left") << Levels{3, 3, 0} << QList{Done, Done, Next};
+        QTest::newRow("all full") << Levels{3, 3, 3} << QList{Done, Done, Done};
     }
 
     void firstStepThatIsNotFullComesNext() {
-        QFETCH(const QList<double>, levels);
+        QFETCH(const Levels, levels);
         QFETCH(const QList<RowState>, states);
-        QFETCH(const QStringList, words);
-        QFETCH(const QStringList, descriptions);
-        Steps steps(levels);
-        QVERIFY(steps.show());
-        QCOMPARE(steps.states(), states);
-        QCOMPARE(steps.words(), words);
-        QCOMPARE(steps.descriptions(), descriptions);
+        const Steps shown(levels);
+        QCOMPARE(shown.states(), states);
+        const qsizetype next = states.indexOf(Next);
+        QVERIFY2(next < 0 || shown.hasFocus(int(next) + 1), "What is next has not got the focus");
     }
 
     void stepsFollowTheirLevels() {
-        Steps steps({0, 0, 0});
-        QVERIFY(steps.show());
-        steps.fill({3, 1, 3});
-        QCOMPARE(steps.states(), QList({RowState::Done, RowState::Next, RowState::Done}));
-        QCOMPARE(steps.words(), QStringList({u"Mastered"_s, u"Next"_s, u"Mastered"_s}));
-        steps.fill({0, 0, 0});
-        QCOMPARE(steps.states(), QList({RowState::Next, RowState::Open, RowState::Open}));
-        QCOMPARE(steps.words(), QStringList({u"Next"_s, {}, {}}));
-        QCOMPARE(steps.descriptions(),
-                 QStringList({u"0 of 3 passes, next"_s, u"0 of 3 passes"_s, u"0 of 3 passes"_s}));
+        Steps shown({3, 0, 0});
+        shown.fill({3, 1, 3});
+        QCOMPARE(shown.states(), QList({Done, Next, Done}));
+        shown.fill({0, 0, 0});
+        QCOMPARE(shown.states(), QList({Next, Open, Open}));
+        shown.fill({3, 0, 0});
+        shown.steps[0].level.setMaximum(4);
+        QCOMPARE(shown.states(), QList({Next, Open, Open}));
     }
 
-    void stepsFollowTheirMaximum() {
-        Steps steps({3, 0, 0});
-        QVERIFY(steps.show());
-        QCOMPARE(steps.steps[0].row.state(), RowState::Done);
-        steps.steps[0].level.setMaximum(4);
-        QCOMPARE(steps.states(), QList({RowState::Next, RowState::Open, RowState::Open}));
-    }
-
-    void whatComesNextHasTheFocus_data() {
-        QTest::addColumn<QList<double>>("levels");
-        QTest::addColumn<int>("focused");
-        QTest::newRow("the first") << QList<double>{0, 0, 0} << 1;
-        QTest::newRow("the second") << QList<double>{3, 2, 0} << 2;
-        QTest::newRow("the last") << QList<double>{3, 3, 0} << 3;
-    }
-
-    void whatComesNextHasTheFocus() {
-        QFETCH(const QList<double>, levels);
-        Steps steps(levels);
-        QVERIFY(steps.show());
-        QTEST(steps.focused(), "focused");
+    void stateIsSaidInWordsWithTheLevel() {
+        Steps shown({0, 0, 0});
+        shown.fill({3, 1, 0});
+        QStringList words;
+        QStringList descriptions;
+        for (const Step &step : shown.steps) {
+            words << step.words.text();
+            descriptions << step.button.accessibleDescription();
+            QCOMPARE(step.text.text(), u"19 questions"_s);
+        }
+        QCOMPARE(words, QStringList({u"Mastered"_s, u"Next"_s, QString()}));
+        QCOMPARE(descriptions, QStringList({u"3 of 3 passes, mastered"_s, u"1 of 3 passes, next"_s,
+                                            u"0 of 3 passes"_s}));
     }
 
     void focusFollowsWhatComesNext() {
-        Steps steps({0, 0, 0});
-        QVERIFY(steps.show());
-        steps.fill({3, 0, 0});
-        QCOMPARE(steps.focused(), 2);
-        steps.fill({3, 3, 0});
-        QCOMPARE(steps.focused(), 3);
-        steps.fill({0, 0, 0});
-        QCOMPARE(steps.focused(), 1);
-    }
-
-    void focusStaysWhereTheLearnerPutIt_data() {
-        QTest::addColumn<int>("step");
-        QTest::newRow("another control") << 0;
-        QTest::newRow("a step that was next") << 1;
-        QTest::newRow("a step that comes later") << 3;
+        Steps shown({0, 0, 0});
+        shown.fill({3, 0, 0});
+        QVERIFY(shown.hasFocus(2));
+        shown.fill({3, 3, 0});
+        QVERIFY(shown.hasFocus(3));
+        shown.fill({3, 3, 3});
+        QVERIFY(shown.hasFocus(3));
+        shown.fill({3, 3, 2});
+        shown.fill({0, 0, 0});
+        QVERIFY(shown.hasFocus(1));
     }
 
     void focusStaysWhereTheLearnerPutIt() {
-        QFETCH(const int, step);
-        Steps steps({2, 0, 0});
-        QVERIFY(steps.show());
-        steps.fill({3, 0, 0});
-        QWidget &chosen = step == 0 ? static_cast<QWidget &>(steps.another)
-                                    : steps.steps.at(std::size_t(step - 1)).button;
-        chosen.setFocus();
-        steps.fill({3, 1, 0});
-        QCOMPARE(steps.window.focusWidget(), &chosen);
-        steps.fill({0, 0, 0});
-        QCOMPARE(steps.window.focusWidget(), &chosen);
-    }
-
-    void sameLevelsMoveNoFocus() {
-        Steps steps({3, 1, 0});
-        QVERIFY(steps.show());
-        steps.another.setFocus();
-        steps.fill({3, 1, 0});
-        QCOMPARE(steps.window.focusWidget(), &steps.another);
-    }
-
-    void focusStaysWhenAllIsDone() {
-        Steps steps({3, 3, 2});
-        QVERIFY(steps.show());
-        steps.fill({3, 3, 3});
-        QCOMPARE(steps.focused(), 3);
+        Steps shown({2, 0, 0});
+        for (QWidget *chosen : std::initializer_list<QWidget *>{
+                 &shown.another, &shown.steps[0].button, &shown.steps[2].button}) {
+            shown.fill({3, 0, 0});
+            chosen->setFocus();
+            shown.fill({3, 1, 0});
+            QCOMPARE(shown.window.focusWidget(), chosen);
+            shown.fill({3, 3, 3});
+            QCOMPARE(shown.window.focusWidget(), chosen);
+        }
     }
 };
 
