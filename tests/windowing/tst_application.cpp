@@ -8,36 +8,21 @@ class tst_application final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void windowIconHasEverySizeADesktopAsksFor() {
-        QList<int> sizes;
-        for (const QSize &size : QApplication::windowIcon().availableSizes()) {
-            QCOMPARE(size.width(), size.height());
-            sizes << size.width();
+    void windowIconIsDrawnForEverySizeADesktopAsksFor() {
+        const QIcon icon = QApplication::windowIcon();
+        const QList<int> wanted{16, 24, 32, 48, 64, 128};
+        QCOMPARE(icon.availableSizes().size(), wanted.size());
+        for (const int size : wanted) {
+            QVERIFY(icon.availableSizes().contains(QSize(size, size)));
+            QCOMPARE(icon.pixmap(size).toImage(),
+                     QPixmap::fromImage(QImage(iconFile(size))).toImage());
         }
-        std::sort(sizes.begin(), sizes.end());
-        QCOMPARE(sizes, QList<int>({16, 24, 32, 48, 64, 128}));
-    }
-
-    void iconOfEachSizeIsDrawnForIt_data() {
-        QTest::addColumn<int>("size");
-        for (const int size : {16, 24, 32, 48, 64, 128}) {
-            QTest::addRow("%d", size) << size;
-        }
-    }
-
-    void iconOfEachSizeIsDrawnForIt() {
-        QFETCH(const int, size);
-        const QImage kept(iconFile(size));
-        QCOMPARE(kept.size(), QSize(size, size));
-        const QImage shown = QApplication::windowIcon().pixmap(size).toImage();
-        QCOMPARE(shown, QPixmap::fromImage(kept).toImage());
     }
 
     void everyIconFillsItsSize() {
         for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
             const QImage icon(iconFile(size));
-            QVERIFY2(icon.size() == QSize(size, size),
-                     qPrintable(u"zorvan-%1.png is %2 pixels wide"_s.arg(size).arg(icon.width())));
+            QCOMPARE(icon.size(), QSize(size, size));
             QCOMPARE(qAlpha(icon.pixel(0, 0)), 0);
             int inked = 0;
             for (int y = 0; y < size; ++y) {
@@ -45,9 +30,7 @@ class tst_application final : public QObject {
                     inked += qAlpha(icon.pixel(x, y)) > 127 ? 1 : 0;
                 }
             }
-            const double share = double(inked) / (size * size);
-            QVERIFY2(share > 0.5,
-                     qPrintable(u"zorvan-%1.png covers %2 of its square"_s.arg(size).arg(share)));
+            QVERIFY2(inked > size * size / 2, qPrintable(iconFile(size)));
         }
     }
 

@@ -1,11 +1,8 @@
 #include <QKeyEvent>
 #include <QTest>
-#include <QWidget>
 #include <QWindow>
 
-#include "support/quizdesk.h"
 #include "support/testmain.h"
-#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +19,7 @@ struct Stroke {
 };
 
 /// Sends a stroke of the space bar. Returns whether the receiver accepted it.
-bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke) {
+bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke = {}) {
     QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, stroke.scanCode, 0, 0, u" "_s,
                     stroke.autoRepeat);
     event.setTimestamp(stroke.time);
@@ -31,9 +28,7 @@ bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke) {
 }
 
 /// Records the events that reach an object.
-class Listener final : public WindowTest {
-    Q_OBJECT
-
+class Listener final : public QObject {
  public:
     explicit Listener(QObject &receiver) { receiver.installEventFilter(this); }
 
@@ -48,85 +43,56 @@ class Listener final : public WindowTest {
 
 }  // namespace
 
-Q_DECLARE_METATYPE(Stroke)
-
-class tst_keyrepeat final : public WindowTest {
+class tst_keyrepeat final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void unmarkedRepetitionIsSwallowed_data() {
-        QTest::addColumn<bool>("inAnotherWindow");
-        QTest::newRow("the same window") << false;
-        QTest::newRow("another window") << true;
-    }
-
     void unmarkedRepetitionIsSwallowed() {
-        QFETCH(const bool, inAnotherWindow);
         QWindow first;
         QWindow second;
-        QWindow &window = inAnotherWindow ? second : first;
-        const Listener beforehand(first);
-        send(first, QEvent::KeyRelease, {});
-        QCOMPARE(beforehand.heard, QList{QEvent::KeyRelease});
-
-        const Listener afterwards(window);
-        // Accepting the override keeps the key from triggering a shortcut.
-        QVERIFY(send(window, QEvent::ShortcutOverride, {}));
-        QVERIFY(send(window, QEvent::KeyPress, {}));
-        QCOMPARE(afterwards.heard, QList<QEvent::Type>());
-    }
-
-    void otherStrokesAreLetThrough_data() {
-        QTest::addColumn<Stroke>("release");
-        QTest::addColumn<Stroke>("press");
-        QTest::newRow("another key") << Stroke() << Stroke{.scanCode = scanCode + 1};
-        QTest::newRow("later") << Stroke() << Stroke{.time = moment + 1};
-        QTest::newRow("marked as a repetition") << Stroke() << Stroke{.autoRepeat = true};
-        QTest::newRow("without a time, by way of a screen reader")
-            << Stroke{.time = 0} << Stroke{.time = 0};
-        QTest::newRow("without a scan code") << Stroke{.scanCode = 0} << Stroke{.scanCode = 0};
+        for (QWindow *window : {&first, &second}) {
+            const Listener released(first);
+            send(first, QEvent::KeyRelease);
+            QCOMPARE(released.heard, QList{QEvent::KeyRelease});
+            const Listener pressed(*window);
+            // Accepting the override keeps the key from triggering a shortcut.
+            QVERIFY(send(*window, QEvent::ShortcutOverride));
+            QVERIFY(send(*window, QEvent::KeyPress));
+            QCOMPARE(pressed.heard, QList<QEvent::Type>());
+        }
     }
 
     void otherStrokesAreLetThrough() {
-        QFETCH(const Stroke, release);
-        QFETCH(const Stroke, press);
-        QWindow window;
-        send(window, QEvent::KeyRelease, release);
-        const Listener listener(window);
-        QVERIFY(!send(window, QEvent::ShortcutOverride, press));
-        send(window, QEvent::KeyPress, press);
-        QCOMPARE(listener.heard, (QList{QEvent::ShortcutOverride, QEvent::KeyPress}));
+        struct {
+            const char *name;
+            Stroke release;
+            Stroke press;
+        } const rows[]{
+            {"another key", {}, {.scanCode = scanCode + 1}},
+            {"later", {}, {.time = moment + 1}},
+            {"marked as a repetition", {}, {.autoRepeat = true}},
+            {"without a time, by way of a screen reader", {.time = 0}, {.time = 0}},
+            {"without a scan code", {.scanCode = 0}, {.scanCode = 0}},
+        };
+        for (const auto &[name, release, press] : rows) {
+            QWindow window;
+            send(window, QEvent::KeyRelease, release);
+            const Listener listener(window);
+            QVERIFY2(!send(window, QEvent::ShortcutOverride, press), name);
+            send(window, QEvent::KeyPress, press);
+            QVERIFY2(listener.heard == (QList{QEvent::ShortcutOverride, QEvent::KeyPress}), name);
+        }
     }
 
     void widgetsAreLeftAlone() {
         QWindow window;
         QWidget widget;
-        send(window, QEvent::KeyRelease, {});
+        send(window, QEvent::KeyRelease);
         const Listener listener(widget);
-        QVERIFY(!send(widget, QEvent::ShortcutOverride, {}));
+        QVERIFY(!send(widget, QEvent::ShortcutOverride));
+        send(widget, QEvent::KeyPress);
         QVERIFY(listener.heard.contains(QEvent::ShortcutOverride));
-        send(widget, QEvent::KeyPress, {});
         QVERIFY(listener.heard.contains(QEvent::KeyPress));
-    }
-
-    void heldKeyDoesNotAnswerTheNextQuestion() {
-        const auto quiz = quizdesk::open(u"1"_s);
-        QWindow &window = *quiz->window()->windowHandle();
-        send(window, QEvent::KeyPress, {.time = moment - 500});
-        send(window, QEvent::KeyRelease, {});
-        QCOMPARE(quizRun().questionIndex, 1);
-        quizdesk::goOn(quiz->window());
-        QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
-
-        const Stroke atLast{.time = moment + 30};
-        send(window, QEvent::KeyPress, {});
-        send(window, QEvent::KeyRelease, atLast);
-        QCOMPARE(quizRun().questionIndex, 1);
-        QCOMPARE(quizdesk::answersEnabled(quiz->window()), quizdesk::threeAnswers);
-
-        send(window, QEvent::KeyPress, {.time = moment + 500});
-        send(window, QEvent::KeyRelease, {.time = moment + 600});
-        QCOMPARE(quizRun().questionIndex, 2);
     }
 };
 

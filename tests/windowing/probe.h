@@ -1,0 +1,107 @@
+#pragma once
+
+#include <functional>
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "windowing/layouts.h"
+#include "windowing/outlets.h"
+#include "windowing/windowcontroller.h"
+
+/// A controller whose window is the layout "Probe", which has each of its outlets and actions.
+class Probe final : public platform::WindowController {
+    Q_OBJECT
+
+ public:
+    using WindowController::WindowController;
+
+    /// Has "Probe" known as a layout, with that alteration of its window.
+    static void provideLayout(std::function<void(QMainWindow &)> alteration = {}) {
+        alteration_ = std::move(alteration);
+        platform::layouts()[QStringLiteral("Probe")] = build;
+    }
+    static std::shared_ptr<Probe> make() {
+        return platform::makeController<Probe>(QStringLiteral("Probe"));
+    }
+    static std::shared_ptr<Probe> open() {
+        auto probe = make();
+        probe->showWindow();
+        return probe;
+    }
+    static void addButton(QMainWindow &window, const QString &name, const QString &action) {
+        auto *button = new QPushButton(name);
+        button->setObjectName(name);
+        button->setProperty("action", action);
+        window.centralWidget()->layout()->addWidget(button);
+    }
+
+    platform::TextOutlet lblText{*this, "lblText"};
+    platform::LevelOutlet levelBar{*this, "levelBar"};
+    platform::ImageOutlet imgMark{*this, "imgMark"};
+    platform::RadioOutlet radio{*this, "radio"};
+    platform::ButtonOutlet btnCount{*this, "btnCount"};
+
+    int counted = 0;
+    int asked = 0;
+    bool agrees = true;
+    std::function<void()> fault;
+    std::function<void(Probe &)> whenLoaded;
+
+    /// How many windows have been built, and whether the last controller that closed its window in
+    /// an action was still there afterwards. Read when the windows are gone.
+    static inline int built = 0;
+    static inline bool survivedItsClose = false;
+
+    Q_INVOKABLE void count() { ++counted; }
+    Q_INVOKABLE void closeAndGoOn() {
+        const QPointer<Probe> self = this;
+        close();
+        survivedItsClose = !self.isNull();
+    }
+    Q_INVOKABLE void throwUp() { fault(); }
+
+    bool windowShouldClose() override {
+        ++asked;
+        if (fault) {
+            fault();
+        }
+        return agrees;
+    }
+
+ protected:
+    void windowDidLoad() override {
+        if (whenLoaded) {
+            whenLoaded(*this);
+        }
+    }
+
+ private:
+    template <class Control>
+    static void addOutlet(QMainWindow &window, const QString &name) {
+        auto *control = new Control;
+        control->setObjectName(name);
+        window.centralWidget()->layout()->addWidget(control);
+    }
+
+    static void build(QMainWindow &window) {
+        ++built;
+        window.setObjectName(QStringLiteral("Probe"));
+        window.setCentralWidget(new QWidget);
+        new QVBoxLayout(window.centralWidget());
+        addOutlet<platform::TextLabel>(window, QStringLiteral("lblText"));
+        addOutlet<platform::LevelIndicator>(window, QStringLiteral("levelBar"));
+        addOutlet<platform::ImageLabel>(window, QStringLiteral("imgMark"));
+        addOutlet<QRadioButton>(window, QStringLiteral("radio"));
+        addButton(window, QStringLiteral("btnCount"), QStringLiteral("count"));
+        addButton(window, QStringLiteral("btnClose"), QStringLiteral("closeAndGoOn"));
+        addButton(window, QStringLiteral("btnThrow"), QStringLiteral("throwUp"));
+        if (alteration_) {
+            alteration_(window);
+        }
+    }
+
+    static inline std::function<void(QMainWindow &)> alteration_;
+};
