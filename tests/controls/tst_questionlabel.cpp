@@ -36,18 +36,16 @@ class tst_questionlabel final : public QObject {
         QuestionLabel label;
         label.setStringValue(u"What does this print?\necho 1;"_s);
         label.resize(label.sizeHint() + QSize(60, 0));
-        const auto background = [&](const QRect &place) {
-            const QImage picture = optics::picture(label, {.texts = true}).pixels;
-            return picture.pixelColor(place.center());
-        };
-        const QList<optics::Text> lines = optics::texts(label);
+        const QImage panel = optics::picture(label, {.texts = true}).pixels;
         const QColor window = label.palette().color(QPalette::Window);
-        QCOMPARE(background(lines.at(0).place), window);
-        QVERIFY2(background(lines.at(1).place) != window, "the code has no panel");
+        const QList<optics::Text> lines = optics::texts(label);
+        const QRect question = lines.at(0).place;
+        const QRect code = lines.at(1).place;
+        QCOMPARE(panel.pixelColor(question.center()), window);
+        QVERIFY2(panel.pixelColor(code.center()) != window, "the code has no panel");
         // There is a gap between the panel's edge and the code, and between question and panel.
-        QVERIFY(lines.at(1).place.left() > lines.at(0).place.left());
-        QVERIFY(lines.at(1).place.top() - lines.at(0).place.bottom() >
-                lines.at(0).place.height() / 2);
+        QVERIFY(code.left() > question.left());
+        QVERIFY(code.top() - question.bottom() > question.height() / 2);
 
         label.setStringValue(u"What does this print?"_s);
         QCOMPARE(optics::mainColor(optics::picture(label, {.texts = true}).pixels), window.rgb());
@@ -55,17 +53,13 @@ class tst_questionlabel final : public QObject {
 
     void codeHasTheSizeOfTheTextAround() {
         QWidget window;
-        auto *label = new QuestionLabel(&window);
-        // Neither size is the default size of the font for code.
-        QFont font = window.font();
-        font.setPointSizeF(18);
-        window.setFont(font);
-        QFont large = font;
-        large.setPointSizeF(36);
-        label->setFont(large);
-        label->setStringValue(u"What does this print?\necho 1;"_s);
-        label->resize(label->sizeHint());
-        const QList<optics::Text> lines = optics::texts(*label);
+        QuestionLabel label(&window);
+        // Neither is the default size of the font for code.
+        window.setFont(QFont(window.font().family(), 18));
+        label.setFont(QFont(window.font().family(), 36));
+        label.setStringValue(u"What does this print?\necho 1;"_s);
+        label.resize(label.sizeHint());
+        const QList<optics::Text> lines = optics::texts(label);
         QCOMPARE(lines.at(0).font.pointSizeF(), 36.0);
         QCOMPARE(lines.at(1).font.pointSizeF(), 18.0);
     }

@@ -1,15 +1,12 @@
-#include <array>
-
-#include <QHBoxLayout>
-#include <QPushButton>
+#include <QMainWindow>
 #include <QTest>
 
 #include "controls/actionrow.h"
 #include "controls/levelindicator.h"
-#include "controls/rowbutton.h"
-#include "controls/steplist.h"
 #include "controls/textlabel.h"
+#include "support/desk.h"
 #include "support/testmain.h"
+#include "windowing/layouts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,48 +14,13 @@ using platform::RowState;
 
 namespace {
 
-constexpr auto Open = RowState::Open;
-constexpr auto Next = RowState::Next;
-constexpr auto Done = RowState::Done;
-
-/// A row of the list: its button, what the button starts, its state in words, its level.
-struct Step {
-    platform::ActionRow row;
-    platform::RowButton button{u"step"_s, &row};
-    platform::TextLabel text{&row};
-    platform::TextLabel words{&row};
-    platform::LevelIndicator level{&row};
-
-    explicit Step(QWidget &list) : row(&list) {
-        auto *inRow = new QHBoxLayout(&row);
-        for (QWidget *part : std::array<QWidget *, 4>{&button, &text, &words, &level}) {
-            inRow->addWidget(part);
-        }
-        text.setStringValue(u"19 questions"_s);
-        level.setCounted(u"passes"_s);
-        level.setMaximum(3);
-    }
-};
-
-using Levels = std::array<int, 3>;
-
-/// A window with a list of three steps and another control.
+/// The main menu's seven steps, each with three levels, and its other controls. Levels are written
+/// as a digit for each step.
 struct Steps {
-    QWidget window;
-    platform::StepList list{&window};
-    std::array<Step, 3> steps{Step(list), Step(list), Step(list)};
-    QPushButton another{u"another"_s, &window};
+    QMainWindow window;
 
-    explicit Steps(const Levels &levels) {
-        auto *inList = new QVBoxLayout(&list);
-        for (Step &step : steps) {
-            inList->addWidget(&step.row);
-        }
-        auto *inWindow = new QVBoxLayout(&window);
-        inWindow->addWidget(&list);
-        inWindow->addWidget(&another);
-        list.setProperty("next", u"Next"_s);
-        list.setProperty("done", u"Mastered"_s);
+    explicit Steps(const QString &levels) {
+        platform::layoutNamed(u"MainMenu"_s)(window);
         fill(levels);
         window.show();
         window.activateWindow();
@@ -67,17 +29,27 @@ struct Steps {
         }
     }
 
-    void fill(const Levels &levels) {
-        for (std::size_t i = 0; i < steps.size(); ++i) {
-            steps.at(i).level.setDoubleValue(levels.at(i));
+    void fill(const QString &levels) {
+        for (int step = 1; step <= 7; ++step) {
+            level(step).setDoubleValue(levels[step - 1].digitValue());
         }
         QCoreApplication::processEvents();
     }
-    QList<RowState> states() const {
-        return {steps[0].row.state(), steps[1].row.state(), steps[2].row.state()};
+
+    platform::LevelIndicator &level(int step) const {
+        return desk::control<platform::LevelIndicator>(&window, u"progressbarQuiz%1"_s.arg(step));
     }
-    bool hasFocus(int step) const {
-        return window.focusWidget() == &steps.at(std::size_t(step - 1)).button;
+    QWidget &button(int step) const { return desk::control(&window, u"btnQuiz%1"_s.arg(step)); }
+    bool hasFocus(int step) const { return window.focusWidget() == &button(step); }
+
+    QString states() const {
+        QStringList states;
+        for (const auto *row : window.findChildren<platform::ActionRow *>()) {
+            states << (row->state() == RowState::Next   ? u"next"_s
+                       : row->state() == RowState::Done ? u"done"_s
+                                                        : u"open"_s);
+        }
+        return states.join(u' ');
     }
 };
 
@@ -88,74 +60,73 @@ class tst_steplist final : public QObject {
 
  private Q_SLOTS:
     void firstStepThatIsNotFullComesNext_data() {
-        QTest::addColumn<Levels>("levels");
-        QTest::addColumn<QList<RowState>>("states");
-        QTest::newRow("none begun") << Levels{0, 0, 0} << QList{Next, Open, Open};
-        QTest::newRow("first almost full") << Levels{2, 0, 0} << QList{Next, Open, Open};
-        QTest::newRow("first full") << Levels{3, 1, 2} << QList{Done, Next, Open};
-        QTest::newRow("full out of turn") << Levels{1, 3, 0} << QList{Next, Done, Open};
-        QTest::newRow("only the last left") << Levels{3, 3, 0} << QList{Done, Done, Next};
-        QTest::newRow("all full") << Levels{3, 3, 3} << QList{Done, Done, Done};
+        QTest::addColumn<QString>("states");
+        QTest::addColumn<int>("next");
+        QTest::newRow("0000000") << u"next open open open open open open"_s << 1;
+        QTest::newRow("2000000") << u"next open open open open open open"_s << 1;
+        QTest::newRow("3120000") << u"done next open open open open open"_s << 2;
+        QTest::newRow("1300003") << u"next done open open open open done"_s << 1;
+        QTest::newRow("3333330") << u"done done done done done done next"_s << 7;
+        QTest::newRow("3333333") << u"done done done done done done done"_s << 0;
     }
 
     void firstStepThatIsNotFullComesNext() {
-        QFETCH(const Levels, levels);
-        QFETCH(const QList<RowState>, states);
-        const Steps shown(levels);
-        QCOMPARE(shown.states(), states);
-        const qsizetype next = states.indexOf(Next);
-        QVERIFY2(next < 0 || shown.hasFocus(int(next) + 1), "What is next has not got the focus");
+        const Steps steps(QString::fromLatin1(QTest::currentDataTag()));
+        QTEST(steps.states(), "states");
+        QFETCH(const int, next);
+        QVERIFY2(next == 0 || steps.hasFocus(next), "what is next has not got the focus");
     }
 
     void stepsFollowTheirLevels() {
-        Steps shown({3, 0, 0});
-        shown.fill({3, 1, 3});
-        QCOMPARE(shown.states(), QList({Done, Next, Done}));
-        shown.fill({0, 0, 0});
-        QCOMPARE(shown.states(), QList({Next, Open, Open}));
-        shown.fill({3, 0, 0});
-        shown.steps[0].level.setMaximum(4);
-        QCOMPARE(shown.states(), QList({Next, Open, Open}));
+        Steps steps(u"3000000"_s);
+        steps.fill(u"3130000"_s);
+        QCOMPARE(steps.states(), u"done next done open open open open"_s);
+        steps.fill(u"0000000"_s);
+        QCOMPARE(steps.states(), u"next open open open open open open"_s);
+        steps.fill(u"3000000"_s);
+        steps.level(1).setMaximum(4);
+        QCOMPARE(steps.states(), u"next open open open open open open"_s);
     }
 
-    void stateIsSaidInWordsWithTheLevel() {
-        Steps shown({0, 0, 0});
-        shown.fill({3, 1, 0});
-        QStringList words;
-        QStringList descriptions;
-        for (const Step &step : shown.steps) {
-            words << step.words.text();
-            descriptions << step.button.accessibleDescription();
-            QCOMPARE(step.text.text(), u"19 questions"_s);
-        }
-        QCOMPARE(words, QStringList({u"Mastered"_s, u"Next"_s, QString()}));
-        QCOMPARE(descriptions, QStringList({u"3 of 3 passes, mastered"_s, u"1 of 3 passes, next"_s,
-                                            u"0 of 3 passes"_s}));
+    void stepSaysInWordsHowItStands() {
+        Steps steps(u"0000000"_s);
+        steps.fill(u"3100000"_s);
+        const auto said = [&](int step) {
+            const auto texts = desk::control(&steps.window, u"rowQuiz%1"_s.arg(step))
+                                   .findChildren<platform::TextLabel *>();
+            return QStringList{steps.level(step).accessibleName(), texts.at(0)->text(),
+                               texts.at(1)->text(), steps.button(step).accessibleDescription()};
+        };
+        QCOMPARE(said(1), QStringList({u"Terminology, 3 of 3 passes"_s, u"14 questions"_s,
+                                       u"Mastered"_s, u"3 of 3 passes, mastered"_s}));
+        QCOMPARE(said(2), QStringList({u"Variables, 1 of 3 passes"_s, u"19 questions"_s, u"Next"_s,
+                                       u"1 of 3 passes, next"_s}));
+        QCOMPARE(said(3), QStringList({u"Methods, 0 of 3 passes"_s, u"10 questions"_s, QString(),
+                                       u"0 of 3 passes"_s}));
+        QCOMPARE(desk::control(&steps.window, u"progressbarMain"_s).accessibleName(),
+                 u"All quizzes, 0 of 21 passes"_s);
     }
 
     void focusFollowsWhatComesNext() {
-        Steps shown({0, 0, 0});
-        shown.fill({3, 0, 0});
-        QVERIFY(shown.hasFocus(2));
-        shown.fill({3, 3, 0});
-        QVERIFY(shown.hasFocus(3));
-        shown.fill({3, 3, 3});
-        QVERIFY(shown.hasFocus(3));
-        shown.fill({3, 3, 2});
-        shown.fill({0, 0, 0});
-        QVERIFY(shown.hasFocus(1));
+        Steps steps(u"0000000"_s);
+        steps.fill(u"3000000"_s);
+        QVERIFY(steps.hasFocus(2));
+        steps.fill(u"3333330"_s);
+        QVERIFY(steps.hasFocus(7));
+        steps.fill(u"3333333"_s);
+        QVERIFY(steps.hasFocus(7));
     }
 
     void focusStaysWhereTheLearnerPutIt() {
-        Steps shown({2, 0, 0});
-        for (QWidget *chosen : std::initializer_list<QWidget *>{
-                 &shown.another, &shown.steps[0].button, &shown.steps[2].button}) {
-            shown.fill({3, 0, 0});
+        Steps steps(u"2000000"_s);
+        for (QWidget *chosen : {&steps.button(1), &steps.button(3),
+                                &desk::control(&steps.window, u"btnSettings"_s)}) {
+            steps.fill(u"3000000"_s);
             chosen->setFocus();
-            shown.fill({3, 1, 0});
-            QCOMPARE(shown.window.focusWidget(), chosen);
-            shown.fill({3, 3, 3});
-            QCOMPARE(shown.window.focusWidget(), chosen);
+            steps.fill(u"3100000"_s);
+            QCOMPARE(steps.window.focusWidget(), chosen);
+            steps.fill(u"0000000"_s);
+            QCOMPARE(steps.window.focusWidget(), chosen);
         }
     }
 };

@@ -7,9 +7,20 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "system/exception.h"
 #include "windowing/layouts.h"
 #include "windowing/outlets.h"
 #include "windowing/windowcontroller.h"
+
+/// The message of the exception that `body` throws; empty if it throws none.
+inline QString messageOf(const std::function<void()> &body) {
+    try {
+        body();
+    } catch (const platform::Exception &exception) {
+        return QString::fromUtf8(exception.what());
+    }
+    return {};
+}
 
 /// A controller whose window is the layout "Probe", which has each of its outlets and actions.
 class Probe final : public platform::WindowController {

