@@ -86,9 +86,7 @@ class tst_keylabel final : public QObject {
         label.resize(label.sizeHint());
         const QList<double> contrasts = inkContrasts(label);
         QCOMPARE(contrasts.size(), 3);
-        QVERIFY2(contrasts[1] < 0.9 * contrasts[0],
-                 qPrintable(u"a key: %1 to 1, what stands between: %2 to 1"_s.arg(contrasts[0])
-                                .arg(contrasts[1])));
+        QVERIFY(contrasts[1] < 0.9 * contrasts[0]);
     }
 };
 

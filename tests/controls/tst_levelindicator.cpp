@@ -78,9 +78,7 @@ class tst_levelindicator final : public QObject {
         many.setMaximum(21);
         const double wide = few.sizeHint().width() / 3.0;
         const double narrow = many.sizeHint().width() / 21.0;
-        QVERIFY2(wide > 1.3 * narrow,
-                 qPrintable(u"One of 3 segments is %1 pixels wide, one of 21 is %2"_s.arg(wide).arg(
-                     narrow)));
+        QVERIFY(wide > 1.3 * narrow);
     }
 
     void asManySegmentsAreFilledAsTheLevelSays() {

@@ -123,8 +123,7 @@ class tst_rows final : public QObject {
             const auto contrastOfTheButton = [&] { return inkContrasts(row.window).constFirst(); };
             const double usual = contrastOfTheButton();
             row.button.setEnabled(false);
-            QVERIFY2(contrastOfTheButton() < 0.7 * usual,
-                     qPrintable(u"%1 on, %2 off"_s.arg(usual).arg(contrastOfTheButton())));
+            QVERIFY(contrastOfTheButton() < 0.7 * usual);
             QCOMPARE(row.fill(), row.windowColor());
             const QImage picture = row.row.grab().toImage();
             pointer::moveTo(row.text);

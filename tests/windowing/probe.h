@@ -22,7 +22,7 @@ inline QString messageOf(const std::function<void()> &body) {
     return {};
 }
 
-/// A controller whose window is the layout "Probe", which has each of its outlets and actions.
+/// A controller whose window is the layout "Probe", which has its outlets and its action.
 class Probe final : public platform::WindowController {
     Q_OBJECT
 
@@ -53,31 +53,28 @@ class Probe final : public platform::WindowController {
     platform::LevelOutlet levelBar{*this, "levelBar"};
     platform::ImageOutlet imgMark{*this, "imgMark"};
     platform::RadioOutlet radio{*this, "radio"};
-    platform::ButtonOutlet btnCount{*this, "btnCount"};
+    platform::ButtonOutlet btnAct{*this, "btnAct"};
 
-    int counted = 0;
+    int acted = 0;
     int asked = 0;
     bool agrees = true;
-    std::function<void()> fault;
     std::function<void(Probe &)> whenLoaded;
+    std::function<void(Probe &)> whenActing;
+    std::function<void()> whenAsked;
 
-    /// How many windows have been built, and whether the last controller that closed its window in
-    /// an action was still there afterwards. Read when the windows are gone.
-    static inline int built = 0;
-    static inline bool survivedItsClose = false;
-
-    Q_INVOKABLE void count() { ++counted; }
-    Q_INVOKABLE void closeAndGoOn() {
-        const QPointer<Probe> self = this;
-        close();
-        survivedItsClose = !self.isNull();
+    Q_INVOKABLE void act() {
+        ++acted;
+        // Outlives the controller, should that be freed meanwhile.
+        const auto action = whenActing;
+        if (action) {
+            action(*this);
+        }
     }
-    Q_INVOKABLE void throwUp() { fault(); }
 
     bool windowShouldClose() override {
         ++asked;
-        if (fault) {
-            fault();
+        if (whenAsked) {
+            whenAsked();
         }
         return agrees;
     }
@@ -98,7 +95,6 @@ class Probe final : public platform::WindowController {
     }
 
     static void build(QMainWindow &window) {
-        ++built;
         window.setObjectName(QStringLiteral("Probe"));
         window.setCentralWidget(new QWidget);
         new QVBoxLayout(window.centralWidget());
@@ -106,9 +102,7 @@ class Probe final : public platform::WindowController {
         addOutlet<platform::LevelIndicator>(window, QStringLiteral("levelBar"));
         addOutlet<platform::ImageLabel>(window, QStringLiteral("imgMark"));
         addOutlet<QRadioButton>(window, QStringLiteral("radio"));
-        addButton(window, QStringLiteral("btnCount"), QStringLiteral("count"));
-        addButton(window, QStringLiteral("btnClose"), QStringLiteral("closeAndGoOn"));
-        addButton(window, QStringLiteral("btnThrow"), QStringLiteral("throwUp"));
+        addButton(window, QStringLiteral("btnAct"), QStringLiteral("act"));
         if (alteration_) {
             alteration_(window);
         }

@@ -20,12 +20,19 @@ using platform::Window;
 
 namespace {
 
-QScrollArea *area(const Window &window) {
-    return qobject_cast<QScrollArea *>(window.centralWidget());
+bool scrolls(const Window &window) {
+    return qobject_cast<QScrollArea *>(window.centralWidget()) != nullptr;
+}
+
+QScrollArea &area(const Window &window) {
+    if (!scrolls(window)) {
+        qFatal("\"%s\" does not scroll", qUtf8Printable(window.objectName()));
+    }
+    return *qobject_cast<QScrollArea *>(window.centralWidget());
 }
 
 void requireInView(const Window &window, const QWidget &control) {
-    const QWidget &view = *area(window)->viewport();
+    const QWidget &view = *area(window).viewport();
     const QRect place(control.mapTo(&window, QPoint()), control.size());
     const QRect seen(view.mapTo(&window, QPoint()), view.size());
     QVERIFY2(seen.contains(place), qPrintable(control.objectName() + u" is out of view"_s));
@@ -64,21 +71,21 @@ class tst_window final : public WindowTest {
     void largeWindowScrollsWithinTheScreen() {
         QFETCH(const QString, layout);
         Window &window = open(layout);
-        QVERIFY2(area(window) != nullptr, "the window does not scroll");
+        QVERIFY(scrolls(window));
         const QSize screen = window.screen()->availableSize();
         QVERIFY2(window.width() < screen.width() && window.height() < screen.height() &&
                      window.height() > screen.height() * 3 / 4,
                  qPrintable(u"%1 by %2 pixels"_s.arg(window.width()).arg(window.height())));
-        const QWidget &content = *area(window)->widget();
+        const QWidget &content = *area(window).widget();
         requireRoom(content);
-        QVERIFY(area(window)->verticalScrollBar()->maximum() > 0);
+        QVERIFY(area(window).verticalScrollBar()->maximum() > 0);
         controller_->showWindow();
-        QVERIFY2(area(window)->widget() == &content, "the window scrolls twice");
+        QVERIFY2(area(window).widget() == &content, "the window scrolls twice");
         window.resize(1200, 1200);
-        QTRY_COMPARE(content.size(), area(window)->viewport()->size());
+        QTRY_COMPARE(content.size(), area(window).viewport()->size());
         // A frame of its own would be a second one, and Tab has nothing to do there.
-        QCOMPARE(area(window)->frameShape(), QFrame::NoFrame);
-        QCOMPARE(area(window)->focusPolicy(), Qt::NoFocus);
+        QCOMPARE(area(window).frameShape(), QFrame::NoFrame);
+        QCOMPARE(area(window).focusPolicy(), Qt::NoFocus);
     }
 
     void everyControlOfALargeWindowIsReachedByTab_data() { addLargeWindows(); }
@@ -118,7 +125,7 @@ class tst_window final : public WindowTest {
     void focusIsInViewWithTheHeadingOfItsGroup() {
         setTextSize(12);
         Window &window = open(u"Settings"_s);
-        QScrollBar &bar = *area(window)->verticalScrollBar();
+        QScrollBar &bar = *area(window).verticalScrollBar();
         requireFocusInView(window, u"noRadio"_s);
         bar.setValue(bar.maximum());
         desk::control(&window, u"yesRadio"_s).setFocus();
@@ -129,11 +136,11 @@ class tst_window final : public WindowTest {
     void nothingMovesWhileTheMouseButtonIsDown() {
         setTextSize(12);
         Window &window = open(u"Settings"_s);
-        QScrollBar &bar = *area(window)->verticalScrollBar();
+        QScrollBar &bar = *area(window).verticalScrollBar();
         const QWidget &option = desk::control(&window, u"yesRadio"_s);
         // Half of the option is out of view.
         const QPoint middle = option.rect().center();
-        bar.setValue(option.mapTo(area(window)->widget(), middle).y());
+        bar.setValue(option.mapTo(area(window).widget(), middle).y());
         const int before = bar.value();
         const QPoint spot = option.mapTo(&window, middle) + QPoint(0, 2);
         QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, spot);
@@ -147,7 +154,7 @@ class tst_window final : public WindowTest {
         const QPointer<Window> older = &open(u"MainTest"_s);
         const auto first = std::exchange(controller_, nullptr);
         const QPointer<Window> newer = &open(u"MainMenu"_s);
-        QVERIFY(area(*newer)->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(area(*newer).isAncestorOf(QApplication::focusWidget()));
         older->activateWindow();
         controller_->close();
         first->close();
@@ -162,7 +169,7 @@ class tst_window final : public WindowTest {
     void windowScrollsOnceItsTileIsTooSmall() {
         setTextSize(5);
         Window &window = open(u"Settings"_s);
-        QVERIFY2(area(window) == nullptr, "a window that fits scrolls");
+        QVERIFY(!scrolls(window));
         const QSize needed = window.minimumSize();
         const QSize tile = needed - QSize(40, 40);
         const QWidget *focused = window.focusWidget();
@@ -170,16 +177,16 @@ class tst_window final : public WindowTest {
         // As a window manager does, without asking the window.
         window.windowHandle()->resize(tile);
         QTRY_COMPARE(window.size(), tile);
-        QVERIFY2(area(window) != nullptr, "the window does not scroll");
-        QTRY_VERIFY(area(window)->verticalScrollBar()->maximum() > 0);
-        QVERIFY(area(window)->horizontalScrollBar()->maximum() > 0);
-        const QWidget &content = *area(window)->widget();
+        QVERIFY(scrolls(window));
+        QTRY_VERIFY(area(window).verticalScrollBar()->maximum() > 0);
+        QVERIFY(area(window).horizontalScrollBar()->maximum() > 0);
+        const QWidget &content = *area(window).widget();
         requireRoom(content);
         QCOMPARE(window.focusWidget(), focused);
         QTRY_VERIFY(focused->hasFocus());
         window.windowHandle()->resize(needed);
-        QTRY_COMPARE(content.size(), area(window)->viewport()->size());
-        QVERIFY(!area(window)->verticalScrollBar()->isVisible());
+        QTRY_COMPARE(content.size(), area(window).viewport()->size());
+        QVERIFY(!area(window).verticalScrollBar()->isVisible());
     }
 
     void resizedWindowGrowsWithItsText() {
@@ -189,7 +196,7 @@ class tst_window final : public WindowTest {
         window.resize(larger);
         setTextSize(6);
         QTRY_VERIFY(window.height() > larger.height());
-        QCOMPARE(area(window), nullptr);
+        QVERIFY(!scrolls(window));
         const QSize grown = window.size();
         setTextSize(5);
         QCoreApplication::processEvents();
