@@ -1,71 +1,39 @@
 #pragma once
 
-#include <optional>
-#include <utility>
-
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QMap>
 #include <QTemporaryDir>
 
-/// The store's file as a test sees it, in bytes: read without the program's code and without
-/// QSettings.
-using Contents = QMap<QByteArray, QByteArray>;
-using Entry = std::pair<QByteArray, QByteArray>;
+/// What the store's file holds after the first start.
+inline const QByteArray seeded =
+    "[General]\ncurrentStatus=0\ncurrentTest=0\nfirstRun=false\nquiz1=0\nquiz2=0\nquiz3=0\n"
+    "quiz4=0\nquiz5=0\nquiz6=0\nquiz7=0\n";
 
-/// What the file holds after the first start.
-inline constexpr const char *seeded =
-    "[General]\ncurrentStatus=0\ncurrentTest=0\nfirstRun=false\nquiz1=0\nquiz2=0\nquiz3=0\nquiz4="
-    "0\n"
-    "quiz5=0\nquiz6=0\nquiz7=0\n";
-
-inline QByteArray asText(const Contents &contents) {
-    QByteArray text;
-    for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
-        text += entry.key() + '=' + *entry + '\n';
-    }
-    return text;
-}
-
-/// The entries that the program never writes; empty if there are none.
-inline QString forbiddenValues(const Contents &contents) {
-    const QMap<QByteArray, QByteArrayList> allowed{
-        {"currentTest", {"0", "1", "2", "3", "4", "5", "6", "7"}},
-        {"currentStatus", {"0", "pass", "fail"}},
-        {"timedQuizzes", {"yes", "no"}},
-        {"firstRun", {"false"}},
-    };
-    QStringList forbidden;
-    for (auto entry = contents.begin(); entry != contents.end(); ++entry) {
-        const bool passCount = entry.key().size() == 5 && entry.key().startsWith("quiz") &&
-                               entry.key() >= "quiz1" && entry.key() <= "quiz7";
-        const QByteArrayList values =
-            passCount ? QByteArrayList{"0", "1", "2", "3"} : allowed.value(entry.key());
-        if (!values.contains(*entry)) {
-            forbidden << QString::fromUtf8(entry.key() + '=' + *entry);
+/// The store's text with these entries, such as "quiz1=2", in place of those of the same keys.
+inline QByteArray with(const QByteArrayList &entries, const QByteArray &text) {
+    QByteArrayList lines = text.split('\n');
+    for (const QByteArray &entry : entries) {
+        const QByteArray key = entry.first(entry.indexOf('=') + 1);
+        for (QByteArray &line : lines) {
+            if (line.startsWith(key)) {
+                line = entry;
+            }
         }
     }
-    return forbidden.join(u", ");
+    return lines.join('\n');
 }
 
-/// The entries of `expected` that the contents do not have; empty if there are none.
-inline QByteArray missing(const Contents &expected, const Contents &contents) {
-    Contents missing;
-    for (auto entry = expected.begin(); entry != expected.end(); ++entry) {
-        if (!contents.contains(entry.key()) || contents.value(entry.key()) != *entry) {
-            missing.insert(entry.key(), *entry);
-        }
-    }
-    return asText(missing);
-}
-
-/// A configuration home of its own, in memory if possible: no test turns the power off.
+/// A configuration home of its own, which the program and its processes use from now on. It is in
+/// memory if possible: no test turns the power off.
 class Configuration final {
  public:
-    Configuration() { QDir().mkdir(home()); }
+    Configuration() {
+        QDir().mkdir(home());
+        qputenv("XDG_CONFIG_HOME", home().toUtf8());
+    }
     ~Configuration() {
         // Files that a test has made read-only would be left behind.
         for (const QString &path : {home(), folder()}) {
@@ -75,6 +43,8 @@ class Configuration final {
     Configuration(const Configuration &) = delete;
     Configuration &operator=(const Configuration &) = delete;
 
+    /// What the configuration home is in, and nothing else.
+    QString surroundings() const { return place_.path(); }
     QString home() const { return place_.filePath(QStringLiteral("home")); }
     QString folder() const { return home() + QStringLiteral("/Zorvan"); }
     QString file() const { return folder() + QStringLiteral("/Zorvan.conf"); }
@@ -96,39 +66,20 @@ class Configuration final {
         return store.open(QIODevice::ReadOnly) ? store.readAll() : QByteArray();
     }
 
-    /// The store's entries; nothing if it is anything but one complete section of entries.
-    std::optional<Contents> parsed() const {
-        QByteArrayList lines = content().split('\n');
-        if (lines.size() < 2 || lines.takeFirst() != "[General]" || lines.takeLast() != "") {
-            return std::nullopt;
-        }
-        Contents contents;
-        for (const QByteArray &line : lines) {
-            const qsizetype equals = line.indexOf('=');
-            if (equals < 1 || contents.contains(line.first(equals))) {
-                return std::nullopt;
-            }
-            contents.insert(line.first(equals), line.sliced(equals + 1));
-        }
-        return contents;
-    }
-    Contents contents() const { return parsed().value_or(Contents()); }
-
-    /// Every other file and folder, by its path relative to the program's folder.
-    QStringList filesBesideTheStore() const {
-        QStringList files;
-        QDirIterator all(place_.path(),
-                         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+    /// Every file, by its path relative to the program's folder.
+    QByteArrayList files() const {
+        QByteArrayList files;
+        QDirIterator all(place_.path(), QDir::Files | QDir::Hidden | QDir::System,
                          QDirIterator::Subdirectories);
-        const QStringList expected{home(), folder(), file()};
         while (all.hasNext()) {
-            const QString path = all.next();
-            if (!expected.contains(path)) {
-                files << QDir(folder()).relativeFilePath(path);
-            }
+            files << QDir(folder()).relativeFilePath(all.next()).toUtf8();
         }
-        files.sort();
         return files;
+    }
+    QByteArrayList filesBesideTheStore() const {
+        QByteArrayList others = files();
+        others.removeAll("Zorvan.conf");
+        return others;
     }
 
  private:

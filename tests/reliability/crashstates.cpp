@@ -1,4 +1,4 @@
-#include "reliability/crashstates.h"
+#include "crashstates.h"
 
 #include <algorithm>
 
@@ -65,39 +65,38 @@ CrashingDisk::CrashingDisk(const Tree &tree) {
     // A folder comes before what is in it.
     for (const auto &[path, content] : tree) {
         if (!path.isEmpty()) {
-            const int node = add(!content);
-            nodes_.at(std::size_t(node)).contents = {content.value_or(QByteArray())};
+            const std::size_t node = add(!content);
+            nodes_.at(node).contents = {content.value_or(QByteArray())};
             folderOf(path).syncedNames[nameOf(path)] = node;
         }
     }
 }
 
-int CrashingDisk::add(bool isFolder) {
+std::size_t CrashingDisk::add(bool isFolder) {
     nodes_.push_back({.isFolder = isFolder});
-    return int(nodes_.size()) - 1;
+    return nodes_.size() - 1;
 }
 
-void CrashingDisk::change(Names &names, const NameChange &change) {
+void CrashingDisk::apply(const NameChange &change, Names &names) {
     if (change.node) {
         names[change.name] = *change.node;
     } else {
         names.erase(change.name);
     }
-    names.erase(change.oldName);
 }
 
 CrashingDisk::Names CrashingDisk::namesNow(const Node &folder) {
     Names names = folder.syncedNames;
-    for (const NameChange &each : folder.changes) {
-        change(names, each);
+    for (const NameChange &change : folder.changes) {
+        apply(change, names);
     }
     return names;
 }
 
-std::optional<int> CrashingDisk::find(const QByteArray &path) const {
-    int node = 0;
+std::optional<std::size_t> CrashingDisk::find(const QByteArray &path) const {
+    std::size_t node = 0;
     for (const QByteArray &name : path.isEmpty() ? QByteArrayList() : path.split('/')) {
-        const Names names = namesNow(nodes_.at(std::size_t(node)));
+        const Names names = namesNow(nodes_.at(node));
         const auto found = names.find(name);
         if (found == names.end()) {
             return std::nullopt;
@@ -108,44 +107,39 @@ std::optional<int> CrashingDisk::find(const QByteArray &path) const {
 }
 
 CrashingDisk::Node &CrashingDisk::folderOf(const QByteArray &path) {
-    return nodes_.at(std::size_t(find(parentOf(path)).value()));
+    return nodes_.at(find(parentOf(path)).value());
+}
+
+void CrashingDisk::name(const QByteArray &path, std::optional<std::size_t> node) {
+    folderOf(path).changes.push_back({nameOf(path), node});
 }
 
 void CrashingDisk::apply(const Call &call) {
-    const QByteArray name = nameOf(call.path);
-    std::optional<int> node = find(call.path);
+    const std::optional<std::size_t> node = find(call.path);
     switch (call.kind) {
         case Kind::Read:
             return;
         case Kind::MakeFolder:
-            node = add(true);
-            folderOf(call.path).changes.push_back({.name = name, .node = node});
+            name(call.path, add(true));
             return;
         case Kind::Remove:
-            folderOf(call.path).changes.push_back({.name = name});
-            return;
-        case Kind::Link:
-            folderOf(call.path).changes.push_back({.name = name, .node = find(call.oldPath)});
+            name(call.path, std::nullopt);
             return;
         case Kind::Rename:
-            if (parentOf(call.oldPath) != parentOf(call.path)) {
-                qFatal("Nothing is known of what a crash leaves of two folders' names");
-            }
-            folderOf(call.path).changes.push_back(
-                {.name = name, .node = find(call.oldPath), .oldName = nameOf(call.oldPath)});
+            name(call.path, find(call.oldPath));
+            name(call.oldPath, std::nullopt);
             return;
         case Kind::Open:
             if (!node) {
-                node = add(false);
-                folderOf(call.path).changes.push_back({.name = name, .node = node});
+                name(call.path, add(false));
             } else if (call.empties) {
-                nodes_.at(std::size_t(*node)).contents.append(QByteArray());
+                nodes_.at(*node).contents.append(QByteArray());
             }
             return;
         case Kind::Write:
             // A file that has no name any more is of no interest.
             if (node) {
-                QByteArrayList &contents = nodes_.at(std::size_t(*node)).contents;
+                QByteArrayList &contents = nodes_.at(*node).contents;
                 QByteArray content = contents.constLast();
                 content.resize(qMax(content.size(), qsizetype(call.offset)), '\0');
                 contents.append(content.replace(call.offset, call.bytes.size(), call.bytes));
@@ -153,7 +147,7 @@ void CrashingDisk::apply(const Call &call) {
             return;
         case Kind::Sync:
             if (node) {
-                Node &synced = nodes_.at(std::size_t(*node));
+                Node &synced = nodes_.at(*node);
                 synced.contents = {synced.contents.constLast()};
                 synced.syncedNames = namesNow(synced);
                 synced.changes.clear();
@@ -163,32 +157,12 @@ void CrashingDisk::apply(const Call &call) {
 }
 
 std::set<CrashingDisk::Names> CrashingDisk::namesAfterCrash(const Node &folder) {
-    // Each with the changes that have reached the disk, one bit for each.
-    std::set<std::pair<unsigned, Names>> reached{{0U, folder.syncedNames}};
-    std::vector<std::pair<unsigned, Names>> open(reached.begin(), reached.end());
-    const auto reach = [&](unsigned done, Names names, const NameChange &next) {
-        change(names, next);
-        if (const auto added = reached.emplace(done, names); added.second) {
-            open.push_back(*added.first);
+    std::set<Names> all{folder.syncedNames};
+    for (const NameChange &change : folder.changes) {
+        for (Names names : std::set<Names>(all)) {
+            apply(change, names);
+            all.insert(names);
         }
-    };
-    while (!open.empty()) {
-        const std::pair<unsigned, Names> from = open.back();
-        open.pop_back();
-        for (std::size_t i = 0; i < folder.changes.size(); ++i) {
-            const unsigned done = from.first | 1U << i;
-            if (done != from.first) {
-                NameChange next = folder.changes.at(i);
-                reach(done, from.second, next);
-                // What is renamed always has a name. For a while it may have both.
-                next.oldName.clear();
-                reach(done, from.second, next);
-            }
-        }
-    }
-    std::set<Names> all;
-    for (const auto &[done, names] : reached) {
-        all.insert(names);
     }
     return all;
 }
@@ -210,9 +184,9 @@ std::set<QByteArray> CrashingDisk::contentsAfterCrash(const Node &file) {
     return all;
 }
 
-std::set<Tree> CrashingDisk::treesAfterCrash(int node) const {
+std::set<Tree> CrashingDisk::treesAfterCrash(std::size_t node) const {
     std::set<Tree> all;
-    const Node &top = nodes_.at(std::size_t(node));
+    const Node &top = nodes_.at(node);
     if (!top.isFolder) {
         for (const QByteArray &content : contentsAfterCrash(top)) {
             all.insert(Tree{{QByteArray(), content}});
@@ -221,7 +195,7 @@ std::set<Tree> CrashingDisk::treesAfterCrash(int node) const {
     }
     for (const Names &names : namesAfterCrash(top)) {
         // A file with two names has the same content under both.
-        std::map<int, QByteArrayList> namesOfNode;
+        std::map<std::size_t, QByteArrayList> namesOfNode;
         for (const auto &[name, named] : names) {
             namesOfNode[named] << name;
         }
@@ -238,8 +212,8 @@ std::set<Tree> CrashingDisk::afterCrash() const {
     return treesAfterCrash(0);
 }
 
-void CrashingDisk::collect(int node, const QByteArray &path, Tree &tree) const {
-    const Node &top = nodes_.at(std::size_t(node));
+void CrashingDisk::collect(std::size_t node, const QByteArray &path, Tree &tree) const {
+    const Node &top = nodes_.at(node);
     tree[path] = top.isFolder ? std::nullopt : std::optional(top.contents.constLast());
     for (const auto &[name, named] : namesNow(top)) {
         collect(named, joined(path, name), tree);

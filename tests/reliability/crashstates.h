@@ -8,7 +8,7 @@
 #include <QByteArrayList>
 #include <QString>
 
-#include "reliability/systemcalls.h"
+#include "systemcalls.h"
 
 /// The files and folders in a folder by their paths in it. A folder has no content; the one that
 /// they all are in has an empty path.
@@ -17,8 +17,8 @@ using Tree = std::map<QByteArray, std::optional<QByteArray>>;
 QString asText(const Tree &tree);
 
 /// A disk that promises what POSIX promises. Until a file is synced, any part of what was written
-/// may be missing after a crash. Until a folder is synced, any of the changes of its names may be,
-/// whichever of them came first.
+/// may be missing after a crash. Until a folder is synced, each of its names may be what it has
+/// been at any time since the last sync, whatever became of the others.
 class CrashingDisk final {
  public:
     /// All of the tree survives a crash.
@@ -33,13 +33,11 @@ class CrashingDisk final {
     std::set<Tree> afterCrash() const;
 
  private:
-    using Names = std::map<QByteArray, int>;
+    using Names = std::map<QByteArray, std::size_t>;
     struct NameChange {
         QByteArray name = {};
         /// Nothing if the name is removed.
-        std::optional<int> node = {};
-        /// The old name of what is renamed.
-        QByteArray oldName = {};
+        std::optional<std::size_t> node = {};
     };
     /// A file or a folder.
     struct Node {
@@ -51,15 +49,16 @@ class CrashingDisk final {
         std::vector<NameChange> changes = {};
     };
 
-    int add(bool isFolder);
-    std::optional<int> find(const QByteArray &path) const;
+    std::size_t add(bool isFolder);
+    std::optional<std::size_t> find(const QByteArray &path) const;
     Node &folderOf(const QByteArray &path);
-    static void change(Names &names, const NameChange &change);
+    void name(const QByteArray &path, std::optional<std::size_t> node);
+    static void apply(const NameChange &change, Names &names);
     static Names namesNow(const Node &folder);
     static std::set<Names> namesAfterCrash(const Node &folder);
     static std::set<QByteArray> contentsAfterCrash(const Node &file);
-    std::set<Tree> treesAfterCrash(int node) const;
-    void collect(int node, const QByteArray &path, Tree &tree) const;
+    std::set<Tree> treesAfterCrash(std::size_t node) const;
+    void collect(std::size_t node, const QByteArray &path, Tree &tree) const;
 
     /// The first is the folder that everything is in. Nodes without a name stay: a crash may give
     /// them back.

@@ -27,11 +27,6 @@ void say(const QByteArray &line) {
     }
 }
 
-QByteArrayList linesOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
-}
-
 void write(const QString &value, const QString &key) {
     const QByteArray entry = (key + u'=' + value + u'\n').toUtf8();
     say("due " + entry);
@@ -46,23 +41,23 @@ int main(int argc, char **argv) {
     const QStringList arguments = QCoreApplication::arguments();
     const int passes = arguments.at(1).toInt();
     const QStringList quizzes = arguments.sliced(2);
-    const QString path = qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Zorvan/Zorvan.conf"_s;
 
-    QMap<QString, int> counts;
+    QMap<QString, QString> counts;
     for (int pass = 0; pass < passes; ++pass) {
         const QString &quiz = quizzes.at(pass % quizzes.size());
-        const QString key = u"quiz"_s + quiz;
+        QString &count = counts[u"quiz"_s + quiz];
         // After the third pass the count starts again from 0, as after a clearing.
-        counts[key] = (counts.value(key) + 1) % 4;
+        count = QString::number((count.toInt() + 1) % 4);
         write(u"pass"_s, u"currentStatus"_s);
-        write(QString::number(counts.value(key)), key);
+        write(count, u"quiz"_s + quiz);
         write(quiz, u"currentTest"_s);
 
-        const QByteArrayList lines = linesOf(path);
-        for (auto count = counts.begin(); count != counts.end(); ++count) {
-            const QByteArray entry = (count.key() + u'=' + QString::number(*count)).toUtf8();
-            if (!lines.contains(entry)) {
-                say("lost " + entry + '\n');
+        QFile file(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Zorvan/Zorvan.conf"_s);
+        const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        for (auto written = counts.cbegin(); written != counts.cend(); ++written) {
+            const QByteArray line = (written.key() + u'=' + *written + u'\n').toUtf8();
+            if (!content.contains('\n' + line)) {
+                say("lost " + line);
             }
         }
     }

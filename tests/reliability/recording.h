@@ -1,86 +1,53 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QByteArrayList>
 #include <QProcess>
-
-#include "reliability/configuration.h"
 
 /// A separate process that records passes, and what it has said about its writes.
 class Recording final {
  public:
-    Recording(const Configuration &configuration, int passes, const QStringList &quizzes) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), configuration.home());
-        process_.setProcessEnvironment(environment);
+    Recording(int passes, const QStringList &quizzes) {
         process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        sinceStart_.start();
         process_.start(QStringLiteral(RECORDER), QStringList{QString::number(passes)} + quizzes);
     }
 
-    /// Ends the test program if the process hangs.
-    void waitForLines(int lines) {
-        while (said_.count('\n') < lines) {
-            if (!process_.waitForReadyRead(hung)) {
-                qFatal("The recorder hangs after\n%s", said_.constData());
-            }
+    /// Returns whether it has said that many lines, which it does unless it hangs or ends.
+    bool waitForLines(int lines) {
+        while (said_.count('\n') < lines && process_.waitForReadyRead(hung)) {
             said_ += process_.readAllStandardOutput();
-            if (!firstWrite_ && said_.contains("done ")) {
-                firstWrite_ = sinceStart_.elapsed();
-            }
         }
+        return said_.count('\n') >= lines;
     }
 
-    /// The milliseconds from the start of the process to the end of its first write; nothing if
-    /// that was not waited for.
-    std::optional<qint64> firstWrite() const { return firstWrite_; }
-
-    void kill() {
-        process_.kill();
-        process_.waitForFinished(hung);
-        said_ += process_.readAllStandardOutput();
-        // Drops a line that is incomplete.
-        said_.truncate(said_.lastIndexOf('\n') + 1);
-    }
-
-    /// Waits for the process; returns whether it ended by itself.
+    /// Returns whether it has ended by itself.
     bool waitForEnd() {
         process_.waitForFinished(hung);
         said_ += process_.readAllStandardOutput();
         return said_.endsWith("end\n") && process_.exitCode() == 0;
     }
 
-    /// The writes that were done, in order.
-    QList<Entry> done() const { return entries("done "); }
-    /// The write that was begun but not announced as done.
-    std::optional<Entry> due() const {
-        const QList<Entry> begun = entries("due ");
-        return begun.size() > done().size() ? std::optional(begun.last()) : std::nullopt;
+    void kill() {
+        process_.kill();
+        waitForEnd();
+        // Drops a line that is incomplete.
+        said_.truncate(said_.lastIndexOf('\n') + 1);
     }
-    /// The values that were no longer in the file after a later write.
-    QByteArrayList lost() const {
-        QByteArrayList lost = said_.split('\n');
-        lost.removeIf([](const QByteArray &line) { return !line.startsWith("lost "); });
-        return lost;
-    }
-    Contents lastOfEachQuiz() const {
-        Contents last;
-        for (const Entry &entry : done()) {
-            if (entry.first.startsWith("quiz")) {
-                last.insert(entry.first, entry.second);
-            }
-        }
-        return last;
-    }
+
+    /// The entries that were written, in order.
+    QByteArrayList done() const { return saidAfter("done "); }
+    /// The entry whose write was begun but not announced as done, if any.
+    QByteArrayList due() const { return saidAfter("due ").sliced(done().size()); }
+    /// The entries that were no longer in the file after a later write.
+    QByteArrayList lost() const { return saidAfter("lost "); }
 
  private:
     static constexpr int hung = 60'000;
 
-    QList<Entry> entries(const QByteArray &word) const {
-        QList<Entry> entries;
+    QByteArrayList saidAfter(const QByteArray &word) const {
+        QByteArrayList entries;
         for (const QByteArray &line : said_.split('\n')) {
             if (line.startsWith(word)) {
-                const QByteArrayList entry = line.sliced(word.size()).split('=');
-                entries.append({entry.first(), entry.last()});
+                entries << line.sliced(word.size());
             }
         }
         return entries;
@@ -88,6 +55,4 @@ class Recording final {
 
     QProcess process_;
     QByteArray said_;
-    QElapsedTimer sinceStart_;
-    std::optional<qint64> firstWrite_;
 };

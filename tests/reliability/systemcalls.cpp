@@ -1,4 +1,4 @@
-#include "reliability/systemcalls.h"
+#include "systemcalls.h"
 
 #include <array>
 #include <cerrno>
@@ -26,43 +26,36 @@ QByteArray pathOf(int descriptor) {
     return {path.data(), qMax(size, ssize_t(0))};
 }
 
-template <class Function>
-Function *original(const char *name) {
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
-
-template <class Describe, class Perform>
-auto watched(Describe describe, Perform perform) -> decltype(perform()) {
+/// Calls the system's own function of that name, if the watcher lets it.
+template <class Function, class Describe, class... Arguments>
+auto watched(const char *name, Describe describe, Arguments... arguments) {
+    auto *const perform = reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
     if (watcher == nullptr) {
-        return perform();
+        return perform(arguments...);
     }
     Call call = describe();
+    call.name = name;
     if (const int error = watcher->errorOf(call)) {
         errno = error;
-        return -1;
+        return decltype(perform(arguments...))(-1);
     }
-    const auto result = perform();
+    const auto result = perform(arguments...);
     if (result >= 0) {
-        if (call.kind == Kind::Write) {
-            call.bytes.truncate(result);
-        }
+        call.bytes.truncate(result);
         watcher->succeeded(call);
     }
     return result;
 }
 
-template <class Open>
-int opened(Open *open, const char *path, int flags, mode_t mode) {
-    const auto perform = [&] { return open(path, flags, mode); };
+template <class Function>
+int opened(const char *name, const char *path, int flags, mode_t mode) {
     if ((flags & (O_CREAT | O_TRUNC)) == 0) {
-        return perform();
+        return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name))(path, flags, mode);
     }
-    return watched(
-        [&] {
-            const bool empties = (flags & O_TRUNC) != 0;
-            return Call{.kind = Kind::Open, .name = "open", .path = path, .empties = empties};
-        },
-        perform);
+    const auto describe = [&] {
+        return Call{.kind = Kind::Open, .path = path, .empties = (flags & O_TRUNC) != 0};
+    };
+    return watched<Function>(name, describe, path, flags, mode);
 }
 
 }  // namespace
@@ -92,7 +85,7 @@ int open(const char *path, int flags, ...) {
     va_start(arguments, flags);
     const auto mode = va_arg(arguments, mode_t);
     va_end(arguments);
-    return opened(original<decltype(::open)>("open"), path, flags, mode);
+    return opened<decltype(::open)>("open", path, flags, mode);
 }
 
 int open64(const char *path, int flags, ...) {
@@ -100,59 +93,47 @@ int open64(const char *path, int flags, ...) {
     va_start(arguments, flags);
     const auto mode = va_arg(arguments, mode_t);
     va_end(arguments);
-    return opened(original<decltype(::open64)>("open64"), path, flags, mode);
+    return opened<decltype(::open64)>("open64", path, flags, mode);
 }
 
 ssize_t read(int descriptor, void *bytes, size_t size) {
-    return watched(
-        [&] { return Call{.kind = Kind::Read, .name = "read", .path = pathOf(descriptor)}; },
-        [&] { return original<decltype(::read)>("read")(descriptor, bytes, size); });
+    const auto describe = [&] { return Call{.kind = Kind::Read, .path = pathOf(descriptor)}; };
+    return watched<decltype(::read)>("read", describe, descriptor, bytes, size);
 }
 
 ssize_t write(int descriptor, const void *bytes, size_t size) {
-    return watched(
-        [&] {
-            return Call{.kind = Kind::Write,
-                        .name = "write",
-                        .path = pathOf(descriptor),
-                        .bytes = {static_cast<const char *>(bytes), qsizetype(size)},
-                        .offset = ::lseek(descriptor, 0, SEEK_CUR)};
-        },
-        [&] { return original<decltype(::write)>("write")(descriptor, bytes, size); });
+    const auto describe = [&] {
+        return Call{.kind = Kind::Write,
+                    .path = pathOf(descriptor),
+                    .bytes = {static_cast<const char *>(bytes), qsizetype(size)},
+                    .offset = ::lseek(descriptor, 0, SEEK_CUR)};
+    };
+    return watched<decltype(::write)>("write", describe, descriptor, bytes, size);
 }
 
 int fsync(int descriptor) {
-    return watched(
-        [&] { return Call{.kind = Kind::Sync, .name = "fsync", .path = pathOf(descriptor)}; },
-        [&] { return original<decltype(::fsync)>("fsync")(descriptor); });
+    const auto describe = [&] { return Call{.kind = Kind::Sync, .path = pathOf(descriptor)}; };
+    return watched<decltype(::fsync)>("fsync", describe, descriptor);
 }
 
 int fdatasync(int descriptor) {
-    return watched(
-        [&] { return Call{.kind = Kind::Sync, .name = "fdatasync", .path = pathOf(descriptor)}; },
-        [&] { return original<decltype(::fdatasync)>("fdatasync")(descriptor); });
+    const auto describe = [&] { return Call{.kind = Kind::Sync, .path = pathOf(descriptor)}; };
+    return watched<decltype(::fdatasync)>("fdatasync", describe, descriptor);
 }
 
 int rename(const char *from, const char *to) noexcept {
-    return watched(
-        [&] { return Call{.kind = Kind::Rename, .name = "rename", .path = to, .oldPath = from}; },
-        [&] { return original<decltype(::rename)>("rename")(from, to); });
-}
-
-int link(const char *from, const char *to) noexcept {
-    return watched(
-        [&] { return Call{.kind = Kind::Link, .name = "link", .path = to, .oldPath = from}; },
-        [&] { return original<decltype(::link)>("link")(from, to); });
+    const auto describe = [&] { return Call{.kind = Kind::Rename, .path = to, .oldPath = from}; };
+    return watched<decltype(::rename)>("rename", describe, from, to);
 }
 
 int unlink(const char *path) noexcept {
-    return watched([&] { return Call{.kind = Kind::Remove, .name = "unlink", .path = path}; },
-                   [&] { return original<decltype(::unlink)>("unlink")(path); });
+    const auto describe = [&] { return Call{.kind = Kind::Remove, .path = path}; };
+    return watched<decltype(::unlink)>("unlink", describe, path);
 }
 
 int mkdir(const char *path, mode_t mode) noexcept {
-    return watched([&] { return Call{.kind = Kind::MakeFolder, .name = "mkdir", .path = path}; },
-                   [&] { return original<decltype(::mkdir)>("mkdir")(path, mode); });
+    const auto describe = [&] { return Call{.kind = Kind::MakeFolder, .path = path}; };
+    return watched<decltype(::mkdir)>("mkdir", describe, path, mode);
 }
 
 }  // extern "C"

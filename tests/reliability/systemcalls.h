@@ -15,15 +15,13 @@ enum class Kind {
     Write,
     Sync,
     Rename,
-    Link,
     Remove,
     MakeFolder,
 };
 
 struct Call {
     Kind kind{};
-    const char *name = nullptr;
-    /// What it reads or changes; the new path of what is renamed or linked.
+    /// What it reads or changes; the new path of what is renamed.
     QByteArray path = {};
     QByteArray oldPath = {};
     /// Whether a file that is opened is emptied.
@@ -31,6 +29,7 @@ struct Call {
     /// What is written, and where.
     QByteArray bytes = {};
     off_t offset = 0;
+    const char *name = nullptr;
 };
 
 /// While one exists, it is asked before every call. There can be one at a time.

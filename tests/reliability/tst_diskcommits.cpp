@@ -6,12 +6,12 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include "reliability/systemcalls.h"
 #include "support/clocks.h"
 #include "support/learner.h"
 #include "support/quizdesk.h"
 #include "support/testmain.h"
 #include "support/windowtest.h"
+#include "systemcalls.h"
 
 using namespace Qt::StringLiterals;
 
@@ -59,76 +59,8 @@ class Commits final : public QObject, public systemcalls::Watcher {
     QList<Showing> showings_;
 };
 
-/// Steps that a learner takes.
-using Steps = std::function<void(AppDelegate &)>;
-
-Steps inTurn(const QList<Steps> &all) {
-    return [=](AppDelegate &delegate) {
-        for (const Steps &steps : all) {
-            steps(delegate);
-        }
-    };
-}
-
-QString configurationHome() {
-    return QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
-}
-
-/// Removes what is there under that path in the configuration home.
-Steps without(const QString &path) {
-    return [=](AppDelegate &) {
-        const QString whole = configurationHome() + path;
-        QVERIFY(QFileInfo(whole).isDir() ? QDir(whole).removeRecursively() : QFile::remove(whole));
-    };
-}
-
-/// Another program's file under that path in the configuration home.
-Steps with(const QString &path) {
-    return [=](AppDelegate &) {
-        QFile file(configurationHome() + path);
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    };
-}
-
-void start(AppDelegate &delegate) {
-    delegate.applicationDidFinishLaunching();
-}
-
-Steps press(const QString &window, const QString &action) {
-    return [=](AppDelegate &) { learner::press(desk::window(window), action); };
-}
-
-Steps choose(const QString &radio) {
-    return [=](AppDelegate &) {
-        desk::control<QRadioButton>(desk::window(u"Settings"_s), radio).click();
-    };
-}
-
-/// Answers that many questions of the quiz, and goes on after each.
-Steps answer(int questions, bool rightly) {
-    return [=](AppDelegate &) {
-        const platform::Window *quiz = desk::window(u"MainTest"_s);
-        quizdesk::answerQuestions(quiz, questions, rightly ? questions : 0);
-        quizdesk::goOn(quiz);
-    };
-}
-
-Steps answerLast(bool rightly) {
-    return [=](AppDelegate &) {
-        const platform::Window *quiz = desk::window(u"MainTest"_s);
-        rightly ? quizdesk::answerRight(quiz) : quizdesk::answerWrong(quiz);
-    };
-}
-
-void passTheTime(AppDelegate &) {
-    while (!clocks::running().isEmpty()) {
-        clocks::passSecond();
-    }
-}
-
-void closeQuiz(AppDelegate &) {
-    desk::window(u"MainTest"_s)->close();
+platform::Window *quiz() {
+    return desk::window(u"MainTest"_s);
 }
 
 }  // namespace
@@ -140,111 +72,139 @@ class tst_diskcommits final : public ProgramTest {
  private Q_SLOTS:
     void initTestCase() {
         // Inside the one that the test has, so that it can be missing.
-        qputenv("XDG_CONFIG_HOME", qgetenv("XDG_CONFIG_HOME") + "/home");
+        home_ = QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + u"/home"_s;
+        qputenv("XDG_CONFIG_HOME", home_.toUtf8());
     }
 
-    void stepsCommitAsOftenAsTheyMustAndTellAfterwards_data() {
-        QTest::addColumn<Steps>("before");
-        QTest::addColumn<Steps>("steps");
-        QTest::addColumn<QStringList>("answers");
+    void firstStartWaitsForEachNewName_data() {
+        QTest::addColumn<QString>("missing");
+        QTest::addColumn<QString>("present");
         QTest::addColumn<int>("commits");
-        // What is shown, after how many commits.
-        QTest::addColumn<QStringList>("shown");
-        QTest::addColumn<store::Contents>("written");
+        // The name of each folder that is created has to be on the disk, too.
+        QTest::newRow("configuration home missing") << QString() << QString() << 4;
+        QTest::newRow("folder missing") << u"/Zorvan"_s << u"/other.conf"_s << 3;
+        // A kill may have left it before its name was on the disk.
+        QTest::newRow("folder empty") << u"/Zorvan/Zorvan.conf"_s << u"/other.conf"_s << 3;
+        QTest::newRow("folder in use") << u"/Zorvan/Zorvan.conf"_s << u"/Zorvan/other.conf"_s << 2;
+    }
 
-        const Steps openQuiz = press(u"MainMenu"_s, u"goTest5"_s);
-        const Steps openSettings = press(u"MainMenu"_s, u"showPreferences"_s);
-        const Steps toSettings = inTurn({start, openSettings});
-        const Steps toQuiz = inTurn({start, openQuiz});
-        const Steps toTimedQuiz = inTurn({toSettings, choose(u"yesRadio"_s), openQuiz});
+    void firstStartWaitsForEachNewName() {
+        QFETCH(const QString, missing);
+        QFETCH(const QString, present);
+        QFETCH(const int, commits);
+        QVERIFY(QFile::remove(home_ + missing) || QDir(home_ + missing).removeRecursively());
+        if (!present.isEmpty()) {
+            QVERIFY(QFile(home_ + present).open(QIODevice::WriteOnly));
+        }
+        const auto start = [this] {
+            alerts_->answer(u"OK"_s);
+            delegate_->applicationDidFinishLaunching();
+        };
         const QString greeting =
             u"Welcome to Zorvan, this is the main progress screen where you can select quizzes to "
             "take and track your progress."_s;
-        const store::Contents pass{
-            {u"currentStatus"_s, u"pass"_s}, {u"quiz5"_s, u"1"_s}, {u"currentTest"_s, u"5"_s}};
-        const store::Contents fail{
-            {u"currentStatus"_s, u"fail"_s}, {u"quiz5"_s, u"0"_s}, {u"currentTest"_s, u"5"_s}};
-        const QStringList resultsShown{u"2 MainMenu"_s, u"2 QuizComplete"_s};
-
-        const auto row = [](const char *name, const Steps &before, const Steps &steps,
-                            const QStringList &answers, int commits, const QStringList &shown,
-                            const store::Contents &written = {}) {
-            QTest::newRow(name) << before << steps << answers << commits << shown << written;
-        };
-        // The name of each folder that is created has to be on the disk, too.
-        row("first start, configuration home missing", without(QString()), start, {u"OK"_s}, 4,
-            {u"0 MainMenu"_s, u"4 "_s + greeting}, store::seeded());
-        row("first start, folder missing",
-            inTurn({without(u"/Zorvan"_s), with(u"/Other/other.conf"_s)}), start, {u"OK"_s}, 3,
-            {u"0 MainMenu"_s, u"3 "_s + greeting}, store::seeded());
-        // A kill may have left it before its name was on the disk.
-        row("first start, empty folder there",
-            inTurn({without(u"/Zorvan/Zorvan.conf"_s), with(u"/Other/other.conf"_s)}), start,
-            {u"OK"_s}, 3, {u"0 MainMenu"_s, u"3 "_s + greeting}, store::seeded());
-        row("first start, folder there",
-            inTurn({without(u"/Zorvan/Zorvan.conf"_s), with(u"/Zorvan/other.conf"_s)}), start,
-            {u"OK"_s}, 2, {u"0 MainMenu"_s, u"2 "_s + greeting}, store::seeded());
-        row("later start", [](AppDelegate &) {}, start, {}, 0, {u"0 MainMenu"_s});
-        row("opening a quiz", start, openQuiz, {}, 2, {u"2 MainTest"_s},
-            {{u"currentTest"_s, u"5"_s}});
-        row("answers before the last", toQuiz, answer(6, true), {}, 0, {});
-        row("last answer, passed", inTurn({toQuiz, answer(6, true)}), answerLast(true), {}, 2,
-            resultsShown, pass);
-        row("last answer, failed", inTurn({toQuiz, answer(6, false)}), answerLast(false), {}, 2,
-            resultsShown, fail);
-        // The alert is about the clock, and waits for the learner.
-        row("time is up", toTimedQuiz, passTheTime, {u"OK"_s}, 2,
-            QStringList{u"0 The time is up for this test."_s} + resultsShown, fail);
-        row("closing a quiz", toTimedQuiz, closeQuiz, {u"Yes"_s}, 0,
-            {u"0 This will end your current progress on this test, would you still like to close "
-             u"this "
-             "window?"_s});
-        row("clearing", toSettings, press(u"Settings"_s, u"resetProgress"_s), {u"Yes"_s, u"OK"_s},
-            2,
-            {u"0 This will reset all progress. Are you sure you want to clear your progress?"_s,
-             u"2 All progress on quizzes has been reset"_s},
-            store::seeded());
-        row("choosing timed quizzes", toSettings, choose(u"yesRadio"_s), {}, 2, {},
-            {{u"timedQuizzes"_s, u"yes"_s}});
-        row("choosing untimed quizzes", toTimedQuiz, choose(u"noRadio"_s), {}, 2, {},
-            {{u"timedQuizzes"_s, u"no"_s}});
-        row("looking at the settings", start, openSettings, {}, 0, {u"0 Settings"_s});
-        row("looking at the progress", start, press(u"MainMenu"_s, u"showProgress"_s), {}, 0,
-            {u"0 progress"_s});
-        row("refreshing the main menu", start, press(u"MainMenu"_s, u"refreshProgress"_s), {}, 0,
-            {});
-        row("leaving the results", inTurn({toQuiz, answer(6, true), answerLast(true)}),
-            press(u"QuizComplete"_s, u"goHome"_s), {}, 0, {});
+        take("first start", start, commits,
+             {u"0 MainMenu"_s, QString::number(commits) + u' ' + greeting}, store::seeded());
     }
 
     void stepsCommitAsOftenAsTheyMustAndTellAfterwards() {
-        QFETCH(const Steps, before);
-        QFETCH(const Steps, steps);
-        QFETCH(const QStringList, answers);
-        QFETCH(const int, commits);
-        QFETCH(const QStringList, shown);
-        QFETCH(const store::Contents, written);
-        before(*delegate_);
-        for (const QString &answer : answers) {
-            alerts_->answer(answer);
-        }
+        const auto press = [](const QString &window, const QString &action) {
+            // The results bring a main menu of their own: any will do.
+            return [=] { learner::press(desk::windows(window).value(0), action); };
+        };
+        const auto choose = [](const QString &radio) {
+            return [=] { desk::control<QRadioButton>(desk::window(u"Settings"_s), radio).click(); };
+        };
+        const auto openQuiz = [&] {
+            take("opening a quiz", press(u"MainMenu"_s, u"goTest5"_s), 2, {u"2 MainTest"_s},
+                 {{u"currentTest"_s, u"5"_s}});
+        };
+        const auto leaveResults = [&] {
+            take("leaving the results", press(u"QuizComplete"_s, u"goHome"_s));
+        };
+        const QStringList results{u"2 MainMenu"_s, u"2 QuizComplete"_s};
 
-        const Commits counted(QFileInfo(configurationHome()).path());
-        steps(*delegate_);
+        const auto start = [&] { delegate_->applicationDidFinishLaunching(); };
+        take("later start", start, 0, {u"0 MainMenu"_s});
+        take("refreshing the main menu", press(u"MainMenu"_s, u"refreshProgress"_s));
+        take("looking at the progress", press(u"MainMenu"_s, u"showProgress"_s), 0,
+             {u"0 progress"_s});
+        take("looking at the settings", press(u"MainMenu"_s, u"showPreferences"_s), 0,
+             {u"0 Settings"_s});
+        take("choosing timed quizzes", choose(u"yesRadio"_s), 2, {},
+             {{u"timedQuizzes"_s, u"yes"_s}});
 
-        QCOMPARE(counted.count(), commits);
+        openQuiz();
+        const auto passTheTime = [&] {
+            alerts_->answer(u"OK"_s);
+            while (!clocks::running().isEmpty()) {
+                clocks::passSecond();
+            }
+        };
+        // The alert is about the clock, and waits for the learner.
+        take("time is up", passTheTime, 2,
+             QStringList{u"0 The time is up for this test."_s} + results,
+             {{u"currentStatus"_s, u"fail"_s}, {u"quiz5"_s, u"0"_s}});
+        leaveResults();
+        take("choosing untimed quizzes", choose(u"noRadio"_s), 2, {},
+             {{u"timedQuizzes"_s, u"no"_s}});
+
+        openQuiz();
+        const auto answerAllButOne = [] {
+            quizdesk::answerQuestions(quiz(), 6, 6);
+            quizdesk::goOn(quiz());
+        };
+        take("answers before the last", answerAllButOne);
+        take("last answer", [] { quizdesk::answerRight(quiz()); }, 2, results,
+             {{u"currentStatus"_s, u"pass"_s}, {u"quiz5"_s, u"1"_s}});
+        leaveResults();
+
+        openQuiz();
+        take("wrong answers", [] { quizdesk::answerQuestions(quiz(), 7, 0); }, 2, results,
+             {{u"currentStatus"_s, u"fail"_s}, {u"quiz5"_s, u"1"_s}});
+        leaveResults();
+        const auto clear = [&] {
+            alerts_->answer(u"Yes"_s);
+            alerts_->answer(u"OK"_s);
+            learner::press(desk::window(u"Settings"_s), u"resetProgress"_s);
+        };
+        take("clearing", clear, 2,
+             {u"0 This will reset all progress. Are you sure you want to clear your progress?"_s,
+              u"2 All progress on quizzes has been reset"_s},
+             store::seeded());
+
+        openQuiz();
+        const auto closeQuiz = [&] {
+            alerts_->answer(u"Yes"_s);
+            quiz()->close();
+        };
+        take("closing a quiz", closeQuiz, 0,
+             {u"0 This will end your current progress on this test, would you still like to close "
+              "this window?"_s});
+    }
+
+ private:
+    /// `shown` says what is shown, after how many commits.
+    static void take(const char *name, const std::function<void()> &step, int commits = 0,
+                     const QStringList &shown = {}, const store::Contents &written = {}) {
+        const Commits counted(QFileInfo(QFile::decodeName(qgetenv("XDG_CONFIG_HOME"))).path());
+        step();
+
+        QVERIFY2(counted.count() == commits, name + (": " + QByteArray::number(counted.count())));
         const store::Contents after = store::contents();
         for (auto entry = written.begin(); entry != written.end(); ++entry) {
-            QCOMPARE(after.value(entry.key()), *entry);
+            QVERIFY2(after.value(entry.key()) == *entry, name + (", " + entry.key().toUtf8()));
         }
-        QStringList found;
+        QByteArrayList found;
         for (const Commits::Showing &showing : counted.showings()) {
-            found << QString::number(showing.commits) + u' ' + showing.what;
+            found << QByteArray::number(showing.commits) + ' ' + showing.what.toUtf8();
             QVERIFY2(showing.commits < commits || showing.contents == after,
-                     qUtf8Printable(showing.what));
+                     name + (": " + found.last()));
         }
-        QCOMPARE(found.join(u'\n'), shown.join(u'\n'));
+        QVERIFY2(found.join('\n') == shown.join(u'\n').toUtf8(), name + (":\n" + found.join('\n')));
     }
+
+    QString home_;
 };
 
 ZORVAN_TEST(tst_diskcommits)
