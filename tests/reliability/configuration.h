@@ -34,14 +34,6 @@ class Configuration final {
         QDir().mkdir(home());
         qputenv("XDG_CONFIG_HOME", home().toUtf8());
     }
-    ~Configuration() {
-        // Files that a test has made read-only would be left behind.
-        for (const QString &path : {home(), folder()}) {
-            QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        }
-    }
-    Configuration(const Configuration &) = delete;
-    Configuration &operator=(const Configuration &) = delete;
 
     /// What the configuration home is in, and nothing else.
     QString surroundings() const { return place_.path(); }

@@ -127,7 +127,7 @@ void eachCrash(const Scenario &scenario, const std::function<bool(const Crash &)
         }
         if (disk.now() != tree) {
             qFatal("Calls that are not watched have changed files. Wanted\n%sfound\n%s",
-                   qUtf8Printable(asText(disk.now())), qUtf8Printable(asText(tree)));
+                   asText(disk.now()).constData(), asText(tree).constData());
         }
         if (!look({"the write's end", disk.afterCrash(), {next}})) {
             return;

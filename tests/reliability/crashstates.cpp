@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QDebug>
+
 using systemcalls::Call;
 using systemcalls::Kind;
 
@@ -15,49 +17,21 @@ QByteArray nameOf(const QByteArray &path) {
     return path.sliced(path.lastIndexOf('/') + 1);
 }
 
-QByteArray joined(const QByteArray &folder, const QByteArray &path) {
-    return folder.isEmpty() || path.isEmpty() ? folder + path : folder + '/' + path;
-}
-
 /// The places at which the test cuts a content in two.
 std::set<qsizetype> cutsOf(const QByteArray &content) {
     const qsizetype size = content.size();
     return {0, qMin<qsizetype>(1, size), size / 4, size / 2, size * 3 / 4, qMax(size - 1, 0)};
 }
 
-/// Every tree with every branch, which is there under each of the names.
-std::vector<Tree> everyPair(const std::vector<Tree> &trees, const std::set<Tree> &branches,
-                            const QByteArrayList &names) {
-    std::vector<Tree> pairs;
-    for (const Tree &tree : trees) {
-        for (const Tree &branch : branches) {
-            Tree pair = tree;
-            for (const QByteArray &name : names) {
-                for (const auto &[path, content] : branch) {
-                    pair[joined(name, path)] = content;
-                }
-            }
-            pairs.push_back(std::move(pair));
-        }
-    }
-    return pairs;
-}
-
 }  // namespace
 
-QString asText(const Tree &tree) {
+QByteArray asText(const Tree &tree) {
     QString text;
     for (const auto &[path, content] : tree) {
-        if (!path.isEmpty()) {
-            QByteArray shown = content.value_or("(folder)");
-            if (shown.size() > 300) {
-                shown = shown.first(300) + "...";
-            }
-            shown.replace('\0', "\\0").replace('\n', "\\n").replace('\r', "\\r");
-            text += QString::fromUtf8("  " + path + ": " + shown + '\n');
-        }
+        QDebug(&text).nospace() << "  " << path << ": " << content.value_or("(folder)").left(300)
+                                << '\n';
     }
-    return text;
+    return text.toUtf8();
 }
 
 CrashingDisk::CrashingDisk(const Tree &tree) {
@@ -114,6 +88,12 @@ void CrashingDisk::name(const QByteArray &path, std::optional<std::size_t> node)
     folderOf(path).changes.push_back({nameOf(path), node});
 }
 
+void CrashingDisk::sync(Node &node) {
+    node.contents = {node.contents.constLast()};
+    node.syncedNames = namesNow(node);
+    node.changes.clear();
+}
+
 void CrashingDisk::apply(const Call &call) {
     const std::optional<std::size_t> node = find(call.path);
     switch (call.kind) {
@@ -147,10 +127,7 @@ void CrashingDisk::apply(const Call &call) {
             return;
         case Kind::Sync:
             if (node) {
-                Node &synced = nodes_.at(*node);
-                synced.contents = {synced.contents.constLast()};
-                synced.syncedNames = namesNow(synced);
-                synced.changes.clear();
+                sync(nodes_.at(*node));
             }
             return;
     }
@@ -184,44 +161,48 @@ std::set<QByteArray> CrashingDisk::contentsAfterCrash(const Node &file) {
     return all;
 }
 
-std::set<Tree> CrashingDisk::treesAfterCrash(std::size_t node) const {
+std::set<Tree> CrashingDisk::treesAfterCrash(std::size_t node, const QByteArrayList &paths) const {
     std::set<Tree> all;
     const Node &top = nodes_.at(node);
     if (!top.isFolder) {
         for (const QByteArray &content : contentsAfterCrash(top)) {
-            all.insert(Tree{{QByteArray(), content}});
+            Tree tree;
+            for (const QByteArray &path : paths) {
+                tree[path] = content;
+            }
+            all.insert(tree);
         }
         return all;
     }
+    const QByteArray &folder = paths.constFirst();
     for (const Names &names : namesAfterCrash(top)) {
         // A file with two names has the same content under both.
-        std::map<std::size_t, QByteArrayList> namesOfNode;
+        std::map<std::size_t, QByteArrayList> pathsOfNode;
         for (const auto &[name, named] : names) {
-            namesOfNode[named] << name;
+            pathsOfNode[named] << (folder.isEmpty() ? name : folder + '/' + name);
         }
-        std::vector<Tree> trees{Tree{{QByteArray(), std::nullopt}}};
-        for (const auto &[named, itsNames] : namesOfNode) {
-            trees = everyPair(trees, treesAfterCrash(named), itsNames);
+        std::set<Tree> trees{Tree{{folder, std::nullopt}}};
+        for (const auto &[named, itsPaths] : pathsOfNode) {
+            std::set<Tree> grown;
+            for (const Tree &branch : treesAfterCrash(named, itsPaths)) {
+                for (Tree tree : trees) {
+                    tree.insert(branch.begin(), branch.end());
+                    grown.insert(tree);
+                }
+            }
+            trees = grown;
         }
-        all.insert(trees.begin(), trees.end());
+        all.merge(trees);
     }
     return all;
 }
 
 std::set<Tree> CrashingDisk::afterCrash() const {
-    return treesAfterCrash(0);
-}
-
-void CrashingDisk::collect(std::size_t node, const QByteArray &path, Tree &tree) const {
-    const Node &top = nodes_.at(node);
-    tree[path] = top.isFolder ? std::nullopt : std::optional(top.contents.constLast());
-    for (const auto &[name, named] : namesNow(top)) {
-        collect(named, joined(path, name), tree);
-    }
+    return treesAfterCrash(0, {QByteArray()});
 }
 
 Tree CrashingDisk::now() const {
-    Tree tree;
-    collect(0, {}, tree);
-    return tree;
+    CrashingDisk synced(*this);
+    std::ranges::for_each(synced.nodes_, sync);
+    return *synced.afterCrash().begin();
 }

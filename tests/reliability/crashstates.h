@@ -6,7 +6,6 @@
 #include <vector>
 
 #include <QByteArrayList>
-#include <QString>
 
 #include "systemcalls.h"
 
@@ -14,7 +13,7 @@
 /// they all are in has an empty path.
 using Tree = std::map<QByteArray, std::optional<QByteArray>>;
 
-QString asText(const Tree &tree);
+QByteArray asText(const Tree &tree);
 
 /// A disk that promises what POSIX promises. Until a file is synced, any part of what was written
 /// may be missing after a crash. Until a folder is synced, each of its names may be what it has
@@ -55,10 +54,11 @@ class CrashingDisk final {
     void name(const QByteArray &path, std::optional<std::size_t> node);
     static void apply(const NameChange &change, Names &names);
     static Names namesNow(const Node &folder);
+    static void sync(Node &node);
     static std::set<Names> namesAfterCrash(const Node &folder);
     static std::set<QByteArray> contentsAfterCrash(const Node &file);
-    std::set<Tree> treesAfterCrash(std::size_t node) const;
-    void collect(std::size_t node, const QByteArray &path, Tree &tree) const;
+    /// What may be left of the node, which has these paths.
+    std::set<Tree> treesAfterCrash(std::size_t node, const QByteArrayList &paths) const;
 
     /// The first is the folder that everything is in. Nodes without a name stay: a crash may give
     /// them back.

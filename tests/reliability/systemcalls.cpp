@@ -116,11 +116,6 @@ int fsync(int descriptor) {
     return watched<decltype(::fsync)>("fsync", describe, descriptor);
 }
 
-int fdatasync(int descriptor) {
-    const auto describe = [&] { return Call{.kind = Kind::Sync, .path = pathOf(descriptor)}; };
-    return watched<decltype(::fdatasync)>("fdatasync", describe, descriptor);
-}
-
 int rename(const char *from, const char *to) noexcept {
     const auto describe = [&] { return Call{.kind = Kind::Rename, .path = to, .oldPath = from}; };
     return watched<decltype(::rename)>("rename", describe, from, to);

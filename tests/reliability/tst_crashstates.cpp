@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include <QDebug>
 #include <QTest>
 
 #include "crashes.h"
@@ -21,14 +22,6 @@ bool isAsAt(const Moment &moment, const Tree &state) {
            });
 }
 
-QByteArray asText(const store::Contents &values) {
-    QByteArray text;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        text += (value.key() + u'=' + *value + u' ').toUtf8();
-    }
-    return text;
-}
-
 /// What is wrong with what the program does with the state; empty if nothing is.
 QByteArray problemOf(const Tree &state, const Crash &crash) {
     // QSettings remembers files by their paths.
@@ -38,12 +31,13 @@ QByteArray problemOf(const Tree &state, const Crash &crash) {
     if (std::ranges::none_of(crash.allowed, [&](const Moment &moment) {
             return values == moment.values && isAsAt(moment, state);
         })) {
-        return "the program reads: " + asText(values);
+        return "the program reads: " + QDebug::toString(values).toUtf8();
     }
     platform::Preferences().setValueForKey(u"3"_s, u"quiz7"_s);
     values.insert(u"quiz7"_s, u"3"_s);
     if (readPreferences() != values) {
-        return "after the next write the program reads: " + asText(readPreferences());
+        return "after the next write the program reads: " +
+               QDebug::toString(readPreferences()).toUtf8();
     }
     QByteArrayList others = configuration.filesBesideTheStore();
     others.removeIf([](const QByteArray &name) { return name.contains(".kept-"); });
@@ -55,7 +49,7 @@ QByteArray problemOf(const Crash &crash) {
     for (const Tree &state : crash.states) {
         const QByteArray problem = problemOf(state, crash);
         if (!problem.isEmpty()) {
-            return "After " + crash.after + ", " + problem + " from\n" + asText(state).toUtf8();
+            return "After " + crash.after + ", " + problem + " from\n" + asText(state);
         }
     }
     return {};

@@ -1,0 +1,237 @@
+#include "trial.h"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+#include <QDir>
+#include <QFile>
+#include <QMap>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include "lostparts.h"
+#include "system/exception.h"
+#include "system/settingsfile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace settingsfile = platform::settingsfile;
+
+namespace {
+
+struct Key {
+    QString name;
+    /// What the program writes under it.
+    QStringList texts;
+};
+
+const QList<Key> &keys() {
+    static const QStringList counts{u"1"_s, u"2"_s, u"3"_s, u"0"_s};
+    static const QList<Key> keys{
+        {u"quiz1"_s, counts},
+        {u"quiz2"_s, counts},
+        {u"quiz3"_s, counts},
+        {u"quiz4"_s, counts},
+        {u"quiz5"_s, counts},
+        {u"quiz6"_s, counts},
+        {u"quiz7"_s, counts},
+        {u"currentTest"_s, {u"5"_s, u"0"_s}},
+        {u"currentStatus"_s, {u"pass"_s, u"fail"_s, u"0"_s}},
+        {u"timedQuizzes"_s, {u"yes"_s, u"no"_s}},
+        {u"firstRun"_s, {u"false"_s}},
+    };
+    return keys;
+}
+
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void create(const QString &path, const QByteArray &content) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+        file.write(content) != content.size()) {
+        throw std::runtime_error("no file can be created in " + path.toStdString());
+    }
+}
+
+/// What QSettings makes of a file.
+struct Reading {
+    QVariantMap values;
+    bool isParsable = true;
+
+    std::optional<QString> text(const QString &key) const {
+        const auto found = values.constFind(key);
+        return found == values.constEnd() ? std::nullopt : std::optional(found->toString());
+    }
+};
+
+Reading read(const QByteArray &content) {
+    // In a folder of its own: QSettings tells versions of a file apart by size and time, but here
+    // files change more often than the time does.
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"read.conf"_s);
+    create(path, content);
+    Reading reading;
+    const QSettings settings(path, QSettings::IniFormat);
+    for (const QString &key : settings.allKeys()) {
+        // QSettings leaves out such slashes if it is asked for a key.
+        if (!QString(u'/' + key + u'/').contains(u"//"_s)) {
+            reading.values.insert(key, settings.value(key));
+        }
+    }
+    reading.isParsable = settings.status() == QSettings::NoError;
+    return reading;
+}
+
+/// What to do with which file.
+struct Task {
+    QByteArray content;
+    QVariantMap values;
+};
+
+Task taskOf(const QByteArray &input) {
+    const QByteArray line = input.split('\n').constFirst();
+    Task task{input.mid(line.size() + 1), {}};
+
+    const QByteArray choice = line.split('=').constFirst();
+    QMap<qsizetype, qsizetype> named;
+    qsizetype last = 0;
+    for (const char byte : choice) {
+        // The character 1 gives zero.
+        last = (static_cast<unsigned char>(byte) + 6) % keys().size();
+        ++named[last];
+    }
+    if (named.isEmpty() || named.size() == keys().size()) {
+        named = {{last, 1}};
+    }
+    for (auto times = named.begin(); times != named.end(); ++times) {
+        const Key &key = keys().at(times.key());
+        task.values.insert(key.name, key.texts.at((*times - 1) % key.texts.size()));
+    }
+    if (choice != line) {
+        const QString name = keys().at(last).name;
+        const QString text = QString::fromUtf8(line.sliced(choice.size() + 1)).replace(u'|', u'\n');
+        task.values.insert(
+            name, text.isEmpty() ? read(task.content).text(name).value_or(QString()) : text);
+    }
+    return task;
+}
+
+bool isPlain(const QString &text) {
+    return std::ranges::all_of(text, [](QChar character) {
+        return character.unicode() < 0x80 && character.isLetterOrNumber();
+    });
+}
+
+/// Whether QSettings sees the same lines and keys in the file as an editor does. Of bytes beyond
+/// ASCII it may see nothing, such as a mark of the byte order before a key.
+bool isSimple(const QByteArray &content) {
+    return std::ranges::none_of(content,
+                                [](char byte) {
+                                    return (static_cast<unsigned char>(byte) & 0x80U) != 0 ||
+                                           QByteArrayView("\"\\%@").contains(byte);
+                                }) &&
+           QByteArray(content).replace("\r\n", "").count('\r') == 0;
+}
+
+/// A file in a folder of its own. What is wrong is thrown.
+class Trial final {
+ public:
+    explicit Trial(Task task) : task_(std::move(task)), before_(read(task_.content)) {
+        create(path_, task_.content);
+    }
+
+    void readsAsQSettingsDoes() const {
+        wants(settingsfile::isParsable(path_) == before_.isParsable, "isParsable() is wrong");
+        for (const Key &key : keys()) {
+            wants(settingsfile::value(path_, key.name) == before_.text(key.name),
+                  "value() is wrong for " + key.name.toUtf8());
+        }
+        wants(contentOf(path_) == task_.content, "reading has changed the file");
+    }
+
+    void losesNothing() {
+        aside_ = write();
+        const QByteArray content = contentOf(path_);
+        QVariantMap expected = before_.values;
+        expected.insert(task_.values);
+        const Reading after = read(content);
+        if (aside_) {
+            wants(contentOf(*aside_) == task_.content, "the file kept aside is not the old one");
+            wants(!before_.isParsable || !isSimple(task_.content), "a new file was not needed");
+            wants(after.isParsable, "the new file is not parsable");
+            expected.removeIf([](std::pair<const QString &, QVariant &> entry) {
+                return !isPlain(entry.first) || entry.second.typeId() != QMetaType::QString;
+            });
+        } else {
+            const QByteArray what = lost(task_.content, content, task_.values.keys());
+            wants(what.isEmpty(), "the edit has lost " + what);
+        }
+        wants(after.values == expected, "QSettings reads other values");
+        const QString &key = task_.values.firstKey();
+        wants(settingsfile::value(path_, key) == task_.values.first().toString(),
+              "value() does not see the new " + key.toUtf8());
+        hasNoOtherFiles();
+    }
+
+    void changesNothingTheSecondTime() {
+        const QByteArray content = contentOf(path_);
+        wants(!write(), "a second file was kept aside");
+        wants(contentOf(path_) == content, "a second write has changed the file");
+        hasNoOtherFiles();
+    }
+
+ private:
+    std::optional<QString> write() {
+        const QByteArray content = contentOf(path_);
+        try {
+            return settingsfile::write(path_, task_.values);
+        } catch (const platform::Exception &exception) {
+            wants(contentOf(path_) == content, "a write has failed and changed the file");
+            wants(false, QByteArray("a write has failed: ") + exception.what());
+            return {};
+        }
+    }
+
+    void hasNoOtherFiles() const {
+        const QStringList files =
+            QDir(folder_.path())
+                .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        wants(files.size() == (aside_ ? 2 : 1), "the files are " + files.join(u' ').toUtf8());
+    }
+
+    void wants(bool holds, const QByteArray &otherwise) const {
+        if (holds) {
+            return;
+        }
+        QByteArray account = "Fault: " + otherwise + "\nwritten:\n";
+        for (auto value = task_.values.begin(); value != task_.values.end(); ++value) {
+            account += value.key().toUtf8() + '=' + value->toString().toUtf8() + '\n';
+        }
+        account += "before:\n" + task_.content + "\nnow:\n" + contentOf(path_) + '\n';
+        throw std::runtime_error(account.toStdString());
+    }
+
+    const QTemporaryDir folder_;
+    const QString path_ = folder_.filePath(u"edited.conf"_s);
+    Task task_;
+    Reading before_;
+    std::optional<QString> aside_;
+};
+
+}  // namespace
+
+QByteArray faultIn(const QByteArray &input) {
+    try {
+        Trial trial(taskOf(input));
+        trial.readsAsQSettingsDoes();
+        trial.losesNothing();
+        trial.changesNothingTheSecondTime();
+        return {};
+    } catch (const std::runtime_error &fault) {
+        return QByteArray::fromStdString(fault.what());
+    }
+}
