@@ -13,7 +13,7 @@ struct Scenario {
     const char *name = nullptr;
     /// What the folder around the configuration home holds.
     Tree before;
-    /// Each of them is a batch, unless it is of one value.
+    /// Each of them is a batch.
     QList<store::Contents> writes;
     /// The file in which the first write has to keep the present one aside, if any.
     QByteArray kept = {};

@@ -47,15 +47,10 @@ auto watched(const char *name, Describe describe, Arguments... arguments) {
     return result;
 }
 
-template <class Function>
-int opened(const char *name, const char *path, int flags, mode_t mode) {
-    if ((flags & (O_CREAT | O_TRUNC)) == 0) {
-        return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name))(path, flags, mode);
-    }
-    const auto describe = [&] {
-        return Call{.kind = Kind::Open, .path = path, .empties = (flags & O_TRUNC) != 0};
-    };
-    return watched<Function>(name, describe, path, flags, mode);
+Call describeOpen(const char *path, int flags) {
+    const bool changes = (flags & (O_CREAT | O_TRUNC)) != 0;
+    return {
+        .kind = changes ? Kind::Open : Kind::Read, .path = path, .empties = (flags & O_TRUNC) != 0};
 }
 
 }  // namespace
@@ -85,7 +80,8 @@ int open(const char *path, int flags, ...) {
     va_start(arguments, flags);
     const auto mode = va_arg(arguments, mode_t);
     va_end(arguments);
-    return opened<decltype(::open)>("open", path, flags, mode);
+    const auto describe = [&] { return describeOpen(path, flags); };
+    return watched<decltype(::open)>("open", describe, path, flags, mode);
 }
 
 int open64(const char *path, int flags, ...) {
@@ -93,7 +89,8 @@ int open64(const char *path, int flags, ...) {
     va_start(arguments, flags);
     const auto mode = va_arg(arguments, mode_t);
     va_end(arguments);
-    return opened<decltype(::open64)>("open64", path, flags, mode);
+    const auto describe = [&] { return describeOpen(path, flags); };
+    return watched<decltype(::open64)>("open64", describe, path, flags, mode);
 }
 
 ssize_t read(int descriptor, void *bytes, size_t size) {

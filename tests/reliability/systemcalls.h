@@ -9,8 +9,9 @@
 namespace systemcalls {
 
 enum class Kind {
-    /// Only of a file that may be created or emptied by it.
+    /// Of a file that may be created or emptied by it.
     Open,
+    /// Also opening a file for that.
     Read,
     Write,
     Sync,

@@ -27,20 +27,16 @@ struct Key {
 };
 
 const QList<Key> &keys() {
-    static const QStringList counts{u"1"_s, u"2"_s, u"3"_s, u"0"_s};
-    static const QList<Key> keys{
-        {u"quiz1"_s, counts},
-        {u"quiz2"_s, counts},
-        {u"quiz3"_s, counts},
-        {u"quiz4"_s, counts},
-        {u"quiz5"_s, counts},
-        {u"quiz6"_s, counts},
-        {u"quiz7"_s, counts},
-        {u"currentTest"_s, {u"5"_s, u"0"_s}},
-        {u"currentStatus"_s, {u"pass"_s, u"fail"_s, u"0"_s}},
-        {u"timedQuizzes"_s, {u"yes"_s, u"no"_s}},
-        {u"firstRun"_s, {u"false"_s}},
-    };
+    static const QList<Key> keys = [] {
+        QList<Key> all;
+        for (int quiz = 1; quiz <= 7; ++quiz) {
+            all.append({u"quiz%1"_s.arg(quiz), {u"1"_s, u"2"_s, u"3"_s, u"0"_s}});
+        }
+        return all + QList<Key>{{u"currentTest"_s, {u"5"_s, u"0"_s}},
+                                {u"currentStatus"_s, {u"pass"_s, u"fail"_s, u"0"_s}},
+                                {u"timedQuizzes"_s, {u"yes"_s, u"no"_s}},
+                                {u"firstRun"_s, {u"false"_s}}};
+    }();
     return keys;
 }
 
