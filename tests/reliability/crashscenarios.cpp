@@ -23,9 +23,6 @@ QList<Scenario> crashScenarios() {
     const store::Contents pass{{u"quiz1"_s, u"1"_s}};
     const store::Contents endOfQuiz{
         {u"currentStatus"_s, u"pass"_s}, {u"quiz3"_s, u"2"_s}, {u"currentTest"_s, u"3"_s}};
-    const QByteArray played =
-        with({"currentStatus=pass", "currentTest=3", "quiz1=3", "quiz3=2"}, seeded) +
-        "timedQuizzes=yes\n";
     const QByteArray others =
         "; of the learner\r\n[General]\r\ncolour=blue\r\nquiz1=0;first\r\n[Window]\r\nsize=3\r\n";
     // More than a page of memory or a block of a disk.
@@ -43,11 +40,8 @@ QList<Scenario> crashScenarios() {
     return {
         {"first write, configuration home missing", noHome, {pass}},
         {"first write, folder missing", emptyHome, {pass}},
-        {"first write, folder there", home({}), {pass}},
-        {"later write", home({{"Zorvan.conf", seeded}}), {pass}},
         {"seeding, folder missing", emptyHome, {store::seeded()}},
         {"end of a quiz", home({{"Zorvan.conf", seeded}}), {endOfQuiz}},
-        {"clearing", home({{"Zorvan.conf", played}}), {store::seeded()}},
         {"leftovers of a kill",
          home({{"Zorvan.conf", seeded}, {".Zorvan.conf.writing", "[General]\nquiz1=3\n"}}),
          {pass, endOfQuiz}},
