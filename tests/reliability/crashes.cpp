@@ -56,9 +56,9 @@ QList<Call> callsToWrite(const store::Contents &values, const Configuration &con
     return recorder.calls();
 }
 
-/// What is there after the calls, and more values than at that moment.
-Moment momentAfter(const Moment &last, const store::Contents &values, const QList<Call> &calls,
-                   CrashingDisk disk) {
+/// What is there after the calls, which have written the values.
+Moment momentAfter(const QList<Call> &calls, CrashingDisk &disk, const store::Contents &values,
+                   const Moment &last) {
     for (const Call &call : calls) {
         disk.apply(call);
     }
@@ -104,7 +104,8 @@ void eachCrash(const Scenario &scenario, const std::function<bool(const Crash &)
     Moment last{scenario.before, readPreferences()};
     for (const store::Contents &write : scenario.writes) {
         const QList<Call> calls = callsToWrite(write, configuration, preferences);
-        Moment next = momentAfter(last, write, calls, disk);
+        CrashingDisk diskAtTheEnd = disk;
+        Moment next = momentAfter(calls, diskAtTheEnd, write, last);
         if (!scenario.kept.isEmpty()) {
             next.tree[scenario.kept] = scenario.before.at(storeInTree);
         }
@@ -129,7 +130,7 @@ std::optional<Crash> crashAfterKill(const Scenario &scenario, qsizetype calls,
                                     const store::Contents &more) {
     const Configuration configuration;
     settle(configuration, scenario.before);
-    Moment end{{}, readPreferences()};
+    const Moment start{scenario.before, readPreferences()};
     store::Contents values = scenario.writes.constFirst();
     Preferences killed;
     QList<Call> all = callsToWrite(values, configuration, killed, calls);
@@ -141,11 +142,7 @@ std::optional<Crash> crashAfterKill(const Scenario &scenario, qsizetype calls,
     all << callsToWrite(values, configuration, next);
 
     CrashingDisk disk(scenario.before);
-    for (const Call &call : all) {
-        disk.apply(call);
-    }
-    end.values.insert(values);
-    end.tree = disk.now();
+    Moment end = momentAfter(all, disk, values, start);
     // An unfinished file may have taken the name.
     if (!scenario.kept.isEmpty() && std::ranges::none_of(end.tree, [&](const auto &file) {
             return file.second == scenario.before.at(storeInTree);

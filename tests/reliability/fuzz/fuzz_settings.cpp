@@ -1,4 +1,8 @@
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include <QString>
 
 #include "trial.h"
 
