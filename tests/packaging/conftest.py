@@ -1,7 +1,13 @@
+import struct
 import subprocess
+import xml.etree.ElementTree as ElementTree
 from pathlib import Path
 
 import pytest
+
+ID = "org.zorvan.Zorvan"
+ROOT = Path(__file__).parents[2]
+ICONS = ROOT / "resources/icons"
 
 
 def pytest_addoption(parser):
@@ -20,8 +26,24 @@ def version(request):
 
 
 @pytest.fixture(scope="session")
-def share(build, tmp_path_factory):
-    """The folder of the files that are installed with the program."""
+def prefix(build, tmp_path_factory):
+    """Where the program and its files are installed."""
     prefix = tmp_path_factory.mktemp("prefix")
     subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True)
-    return prefix / "share"
+    return prefix
+
+
+@pytest.fixture
+def metainfo(prefix):
+    return ElementTree.parse(prefix / f"share/metainfo/{ID}.metainfo.xml").getroot()
+
+
+def pictures_of_windows():
+    """The picture of each width in the icon."""
+    data = (ICONS / "zorvan.ico").read_bytes()
+    _, kind, count = struct.unpack_from("<HHH", data)
+    assert kind == 1
+    entries = (struct.unpack_from("<BBBBHHII", data, 6 + 16 * index) for index in range(count))
+    return {
+        width or 256: data[offset : offset + length] for width, *_, length, offset in entries
+    }
