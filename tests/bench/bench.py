@@ -20,8 +20,9 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "e2e"))
 
-from learner import SEEDS
-from session import Display, Session, wait_until
+from display import Display
+from quizzes import SEEDS
+from session import Session, wait_until
 
 OURS = "zorvan"
 IDLE_SECONDS = 10

@@ -5,7 +5,7 @@ import pytest
 
 sys.path.insert(0, str(Path(__file__).parent.parent / "e2e"))
 pytest_plugins = ["journeys"]
-pytest.register_assert_rewrite("learner", "program")
+pytest.register_assert_rewrite("attempt", "learner")
 
 from desktops import DESKTOPS
 

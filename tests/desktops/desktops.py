@@ -6,14 +6,16 @@ import filecmp
 import json
 import os
 import shutil
-import socket
 import time
 from itertools import count
+from pathlib import Path
 
 from gi.repository import Gio, GLib
 
-from program import Program, extents, name_of, window_of
-from session import Display, Stuck, wait_until
+from accessible import extents, name_of, window_of
+from display import Display
+from program import Program
+from session import Stuck, wait_until
 
 
 class Desktop(Display):
@@ -113,7 +115,8 @@ class WaylandDesktop(Desktop):
     socket = "nested"
 
     def start_manager(self):
-        manager = self.wait_until_ready(self.spawn_manager(self.options()), self._accepts)
+        socket = Path(os.environ["XDG_RUNTIME_DIR"]) / self.socket
+        manager = self.wait_until_ready(self.spawn_manager(self.options()), socket.is_socket)
         self.environment |= {"WAYLAND_DISPLAY": self.socket, "QT_QPA_PLATFORM": "wayland"}
         return manager
 
@@ -130,11 +133,6 @@ class WaylandDesktop(Desktop):
         fitting = [(title, place) for title, place in self.windows() if place[2:] == size]
         fitting.sort(key=lambda found: name_of(window) not in found[0])
         return fitting[0][1] if fitting else None
-
-    def _accepts(self):
-        with socket.socket(socket.AF_UNIX) as client:
-            path = f"{os.environ['XDG_RUNTIME_DIR']}/{self.socket}"
-            return client.connect_ex(path) == 0
 
 
 class KWinWayland(WaylandDesktop):

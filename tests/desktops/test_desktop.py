@@ -1,17 +1,16 @@
 """What a desktop decides: which window is in front, and which has the keyboard."""
 
-import filecmp
 import re
-import time
-from pathlib import Path
 
 import pytest
 
-from learner import ABANDON, FAILED, GREETING, QUIZZES, SEEDS, TIME_IS_UP, Attempt
-from program import Role, State, describe, has, name_of
+from accessible import Role, State, has, name_of
+from quizzes import ABANDON, FAILED, GREETING, SEEDS, STRUCTURE, TIME_IS_UP
 from session import wait_until
+from surroundings import Clock, OtherProgram, Sight
 
-STRUCTURE = QUIZZES[5]
+# Like an alert, it is found by its text.
+ABOUT = re.compile("About Zorvan.*")
 
 
 @pytest.fixture
@@ -37,42 +36,30 @@ def test_a_click_beside_the_greeting(learner):
     program.wait_until("the greeting is answered", is_answered)
     program.wait_for_window("Zorvan")
     program.press("ctrl+5")
-    attempt = Attempt(learner, STRUCTURE, program.wait_for_window("Structure"))
-    attempt.answer(keys="abc")
-    attempt.expect_verdict(right=True)
-
-
-def test_a_quiz_is_passed(learner):
-    menu = start_again(learner)
-    learner.take(STRUCTURE, menu)
-    assert learner.passes(STRUCTURE) == 1
-    learner.quit()
-    assert learner.stored() == learner.store
+    learner.attempt(STRUCTURE).answer(keys="abc")
 
 
 def test_the_close_guard(learner):
-    menu = start_again(learner)
+    menu = learner.start_again()
     program = learner.program
     attempt = learner.open_quiz(STRUCTURE, menu)
     attempt.answer()
-    attempt.expect_verdict(right=True)
     program.press("ctrl+w")
     answer(program, program.wait_for_window(ABANDON), "Escape")
-    program.wait_until("the quiz has the keyboard", lambda: has(attempt.window, State.ACTIVE))
+    program.wait_for_keyboard(attempt.window)
     program.press("Return")
     attempt.answer(keys="abc")
-    attempt.expect_verdict(right=True)
     program.press("ctrl+w")
     answer(program, program.wait_for_window(ABANDON), "Return")
     program.wait_until_gone(attempt.window)
     # The window that is left has the keyboard.
-    program.wait_until("the main menu has the keyboard", lambda: has(menu, State.ACTIVE))
+    program.wait_for_keyboard(menu)
     program.press("ctrl+3")
     program.wait_for_window("Methods")
 
 
 def test_the_window_menu(learner, tmp_path):
-    menu = start_again(learner)
+    menu = learner.start_again()
     program = learner.program
     attempt = learner.open_quiz(STRUCTURE, menu)
     sight = Sight(program, program.place(heading(program, attempt.window)), tmp_path)
@@ -84,38 +71,33 @@ def test_the_window_menu(learner, tmp_path):
     if not program.display.grants_requests:
         wait_until("the quiz asks for the keyboard", program.display.asks_for_attention)
         return
-    program.wait_until("the quiz has the keyboard", lambda: has(attempt.window, State.ACTIVE))
+    program.wait_for_keyboard(attempt.window)
     wait_until("the quiz is in front", sight.is_seen)
     attempt.answer(keys="abc")
-    attempt.expect_verdict(right=True)
     program.press("alt+w")
     program.wait_for(Role.MENU_ITEM, "1 Zorvan")
     program.press("1")
-    program.wait_until("the main menu has the keyboard", lambda: has(menu, State.ACTIVE))
+    program.wait_for_keyboard(menu)
     program.press("ctrl+3")
     program.wait_for_window("Methods")
 
 
 def test_about_twice(learner):
-    menu = start_again(learner)
+    menu = learner.start_again()
     program = learner.program
     open_about(program)
     about = program.wait_for_window(ABOUT)
     press_corner(program, menu)
-    program.wait_until("the main menu has the keyboard", lambda: has(menu, State.ACTIVE))
+    program.wait_for_keyboard(menu)
     open_about(program)
     if not program.display.grants_requests:
         wait_until("About asks for the keyboard", program.display.asks_for_attention)
         return
-    program.wait_until("About has the keyboard", lambda: has(about, State.ACTIVE))
+    program.wait_for_keyboard(about)
     assert program.windows(ABOUT) == [about]
     program.press("Escape")
     program.wait_until_gone(about)
     learner.quit()
-
-
-# Like an alert, it is found by its text.
-ABOUT = re.compile("About Zorvan.*")
 
 
 def open_about(program):
@@ -125,7 +107,7 @@ def open_about(program):
 
 
 def test_the_last_window(learner):
-    menu = start_again(learner)
+    menu = learner.start_again()
     program = learner.program
     program.press("ctrl+w")
     program.wait_until_gone(menu)
@@ -163,7 +145,7 @@ def test_quit_with_the_quiz_minimised(learner, tmp_path):
         pytest.skip("no window can be minimised here")
     wait_until("the quiz is gone from the screen", lambda: not sight.is_seen())
     press_corner(program, menu)
-    program.wait_until("the main menu has the keyboard", lambda: has(menu, State.ACTIVE))
+    program.wait_for_keyboard(menu)
     program.press("ctrl+q")
     question = program.wait_for_window(ABANDON)
     wait_until("the quiz is on screen", sight.is_seen)
@@ -173,11 +155,10 @@ def test_quit_with_the_quiz_minimised(learner, tmp_path):
 
 def begin_a_quiz(learner, folder):
     """Answers the first question of a quiz, and notes how its window looks."""
-    menu = start_again(learner)
+    menu = learner.start_again()
     program = learner.program
     attempt = learner.open_quiz(STRUCTURE, menu)
     attempt.answer()
-    attempt.expect_verdict(right=True)
     return menu, attempt, Sight(program, program.place(heading(program, attempt.window)), folder)
 
 
@@ -196,7 +177,7 @@ def cover_with_help(program, window):
 
 def test_the_time_is_up_in_the_background(learner, tmp_path):
     clock = Clock(learner, tmp_path)
-    menu = start_again(learner, timedQuizzes="yes")
+    menu = learner.start_again(timedQuizzes="yes")
     program = learner.program
     attempt = learner.open_quiz(STRUCTURE, menu)
     attempt.question()
@@ -215,20 +196,7 @@ def test_the_time_is_up_in_the_background(learner, tmp_path):
         press_corner(program, attempt.window)
         program.wait_for_window(TIME_IS_UP)
     answer(program, program.wait_for_window(TIME_IS_UP), "Return")
-    program.wait_until_gone(attempt.window)
-    learner.store["currentStatus"] = "fail"
-    learner.expect_outcome(STRUCTURE, FAILED)
-
-
-def start_again(learner, **settings):
-    """Starts the program for somebody who has used it before, and returns the main menu."""
-    learner.store = SEEDS | settings
-    file = learner.home / "Zorvan/Zorvan.conf"
-    file.parent.mkdir()
-    lines = (f"{key}={value}\n" for key, value in learner.store.items())
-    file.write_text("[General]\n" + "".join(lines), "utf-8")
-    learner.start()
-    return learner.program.wait_for_window("Zorvan")
+    learner.expect_outcome(attempt, "fail", FAILED)
 
 
 def press_corner(program, window):
@@ -239,97 +207,6 @@ def press_corner(program, window):
 
 def answer(program, alert, key):
     """Answers an alert that has the keyboard."""
-    program.wait_until(f"{describe(alert)} has the keyboard", lambda: has(alert, State.ACTIVE))
+    program.wait_for_keyboard(alert)
     program.press(key)
     program.wait_until_gone(alert)
-
-
-class Sight:
-    """A part of the screen, and how it looked at first."""
-
-    def __init__(self, program, place, folder):
-        self._display = program.display
-        self._place = place
-        self._first = folder / "first.ppm"
-        self._now = folder / "now.ppm"
-        self._display.put_pointer_aside()
-        self._display.part(self._first, self._place)
-        wait_until("the screen rests", self._rests)
-
-    def _rests(self):
-        rests = self.is_seen()
-        self._now.replace(self._first)
-        return rests
-
-    def is_seen(self):
-        """Whether it looks the same now."""
-        self._display.part(self._now, self._place)
-        return filecmp.cmp(self._first, self._now, shallow=False)
-
-
-class OtherProgram:
-    """Another program, whose window is over the middle of one of ours."""
-
-    width, height = 300, 640
-
-    def __init__(self, program, window, folder):
-        self._program = program
-        self._session = program.display.session
-        self._notes = folder / "notes"
-        left, top, width, height = program.place(window)
-        x, y = left + width // 2, top + height // 2
-        self.middle = x - 100, y - 40, 200, 80
-        self._place = x - self.width // 2, max(y - self.height // 2, 0), self.width, self.height
-
-    def __enter__(self):
-        command = Path(__file__).with_name("otherprogram.py"), self._notes, *self._place
-        self._process = self._session.spawn(
-            "other-program",
-            ["/usr/bin/python3", *map(str, command)],
-            self._program.display.environment | {"NO_AT_BRIDGE": "1"},
-        )
-        # The desktop may put it behind our window, but it is taller: its lower end can be clicked.
-        left, top, width, height = self._place
-        bottom = left + width // 2, top + height - 12
-        wait_until("the other program has the keyboard", lambda: self._is_pressed(*bottom))
-        return self
-
-    def __exit__(self, *_):
-        self._session.end(self._process)
-
-    def _is_pressed(self, x, y):
-        self._program.display.click(x, y)
-        return self.notes()[-1:] == ["has the keyboard"]
-
-    def notes(self):
-        """What it has noted so far."""
-        return self._notes.read_text("utf-8").splitlines() if self._notes.exists() else []
-
-    def write(self, text):
-        """Types a text, and checks that this program gets it and has not lost the keyboard."""
-        expected = [*self.notes(), *text]
-        self._program.press(*text)
-        wait_until("the other program gets the keys", lambda: self.notes() == expected)
-
-
-class Clock:
-    """The time that the program sees."""
-
-    rate = 40
-
-    def __init__(self, learner, folder):
-        self._file = folder / "clock"
-        self._file.write_text("+0")
-        self._started = time.monotonic()
-        learner.environment = {
-            "LD_PRELOAD": "/usr/$LIB/faketime/libfaketimeMT.so.1",
-            "FAKETIME_TIMESTAMP_FILE": str(self._file),
-            "FAKETIME_NO_CACHE": "1",
-        }
-
-    def hurry(self):
-        self._file.write_text(f"+0 x{self.rate}")
-
-    def slow_down(self):
-        """Goes on at the usual rate, from a time no earlier than it has reached."""
-        self._file.write_text(f"+{self.rate * (time.monotonic() - self._started):.0f}")

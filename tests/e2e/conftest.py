@@ -1,11 +1,11 @@
 import pytest
 
 pytest_plugins = ["journeys"]
-pytest.register_assert_rewrite("keyboard", "learner", "program")
+pytest.register_assert_rewrite("attempt", "keyboard", "learner")
 
+from display import Display
 from keyboard import Keyboard
-from learner import GREETING, SEEDS
-from session import Display
+from quizzes import GREETING, SEEDS
 
 
 def pytest_addoption(parser):

@@ -5,13 +5,9 @@ with the pointer and the keyboard of its display.
 import re
 from pathlib import Path
 
-import pyatspi
-from gi.repository import Atspi, GLib
-
+from accessible import Role, State, ask, children, describe, extents, fits, has, lines
+from accessible import name_of, shown, title_of, window_of
 from session import Stuck, wait_until
-
-Role = Atspi.Role
-State = Atspi.StateType
 
 
 class Program:
@@ -23,10 +19,11 @@ class Program:
         self.display = display
         self._log = display.session.log("program")
         self._log.unlink(missing_ok=True)
-        self._process = self.spawn(command, display.environment | dict(environment))
-
-    def spawn(self, command, environment):
-        return self.display.session.spawn("program", [str(Path(command).absolute())], environment)
+        self._process = display.session.spawn(
+            "program",
+            [str(Path(command).absolute())],
+            display.environment | dict(environment),
+        )
 
     def log_lines(self):
         """What the program has written to its standard output and standard error."""
@@ -63,10 +60,8 @@ class Program:
 
         def holds():
             if not self.is_running():
-                raise Stuck(
-                    f"waiting until {what}: the program has ended with status"
-                    f" {self._process.returncode}"
-                )
+                status = self._process.returncode
+                raise Stuck(f"waiting until {what}: the program has ended with status {status}")
             return condition()
 
         return wait_until(what, holds)
@@ -78,7 +73,7 @@ class Program:
         found = [
             window
             for window in children(self._application())
-            if has(window, State.SHOWING) and _fits(title_of(window), title)
+            if has(window, State.SHOWING) and fits(title_of(window), title)
         ]
         return sorted(found, key=lambda window: not has(window, State.ACTIVE))
 
@@ -93,12 +88,21 @@ class Program:
         """Waits for a window to close, alone or with the program."""
         wait_until(f"{describe(window)} is gone", lambda: not has(window, State.SHOWING))
 
+    def close_all(self):
+        """Closes one window after another, until only the way back is left, and returns it."""
+        while not self.find(Role.LABEL, "No window is open."):
+            window = self.windows()[0]
+            self.press("ctrl+w")
+            self.wait_until_gone(window)
+            self.wait_until("another window has the focus", self.focus)
+        return self.wait_for_window("Zorvan")
+
     def find(self, role, name, within=None):
         """All items of that role and name that are shown."""
         return [
             item
             for item in shown(within or self._application())
-            if ask(item.get_role) == role and _is_named(item, name)
+            if ask(item.get_role) == role and fits(name_of(item), name)
         ]
 
     def wait_for(self, role, name, within=None):
@@ -111,11 +115,11 @@ class Program:
         """An item for each role and name that is wanted, as soon as all are shown at once."""
 
         def found():
-            items = [(ask(item.get_role), item) for item in shown(within)]
-            firsts = []
-            for role, name in wanted:
-                fitting = (item for its, item in items if its == role and _is_named(item, name))
-                firsts.append(next(fitting, None))
+            items = [(ask(item.get_role), name_of(item), item) for item in shown(within)]
+            firsts = [
+                next((item for its, text, item in items if its == role and fits(text, name)), None)
+                for role, name in wanted
+            ]
             return None if None in firsts else firsts
 
         names = ", ".join(f'a {role.value_nick} "{name}"' for role, name in wanted)
@@ -132,7 +136,8 @@ class Program:
 
     def tree(self):
         """All that the accessibility bus knows about the program, one line for each item."""
-        return "\n".join(_lines(self._application(), 0))
+        application = self._application()
+        return "\n".join(lines(application)) if application else ""
 
     # Pointer and keyboard
 
@@ -162,6 +167,9 @@ class Program:
 
     def bring_to_front(self, window):
         self.display.activate(self.x_window(window))
+        self.wait_for_keyboard(window)
+
+    def wait_for_keyboard(self, window):
         self.wait_until(f"{describe(window)} has the focus", lambda: has(window, State.ACTIVE))
 
     def x_window(self, window):
@@ -206,116 +214,3 @@ class Program:
             if ask(application.get_process_id) == self._process.pid:
                 return application
         return None
-
-
-def ask(method, *arguments):
-    """The program's answer; None if what is asked about is gone."""
-    try:
-        return method(*arguments)
-    except GLib.Error:
-        return None
-
-
-def name_of(item):
-    return ask(item.get_name) or ""
-
-
-def title_of(window):
-    """The window's name without the program's, which Qt adds from 6.11 on."""
-    return name_of(window).removesuffix(" — Zorvan")
-
-
-def description_of(item):
-    return ask(item.get_description) or ""
-
-
-def describe(item):
-    """The item's role and name, for messages."""
-    role = ask(item.get_role)
-    return f'the {role.value_nick if role else "item"} "{name_of(item)}"'
-
-
-def extents(item):
-    """Left, top, width and height, in pixels of the screen."""
-    box = ask(item.get_extents, pyatspi.DESKTOP_COORDS)
-    return (box.x, box.y, box.width, box.height) if box else None
-
-
-def view_of(item):
-    """The area in which `item` can be seen: what is around it may scroll."""
-    around = ask(item.get_parent)
-    view = extents(around)
-    while around and ask(around.get_role) != Role.APPLICATION:
-        view = common(view, extents(around))
-        around = ask(around.get_parent)
-    return view
-
-
-def in_view(item):
-    return lies_within(extents(item), view_of(item))
-
-
-def lies_within(place, area):
-    return common(place, area) == place
-
-
-def common(a, b):
-    """The area that two rectangles have in common."""
-    left, top = max(a[0], b[0]), max(a[1], b[1])
-    right, bottom = min(a[0] + a[2], b[0] + b[2]), min(a[1] + a[3], b[1] + b[3])
-    return left, top, right - left, bottom - top
-
-
-def has(item, state):
-    states = ask(item.get_state_set)
-    return states is not None and states.contains(state)
-
-
-def children(item):
-    count = ask(item.get_child_count) if item else None
-    found = [ask(item.get_child_at_index, index) for index in range(count or 0)]
-    return [child for child in found if child]
-
-
-def shown(item):
-    """All items inside `item` that are shown, in reading order."""
-    for child in children(item):
-        if has(child, State.SHOWING):
-            yield child
-            yield from shown(child)
-
-
-def below(item):
-    """All items inside `item`, shown or not."""
-    for child in children(item):
-        yield child
-        yield from below(child)
-
-
-def window_of(item):
-    parent = ask(item.get_parent)
-    while parent and ask(parent.get_role) != Role.APPLICATION:
-        item, parent = parent, ask(parent.get_parent)
-    return item
-
-
-def _is_named(item, name):
-    return _fits(name_of(item), name)
-
-
-def _fits(text, name):
-    if isinstance(name, str):
-        return text == name
-    if isinstance(name, re.Pattern):
-        return name.fullmatch(text) is not None
-    return text in name
-
-
-def _lines(item, depth):
-    if item is None:
-        return
-    states = ask(item.get_state_set)
-    nicks = " ".join(state.value_nick for state in states.get_states()) if states else "gone"
-    yield f'{"  " * depth}{describe(item)} "{description_of(item)}" {extents(item)} {nicks}'
-    for child in children(item):
-        yield from _lines(child, depth + 1)

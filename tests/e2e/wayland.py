@@ -4,15 +4,13 @@ used without them.
 
 import os
 import re
-import socket
 import subprocess
-import tempfile
 from pathlib import Path
-from shutil import move
 
 from gi.repository import Atspi
 
-from program import Program, State, ask, describe, has
+from accessible import State, action_names, ask, describe, has
+from program import Program
 from session import PATIENCE, Stuck, wait_until
 
 
@@ -30,7 +28,8 @@ class WaylandDisplay:
             f" --no-config --idle-time=0 --debug --socket={self.environment['WAYLAND_DISPLAY']}"
         )
         self._server = self.session.spawn("weston", command.split())
-        wait_until("the compositor is ready", self._is_ready)
+        socket = Path(os.environ["XDG_RUNTIME_DIR"]) / self.environment["WAYLAND_DISPLAY"]
+        wait_until("the compositor is ready", socket.is_socket)
         return self
 
     def __exit__(self, *_):
@@ -49,19 +48,8 @@ class WaylandDisplay:
         return re.findall(r"role xdg_toplevel, .*top-level window '(.*)' of ([\w.-]+)", scene)
 
     def picture(self, file):
-        """Saves a picture of the whole screen, as it is."""
-        with tempfile.TemporaryDirectory(dir=self.session.folder) as folder:
-            self._run("weston-screenshooter", XDG_PICTURES_DIR=folder)
-            [picture] = Path(folder).iterdir()
-            move(picture, file)
-
-    def _is_ready(self):
-        if self._server.poll() is not None:
-            log = self.session.log("weston").read_text(errors="replace")
-            raise Stuck(f"weston did not start: {log}")
-        with socket.socket(socket.AF_UNIX) as client:
-            name = self.environment["WAYLAND_DISPLAY"]
-            return client.connect_ex(f"{os.environ['XDG_RUNTIME_DIR']}/{name}") == 0
+        """Saves a picture of the whole screen, as it is, under a name that has the time."""
+        self._run("weston-screenshooter", XDG_PICTURES_DIR=str(file.parent))
 
     def _run(self, *command, **environment):
         """What a command writes; raises Stuck if it fails."""
@@ -91,10 +79,7 @@ class ActionProgram(Program):
     def click(self, item):
         """Does what a click would do."""
         self.wait_until(f"{describe(item)} is enabled", lambda: has(item, State.ENABLED))
-        names = [
-            ask(Atspi.Action.get_action_name, item, index)
-            for index in range(ask(Atspi.Action.get_n_actions, item) or 0)
-        ]
+        names = action_names(item)
         usable = [index for index, name in enumerate(names) if name in ("Press", "ShowMenu")]
         if not usable:
             raise Stuck(f"{describe(item)} cannot be pressed, its only actions are {names}")

@@ -1,0 +1,166 @@
+"""Every window: all of it is on the screen, and in words for who does not see it."""
+
+import re
+
+import pytest
+from gi.repository import Atspi
+
+from accessible import Role, State, action_names, ask, children, describe, extents, has
+from accessible import lies_within, name_of, shown
+from display import Display
+from quizzes import ABANDON, CLEAR, CLEARED, GREETING, PASSED, QUIZZES, STRUCTURE
+from quizzes import TIMED, UNTIMED
+
+NAMELESS = (Role.FILLER, Role.SEPARATOR)
+LEVEL = re.compile(r".+, (\d+) of (\d+) (passes|questions)")
+
+# There is no other way to learn an action's name.
+pytestmark = pytest.mark.filterwarnings("ignore:Atspi.Action.get_action_name is deprecated")
+
+
+@pytest.fixture(params=[("1280x720", 96), ("1920x1080", 192)], ids="text at {0[1]} dpi".format)
+def screen_and_text(request):
+    return request.param
+
+
+@pytest.fixture
+def display(request, session, screen_and_text):
+    with Display(session, screen_and_text[0], request.config.getoption("--watch")) as display:
+        yield display
+
+
+@pytest.fixture
+def learner(learner, screen_and_text):
+    # Without the second variable everything but the text would be enlarged as well.
+    dpi = str(screen_and_text[1])
+    learner.environment = {"QT_FONT_DPI": dpi, "QT_ENABLE_HIGHDPI_SCALING": "0"}
+    return learner
+
+
+def test_every_window_fits_and_is_in_words(learner):
+    learner.start()
+    program = learner.program
+    expect_window(program, program.wait_for_window(GREETING), (Role.LABEL, GREETING))
+    menu = learner.greeted()
+    expect_window(program, menu)
+    expect_menus(menu)
+
+    program.click_button("Settings", menu)
+    settings = program.wait_for_window("Settings")
+    expect_window(program, settings)
+    assert has(program.wait_for(Role.RADIO_BUTTON, UNTIMED, settings), State.CHECKED)
+    assert not has(program.wait_for(Role.RADIO_BUTTON, TIMED, settings), State.CHECKED)
+    program.click_button("Clear Progress…", settings)
+    expect_window(program, program.wait_for_window(CLEAR), (Role.LABEL, CLEAR))
+    learner.dismiss(CLEAR, "Yes")
+    expect_window(program, program.wait_for_window(CLEARED), (Role.LABEL, CLEARED))
+    learner.dismiss(CLEARED, "OK")
+    program.press("Escape")
+
+    take_a_quiz(learner, program.wait_for_window("Zorvan"))
+    menu = learner.newest_menu()
+    expect_window(program, menu)
+    program.click_button("Progress", menu)
+    values = ["0%", "0%", "0%", "0%", "33%", "0%"]
+    passes = [f"{QUIZZES[quiz].name}: {value}" for quiz, value in enumerate(values, 1)]
+    expect_window(
+        program,
+        program.wait_for_window("Progress"),
+        (Role.PANEL, ". ".join(passes)),
+        *((Role.LABEL, value) for value in passes),
+    )
+    program.press("F1")
+    expect_window(program, program.wait_for_window("Help"))
+    learner.choose_menu_item("Zorvan", "About Zorvan")
+    expect_window(program, program.wait_for_window("About Zorvan"))
+    program.press("Escape")
+    program.wait_for_window("Help")
+    expect_window(program, program.close_all())
+    # The same items were read as another window's before.
+    learner.choose_menu_item("Zorvan", "Quit")
+    learner.expect_the_end()
+
+
+def take_a_quiz(learner, menu):
+    program = learner.program
+    attempt = learner.open_quiz(STRUCTURE, menu)
+    question = attempt.question()
+    expect_window(
+        program,
+        attempt.window,
+        (Role.LABEL, "Structure"),
+        (Role.PROGRESS_BAR, "Progress, 0 of 7 questions"),
+        (Role.LABEL, "Question 1 of 7"),
+        (Role.PANEL, question["text"]),
+        (Role.LABEL, "Score: –"),
+    )
+    attempt.answer()
+    expect_window(program, attempt.window)
+    program.press("ctrl+w")
+    expect_window(program, program.wait_for_window(ABANDON), (Role.LABEL, ABANDON))
+    learner.abandon("No")
+    attempt.go_on()
+    attempt.answer_all()
+    marks = "Pass mark 1: earned. Pass mark 2: missing. Pass mark 3: missing."
+    expect_window(
+        program, learner.expect_results(attempt), (Role.PANEL, f"Structure. {marks} {PASSED[1]}")
+    )
+
+
+def expect_window(program, window, *wanted):
+    """Checks that a window and its frame are on the screen and nothing in it is cut off, and that
+    everything has a name, every state is in words and every control is usable.
+    """
+    expect_to_fit(program, window)
+    for role, name in wanted:
+        program.wait_for(role, name, window)
+    items = list(shown(window))
+    controls = [item for item in items if has(item, State.FOCUSABLE)]
+    buttons = [name_of(item) for item in controls if ask(item.get_role) == Role.PUSH_BUTTON]
+    assert len(buttons) == len(set(buttons)), buttons
+    for item in [window, *items]:
+        role, name = ask(item.get_role), name_of(item)
+        assert role not in (Role.INVALID, Role.UNKNOWN), describe(item)
+        assert name.strip() or role in NAMELESS or holds_an_alerts_buttons(item), describe(item)
+        assert not re.fullmatch("[A-Z0-9]", name), describe(item)
+        if role == Role.PROGRESS_BAR:
+            value, maximum, _ = LEVEL.fullmatch(name).groups()
+            assert ask(Atspi.Value.get_current_value, item) == int(value)
+            assert ask(Atspi.Value.get_maximum_value, item) == int(maximum)
+        if role in (Role.PUSH_BUTTON, Role.RADIO_BUTTON) and has(item, State.ENABLED):
+            assert item in controls and action_names(item), describe(item)
+
+
+def expect_to_fit(program, window):
+    x_window = program.x_window(window)
+    screen = (0, 0, *map(int, program.display.size.split("x")))
+    frame = program.display.frame(x_window)
+    assert lies_within(frame, screen), f"{describe(window)} at {frame} leaves the screen"
+    hints = program.display.run("xprop", "-id", x_window, "WM_NORMAL_HINTS")
+    [least] = re.findall(r"minimum size: (\d+) by (\d+)", hints)
+    *_, width, height = extents(window)
+    assert width >= int(least[0]) and height >= int(least[1]), f"{describe(window)} is too small"
+
+
+def holds_an_alerts_buttons(item):
+    parent = ask(item.get_parent)
+    return ask(item.get_role) == Role.PANEL and ask(parent.get_role) == Role.ALERT
+
+
+def expect_menus(window):
+    menu_bar = next(item for item in shown(window) if ask(item.get_role) == Role.MENU_BAR)
+    found = {}
+    for menu in children(menu_bar):
+        [popup] = children(menu)
+        assert name_of(popup) == name_of(menu)
+        found[name_of(menu)] = [
+            (name_of(item), ask(Atspi.Action.get_key_binding, item, 0))
+            for item in children(popup)
+            if ask(item.get_role) != Role.SEPARATOR
+        ]
+    assert found == {
+        "Zorvan": [("About Zorvan", "Alt+A"), ("Settings", "Ctrl+,"), ("Quit", "Ctrl+Q")],
+        "Quizzes": [(quiz.name, f"Ctrl+{quiz.id}") for quiz in QUIZZES.values()],
+        "Window": [("Main Menu", "Ctrl+0"), ("Close Window", "Ctrl+W")],
+        "Help": [("Zorvan Help", "F1")],
+    }
