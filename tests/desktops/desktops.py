@@ -216,7 +216,7 @@ class Mutter(WaylandDesktop):
     frame = {"left": 3, "top": 30, "right": 3, "bottom": 3}
 
     def options(self):
-        folder = self.session.folder / "home/config/glib-2.0/settings"
+        folder = self.session.folder / "home/.config/glib-2.0/settings"
         folder.mkdir(parents=True)
         (folder / "keyfile").write_text(
             "[org/gnome/mutter]\ncenter-new-windows=true\n"

@@ -84,13 +84,6 @@ def shown(item):
             yield from shown(child)
 
 
-def below(item):
-    """All items inside `item`, shown or not."""
-    for child in children(item):
-        yield child
-        yield from below(child)
-
-
 def around(item):
     """What `item` is in, from the inside out, up to its window."""
     parent = ask(item.get_parent)
@@ -118,10 +111,6 @@ def view_of(item):
     for place in others:
         first = common(first, place)
     return first
-
-
-def in_view(item):
-    return lies_within(extents(item), view_of(item))
 
 
 def lies_within(place, area):

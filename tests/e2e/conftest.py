@@ -8,15 +8,9 @@ from keyboard import Keyboard
 from quizzes import GREETING, SEEDS
 
 
-def pytest_addoption(parser):
-    parser.addoption(
-        "--watch", action="store_true", help="show the screen in a window, and take one's time"
-    )
-
-
 @pytest.fixture(scope="module")
-def display(request, session):
-    with Display(session, watched=request.config.getoption("--watch")) as display:
+def display(session):
+    with Display(session) as display:
         yield display
 
 

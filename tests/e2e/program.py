@@ -5,8 +5,8 @@ with the pointer and the keyboard of its display.
 import re
 from pathlib import Path
 
-from accessible import Role, State, ask, children, describe, extents, fits, has, lines
-from accessible import name_of, shown, title_of, window_of
+from accessible import Role, State, ask, children, describe, extents, fits, has
+from accessible import lies_within, lines, name_of, shown, title_of, window_of
 from session import Stuck, wait_until
 
 
@@ -50,10 +50,7 @@ class Program:
         """Saves what helps to understand a failure."""
         (folder / "tree.txt").write_text(self.tree(), "utf-8")
         (folder / "log.txt").write_text("\n".join(self.log_lines()), "utf-8")
-        try:
-            self.display.picture(folder / "screen.png")
-        except Stuck as problem:
-            (folder / "no-screen.txt").write_text(str(problem), "utf-8")
+        self.display.picture(folder / "screen.png")
 
     def wait_until(self, what, condition):
         """As the function wait_until(), but fails if the program has ended."""
@@ -181,6 +178,17 @@ class Program:
 
         return self.wait_until(f"{describe(window)} is on screen", found)[0]
 
+    def expect_on_screen(self, window):
+        """Checks that a window and its frame are on the screen and nothing in it is cut off."""
+        x_window = self.x_window(window)
+        frame = self.display.frame(x_window)
+        screen = (0, 0, *map(int, self.display.size.split("x")))
+        assert lies_within(frame, screen), f"{describe(window)} at {frame} leaves the screen"
+        hints = self.display.run("xprop", "-id", x_window, "WM_NORMAL_HINTS")
+        [least] = re.findall(r"minimum size: (\d+) by (\d+)", hints)
+        *_, width, height = extents(window)
+        assert width >= int(least[0]) and height >= int(least[1]), f"{describe(window)} is cut off"
+
     # Pictures
 
     def picture(self, file, window=None):
@@ -192,21 +200,14 @@ class Program:
         before = file.with_suffix(".before.png")
 
         def rests():
-            if file.exists():
-                file.replace(before)
+            file.replace(before)
             self.display.picture(file, x_window)
-            return (
-                before.exists()
-                and self._painted(file)
-                and self.display.differing_pixels(before, file) == 0
-            )
+            colours = int(self.display.run("identify", "-format", "%k", file))
+            return colours > 8 and self.display.differing_pixels(before, file) == 0
 
-        file.unlink(missing_ok=True)
+        self.display.picture(file, x_window)
         self.wait_until(f"{file.name} is painted", rests)
         before.unlink()
-
-    def _painted(self, file):
-        return int(self.display.run("identify", "-format", "%k", file)) > 8
 
     def _application(self):
         """The program on the accessibility bus; None while it is not there."""

@@ -16,7 +16,12 @@ import pyatspi
 from gi.repository import Atspi, GLib
 
 # Seconds that any one thing may take; a tool that watches the program may need more.
-PATIENCE = int(os.environ.get("PATIENCE", "60"))
+PATIENCE = int(os.environ.get("PATIENCE", "60"))# Of the user's own session.
+LEFT_OUT = (
+    *(f"XDG_{kind}_HOME" for kind in ("CONFIG", "CACHE", "DATA", "STATE")),
+    *("AT_SPI_BUS_ADDRESS", "SESSION_MANAGER", "WAYLAND_DISPLAY"),
+)
+
 
 class Stuck(Exception):
     """What was waited for did not come."""
@@ -56,12 +61,15 @@ class Session:
         try:
             self._open()
         except BaseException:
-            self._close()
+            self.__exit__()
             raise
         return self
 
     def __exit__(self, *_):
-        self._close()
+        for child in reversed(self._children.copy()):
+            self.end(child)
+        _end_orphans()
+        shutil.rmtree(self.folder, ignore_errors=True)
 
     def spawn(self, name, command, environment=(), **options):
         """Starts a child that ends with this process at the latest. What it writes goes into
@@ -109,18 +117,11 @@ class Session:
 
     def _open(self):
         _adopt_orphans()
-        for variable, name in {
-            "HOME": "home",
-            "XDG_CONFIG_HOME": "home/config",
-            "XDG_CACHE_HOME": "home/cache",
-            "XDG_DATA_HOME": "home/data",
-            "XDG_STATE_HOME": "home/state",
-            "XDG_RUNTIME_DIR": "runtime",
-        }.items():
+        for variable in LEFT_OUT:
+            os.environ.pop(variable, None)
+        for variable, name in {"HOME": "home", "XDG_RUNTIME_DIR": "runtime"}.items():
             (self.folder / name).mkdir(mode=0o700)
             os.environ[variable] = str(self.folder / name)
-        for variable in ("AT_SPI_BUS_ADDRESS", "SESSION_MANAGER", "WAYLAND_DISPLAY"):
-            os.environ.pop(variable, None)
         os.environ |= {
             "LC_ALL": "C.UTF-8",
             "GSETTINGS_BACKEND": "memory",
@@ -137,12 +138,6 @@ class Session:
         )
         # Cached answers may be out of date.
         self.programs.set_cache_mask(Atspi.Cache.NONE)
-
-    def _close(self):
-        for child in reversed(self._children.copy()):
-            self.end(child)
-        _end_orphans()
-        shutil.rmtree(self.folder, ignore_errors=True)
 
 
 def _adopt_orphans():

@@ -2,7 +2,7 @@
 
 from itertools import cycle
 
-from accessible import Role, State, ask, children, has, name_of, shown
+from accessible import Role, name_of
 from quizzes import ABANDON, CLEAR, QUIZZES, STRUCTURE, TIMED, UNTIMED
 
 FIRST = QUIZZES[1].button  # where the focus is in a main menu
@@ -75,7 +75,9 @@ def take_with_keys(learner, keyboard):
 
 def settings(learner, keyboard):
     program = learner.program
-    open_menu_item(keyboard, "alt+z", "Settings")
+    keyboard.press("alt+z")
+    program.wait_for(Role.MENU_ITEM, "Settings")
+    keyboard.press("Down", "Return")
     window = keyboard.window("Settings", UNTIMED, Role.RADIO_BUTTON)
     keyboard.walk(window)
     for key, option, timed in (("Down", TIMED, "yes"), ("Up", UNTIMED, "no")):
@@ -92,25 +94,3 @@ def settings(learner, keyboard):
     keyboard.window("Settings", "Clear Progress…")
     keyboard.press("Escape")
     program.wait_until_gone(window)
-
-
-def open_menu_item(keyboard, menu, item):
-    """Opens a menu and goes down to one of its items."""
-    keyboard.program.press(menu)
-    before = ""
-    while before != item:
-        chosen = keyboard.program.wait_until(
-            f'an item after "{before}" is chosen',
-            lambda: (name := chosen_item(keyboard.program)) != before and name,
-        )
-        keyboard.program.press("Return" if chosen == item else "Down")
-        before = chosen
-
-
-def chosen_item(program):
-    """The name of the item of an open menu that the arrow keys have reached."""
-    for item in shown(program.windows()[0]):
-        if ask(item.get_role) == Role.MENU_ITEM and has(item, State.FOCUSED):
-            if not children(item):
-                return name_of(item)
-    return ""

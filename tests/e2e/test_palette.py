@@ -1,10 +1,8 @@
 """The desktop turns dark, and light again, while the learner has windows open."""
 
-import re
-
 import pytest
 
-from accessible import Role, extents
+from accessible import extents
 from quizzes import STRUCTURE
 
 DARK = "/usr/share/qt6ct/colors/darker.conf"
@@ -21,7 +19,7 @@ def learner(learner):
 
 def test_windows_follow_the_desktop(learner):
     turn(learner, dark=False)
-    windows, attempt = open_windows(learner)
+    windows = open_windows(learner)
     before = pictures(learner, windows, dark=False, name="before")
     turn(learner, dark=True)
     for title, picture in pictures(learner, windows, dark=True, name="dark").items():
@@ -32,9 +30,6 @@ def test_windows_follow_the_desktop(learner):
         different = learner.display.differing_pixels(picture, before[title])
         assert different == 0, f"{different} pixels of {picture} are not as in {before[title]}"
 
-    learner.program.bring_to_front(attempt.window)
-    attempt.go_on()
-    attempt.answer()
     learner.program.press("ctrl+q")
     learner.abandon("Yes")
     learner.expect_the_end()
@@ -55,30 +50,21 @@ def turn(learner, dark):
 
 
 def open_windows(learner):
-    """Opens a window of each kind, and returns them by their titles, and the attempt at a quiz in
-    one of them, against the clock and with one question answered.
-    """
-    menu = learner.start_for_the_first_time()
-    results = learner.take(STRUCTURE, menu)
+    """Opens a window of each kind, and returns them by their titles."""
+    results = learner.take(STRUCTURE, learner.start_for_the_first_time())
     menu = learner.newest_menu()
-    settings = learner.set_timed(menu)
-    learner.program.press("F1")
-    help_window = learner.program.wait_for_window("Help")
+    windows = {"Main menu": menu, "Results": results}
+    for keys, title in (("ctrl+comma", "Settings"), ("F1", "Help")):
+        learner.program.press(keys)
+        windows[title] = learner.program.wait_for_window(title)
     learner.program.bring_to_front(menu)
     attempt = learner.open_quiz(STRUCTURE, menu)
     attempt.answer()
-    windows = {
-        "Main menu": menu,
-        "Results": results,
-        "Settings": settings,
-        "Help": help_window,
-        "Quiz": attempt.window,
-    }
-    return windows, attempt
+    return windows | {"Quiz": attempt.window}
 
 
 def pictures(learner, windows, dark, name):
-    """A picture of each window, once it has followed the desktop, without the time that is left."""
+    """A picture of each window, once it has followed the desktop."""
     files = {}
     for title, window in windows.items():
         learner.program.bring_to_front(window)
@@ -88,18 +74,7 @@ def pictures(learner, windows, dark, name):
         )
         files[title] = learner.home / f"{name}-{title}.png"
         learner.program.picture(files[title], window)
-        for clock in learner.program.find(Role.LABEL, re.compile("Time left: .*"), window):
-            left, top, width, height = within_picture(learner, clock, window)
-            cover = f"rectangle {left},{top} {left + width},{top + height}"
-            learner.display.run("mogrify", "-draw", cover, files[title])
     return files
-
-
-def within_picture(learner, item, window):
-    """The item's place in the picture of its window."""
-    left, top, width, height = extents(item)
-    frame_left, frame_top, *_ = learner.display.frame(learner.program.x_window(window))
-    return left - frame_left, top - frame_top, width, height
 
 
 def lightness(learner, window):
@@ -112,9 +87,10 @@ def lightness(learner, window):
 
 def broad_bright_pixels(learner, window, picture):
     """How many pixels are in bright squares that are too broad for a letter or an icon."""
-    left, top, width, height = within_picture(learner, window, window)
+    left, top, width, height = extents(window)
+    frame_left, frame_top, *_ = learner.display.frame(learner.program.x_window(window))
     bright = ("-channel", "R", "-separate", "+channel", "-threshold", f"{BRIGHT}%")
     broad = ("-morphology", "Open", f"Square:{BROAD // 2}")
     count = ("-format", "%[fx:mean*w*h]", "info:")
-    inner = f"{picture}[{width}x{height}+{left}+{top}]"
+    inner = f"{picture}[{width}x{height}+{left - frame_left}+{top - frame_top}]"
     return float(learner.display.run("convert", inner, *bright, *broad, *count))

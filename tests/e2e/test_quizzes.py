@@ -1,5 +1,6 @@
-"""Quizzes with the mouse, and what is left of them when the program starts again."""
+"""With the mouse: quizzes, what is left of them at the next start, and several windows at once."""
 
+from accessible import Role, State, has
 from quizzes import CLEAR, CLEARED, QUIZZES, SEEDS, STRUCTURE
 
 
@@ -49,3 +50,30 @@ def test_progress_is_cleared(learner):
     learner.expect_levels(menu)
     learner.come_back()
     learner.quit()
+
+
+def test_quit_asks_in_the_middle_of_a_quiz(learner):
+    menu = learner.start_again(quiz5="1")
+    program = learner.program
+    attempt = learner.open_quiz(STRUCTURE, menu)
+    attempt.answer()
+    program.press("ctrl+comma")
+    settings = program.wait_for_window("Settings")
+    program.press("ctrl+q")
+    learner.abandon("No")
+    # Everything is as it was, including the other windows, where the Window menu leads.
+    learner.choose_menu_item("Window", "3 Settings")
+    program.wait_for_keyboard(settings)
+    learner.choose_menu_item("Window", "1 Zorvan")
+    program.wait_for_keyboard(menu)
+    program.press("alt+w")
+    names = ("1 Zorvan", "2 Structure", "3 Settings")
+    items = program.wait_for_all(menu, *((Role.MENU_ITEM, name) for name in names))
+    assert [has(item, State.CHECKED) for item in items] == [True, False, False]
+    program.press("2")
+    program.wait_for_keyboard(attempt.window)
+    attempt.go_on()
+    attempt.answer()
+    learner.choose_menu_item("Zorvan", "Quit")
+    learner.abandon("Yes")
+    learner.expect_the_end()

@@ -8,9 +8,9 @@ import signal
 import sys
 import tempfile
 import traceback
+from itertools import count
 from pathlib import Path
 
-from accessible import Role
 from display import Display
 from learner import Learner
 from quizzes import GREETING, STRUCTURE
@@ -25,67 +25,61 @@ def main():
     for number in (signal.SIGHUP, signal.SIGINT, signal.SIGTERM):
         signal.signal(number, lambda *_: sys.exit("The tour was ended."))
     with Session() as session, Display(session) as display, tempfile.TemporaryDirectory() as home:
-        tour = Tour(Learner(display, program, Path(home)), folder)
+        learner = Learner(display, program, Path(home))
         try:
-            tour.take()
+            take_tour(learner, Album(learner, folder))
         except (Stuck, AssertionError) as problem:
-            tour.program.leave_evidence(folder)
+            learner.program.leave_evidence(folder)
             # Most assertions have no message: their line of code says what they want.
             reason = str(problem) or traceback.extract_tb(problem.__traceback__)[-1].line
             sys.exit(f"The tour failed: {reason}. How far it came is in {folder}")
     print(f"The tour is complete. Its pictures are in {folder}")
 
 
-class Tour:
+def take_tour(learner, album):
+    learner.start()
+    album.add("greeting", GREETING)
+    learner.greeted()
+    menu = album.add("main menu", "Zorvan")
+    learner.choose_menu_item("Help", "Zorvan Help")
+    album.add("help", "Help")
+    learner.program.click_button("Close")
+
+    attempt = learner.open_quiz(STRUCTURE, menu)
+    attempt.question()
+    album.add("question", STRUCTURE.name)
+    attempt.answer()
+    album.add("answer", STRUCTURE.name)
+    attempt.go_on()
+    attempt.answer_all()
+    learner.expect_results(attempt)
+    album.add("results", "Results")
+
+    menu = learner.newest_menu()
+    album.add("main menu after a pass", "Zorvan")
+    learner.program.click_button("Progress", menu)
+    album.add("progress", "Progress")
+    learner.program.bring_to_front(menu)
+    learner.program.click_button("Settings", menu)
+    album.add("settings", "Settings")
+    learner.quit()
+
+
+class Album:
+    """Numbered pictures of windows."""
+
     def __init__(self, learner, folder):
-        self.learner = learner
-        self.folder = folder
-        self.pictures = 0
+        self._learner = learner
+        self._folder = folder
+        self._numbers = count(1)
 
-    @property
-    def program(self):
-        return self.learner.program
-
-    def take(self):
-        self.learner.start()
-        self.program.wait_for_window(GREETING)
-        self.picture("greeting")
-        menu = self.learner.greeted()
-        self.picture("main menu", menu)
-
-        self.learner.choose_menu_item("Help", "Zorvan Help")
-        self.picture_of("Help")
-        self.program.click_button("Close")
-
-        attempt = self.learner.open_quiz(STRUCTURE, self.program.wait_for_window("Zorvan"))
-        attempt.question()
-        self.picture("question", attempt.window)
-        attempt.answer()
-        self.picture("answer", attempt.window)
-        attempt.go_on()
-        attempt.answer_all()
-        self.picture("results", self.learner.expect_results(attempt))
-
-        menu = self.learner.newest_menu()
-        self.picture("main menu after a pass", menu)
-        self.program.click_button("Progress", menu)
-        progress = self.picture_of("Progress")
-        self.program.wait_for(Role.LABEL, f"{STRUCTURE.name}: 33%", progress)
-        self.program.bring_to_front(menu)
-        self.program.click_button("Settings", menu)
-        self.picture_of("Settings")
-        self.learner.quit()
-
-    def picture_of(self, title):
-        window = self.program.wait_for_window(title)
-        self.picture(title.lower(), window)
-        return window
-
-    def picture(self, name, window=None):
-        self.pictures += 1
-        file = self.folder / f"{self.pictures:02}-{name.replace(' ', '-')}.png"
-        self.program.picture(file, window)
+    def add(self, name, title):
+        """Takes a picture of the window of that title, and returns the window."""
+        window = self._learner.program.wait_for_window(title)
+        file = self._folder / f"{next(self._numbers):02}-{name.replace(' ', '-')}.png"
+        self._learner.program.picture(file, window)
         print(f"  {file.name}", flush=True)
+        return window
 
 
 if __name__ == "__main__":
