@@ -7,7 +7,17 @@ sys.path.insert(0, str(Path(__file__).parent.parent / "e2e"))
 pytest_plugins = ["journeys"]
 pytest.register_assert_rewrite("attempt", "learner")
 
-from desktops import DESKTOPS
+from desktops import KWinX11, Metacity, Xfwm
+from wayland import KWinWayland, Mutter, Sway
+
+DESKTOPS = {
+    "metacity": Metacity,
+    "xfwm4": Xfwm,
+    "kwin_x11": KWinX11,
+    "kwin_wayland": KWinWayland,
+    "mutter": Mutter,
+    "sway": Sway,
+}
 
 
 def pytest_addoption(parser):

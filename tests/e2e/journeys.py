@@ -14,8 +14,7 @@ def pytest_addoption(parser):
         "--evidence",
         type=Path,
         default=Path("e2e-evidence"),
-        help="where a journey that fails leaves a picture of the screen, the accessibility tree"
-        " and what the program wrote",
+        help="where a journey that fails leaves what helps to understand why",
     )
 
 
@@ -27,9 +26,7 @@ def session():
 
 @pytest.fixture
 def learner(request, display, tmp_path):
-    """A learner whose program ends with the journey. A journey on another display, or in another
-    environment, has a fixture `display` or `environment` of its own.
-    """
+    """A learner whose program ends with the journey."""
     learner = Learner(display, request.config.getoption("--program"), tmp_path)
     yield learner
     if learner.program and learner.program.is_running():

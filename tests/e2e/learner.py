@@ -6,7 +6,7 @@ from pathlib import Path
 from accessible import Role, description_of
 from attempt import Attempt
 from program import Program
-from quizzes import ABANDON, FAILED, GREETING, PASSED, QUIZZES, SEEDS, TIMED
+from quizzes import ABANDON, FAILED, GREETING, PASSED, QUIZZES, SEEDS
 
 
 @dataclass
@@ -100,40 +100,24 @@ class Learner:
         self.program.click_button(menu, window, Role.MENU_ITEM)
         self.program.click_button(item, window, Role.MENU_ITEM)
 
-    def set_timed(self, menu):
-        """Makes quizzes timed from here on, and returns the settings window."""
-        self.program.click_button("Settings", menu)
-        settings = self.program.wait_for_window("Settings")
-        self.program.click_button(TIMED, settings, Role.RADIO_BUTTON)
-        self.store["timedQuizzes"] = "yes"
-        return settings
-
     # Levels in the main menu
 
     def expect_levels(self, menu):
-        quizzes = QUIZZES.values()
-        levels = [f"{self.passes(quiz)} of 3 passes" for quiz in quizzes]
+        levels = {quiz: f"{self.passes(quiz)} of 3 passes" for quiz in QUIZZES.values()}
         found = self.program.wait_for_all(
             menu,
-            *((Role.PUSH_BUTTON, quiz.button) for quiz in quizzes),
-            *((Role.PROGRESS_BAR, f"{quiz.name}, {level}") for quiz, level in zip(quizzes, levels)),
+            *((Role.PUSH_BUTTON, quiz.button) for quiz in levels),
+            *((Role.PROGRESS_BAR, f"{quiz.name}, {level}") for quiz, level in levels.items()),
             (Role.PROGRESS_BAR, self.whole_level()),
         )
-        described = [description_of(button) for button in found[: len(quizzes)]]
-        assert described == [
-            level + self.standing(quiz) for quiz, level in zip(quizzes, levels)
-        ]
+        next_one = next((quiz for quiz in levels if self.passes(quiz) < 3), None)
+        for (quiz, level), button in zip(levels.items(), found):
+            mastered = ", mastered" if self.passes(quiz) == 3 else ""
+            assert description_of(button) == level + (", next" if quiz == next_one else mastered)
 
     def whole_level(self):
         total = sum(self.passes(quiz) for quiz in QUIZZES.values())
         return f"All quizzes, {total} of 21 passes"
-
-    def standing(self, quiz):
-        """What the main menu says about a quiz beside its level."""
-        if self.passes(quiz) == 3:
-            return ", mastered"
-        first = next(quiz for quiz in QUIZZES.values() if self.passes(quiz) < 3)
-        return ", next" if quiz == first else ""
 
     def newest_menu(self):
         """The main menu that the results opened last, in front of the others."""

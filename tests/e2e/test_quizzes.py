@@ -37,8 +37,9 @@ def test_progress_is_kept(learner):
 
 
 def test_progress_is_cleared(learner):
-    menu = learner.start_again(quiz5="2", quiz7="3")
-    settings = learner.set_timed(menu)
+    menu = learner.start_again(quiz5="2", quiz7="3", timedQuizzes="yes")
+    learner.program.click_button("Settings", menu)
+    settings = learner.program.wait_for_window("Settings")
     learner.program.click_button("Clear Progress…", settings)
     learner.dismiss(CLEAR, "Yes")
     learner.dismiss(CLEARED, "OK")
