@@ -17,9 +17,6 @@ def ask(method, *arguments):
         return None
 
 
-# Words and states
-
-
 def name_of(item):
     return ask(item.get_name) or ""
 
@@ -67,9 +64,6 @@ def lines(item, depth=0):
         yield from lines(child, depth + 1)
 
 
-# What is inside what
-
-
 def children(item):
     count = ask(item.get_child_count) if item else None
     found = [ask(item.get_child_at_index, index) for index in range(count or 0)]
@@ -94,9 +88,6 @@ def around(item):
 
 def window_of(item):
     return [item, *around(item)][-1]
-
-
-# Places
 
 
 def extents(item):

@@ -24,7 +24,7 @@ class Attempt:
 
     @property
     def passes(self):
-        return self.right >= self.quiz.pass_mark
+        return self.right / self.quiz.length >= 0.8
 
     def question(self):
         """The question on screen, once it is the next one."""

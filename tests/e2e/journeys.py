@@ -1,5 +1,6 @@
 """What all journeys have in common, on any display."""
 
+import shutil
 from pathlib import Path
 
 import pytest
@@ -38,9 +39,8 @@ def pytest_runtest_makereport(item):
     """Collects the evidence while the program still runs."""
     report = (yield).get_result()
     folder = item.config.getoption("--evidence") / item.name
-    if report.when == "call" and folder.exists():
-        for file in folder.iterdir():
-            file.unlink()
+    if report.when == "call":
+        shutil.rmtree(folder, ignore_errors=True)
     learner = item.funcargs.get("learner")
     if report.failed and learner is not None and learner.program is not None:
         folder.mkdir(parents=True, exist_ok=True)

@@ -19,11 +19,6 @@ class Quiz:
     def button(self):
         return f"{self.name}: {self.caption or f'{self.length} questions'}"
 
-    @property
-    def pass_mark(self):
-        """The lowest number of right answers that passes."""
-        return -(-self.length * 8 // 10)
-
 
 QUIZZES = {
     quiz.id: quiz

@@ -16,11 +16,7 @@ import pyatspi
 from gi.repository import Atspi, GLib
 
 # Seconds that any one thing may take; a tool that watches the program may need more.
-PATIENCE = int(os.environ.get("PATIENCE", "60"))# Of the user's own session.
-LEFT_OUT = (
-    *(f"XDG_{kind}_HOME" for kind in ("CONFIG", "CACHE", "DATA", "STATE")),
-    *("AT_SPI_BUS_ADDRESS", "SESSION_MANAGER", "WAYLAND_DISPLAY"),
-)
+PATIENCE = int(os.environ.get("PATIENCE", "60"))
 
 
 class Stuck(Exception):
@@ -117,7 +113,9 @@ class Session:
 
     def _open(self):
         _adopt_orphans()
-        for variable in LEFT_OUT:
+        for kind in ("CONFIG", "CACHE", "DATA", "STATE"):
+            os.environ.pop(f"XDG_{kind}_HOME", None)
+        for variable in ("AT_SPI_BUS_ADDRESS", "SESSION_MANAGER", "WAYLAND_DISPLAY"):
             os.environ.pop(variable, None)
         for variable, name in {"HOME": "home", "XDG_RUNTIME_DIR": "runtime"}.items():
             (self.folder / name).mkdir(mode=0o700)
