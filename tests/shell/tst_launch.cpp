@@ -12,16 +12,11 @@ class tst_launch final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void programStartsAndLogsOneLine_data() {
-        QTest::addColumn<bool>("hasRuntimeFolder");
-        QTest::newRow("in a session with a runtime folder") << true;
-        QTest::newRow("in one without") << false;
-    }
-
     void programStartsAndLogsOneLine() {
-        QFETCH(const bool, hasRuntimeFolder);
-        QCOMPARE(linesUntilStarted("[General]\nfirstRun=false\n", hasRuntimeFolder),
-                 QByteArray("Finished Starting\n"));
+        const QByteArray store = "[General]\nfirstRun=false\n";
+        QCOMPARE(linesUntilStarted(store), "Finished Starting\n");
+        constexpr bool hasRuntimeFolder = false;
+        QCOMPARE(linesUntilStarted(store, hasRuntimeFolder), "Finished Starting\n");
     }
 
     void unparsableStoreDoesNotStopTheProgram() {

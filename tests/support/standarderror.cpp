@@ -1,30 +1,30 @@
 #include "support/standarderror.h"
 
-#include <cstdio>
-#include <unistd.h>
+#include <cstdlib>
 
 StandardError::StandardError() {
-    if (!file_.open()) {
-        qFatal("No temporary file for standard error");
-    }
-    std::fflush(stderr);
-    original_ = dup(STDERR_FILENO);
-    dup2(file_.handle(), STDERR_FILENO);
+    stderr = open_memstream(&written_, &size_);
 }
 
 StandardError::~StandardError() {
-    std::fflush(stderr);
-    dup2(original_, STDERR_FILENO);
-    ::close(original_);
+    std::fclose(stderr);
+    std::free(written_);  // NOLINT(cppcoreguidelines-no-malloc): the C library made it
+    stderr = terminal_;
 }
 
-QStringList StandardError::lines() {
+QStringList StandardError::lines() const {
+    return linesFrom(0);
+}
+
+QStringList StandardError::take() {
+    const QStringList lines = linesFrom(taken_);
+    taken_ = size_;
+    return lines;
+}
+
+QStringList StandardError::linesFrom(std::size_t start) const {
     std::fflush(stderr);
-    QFile written(file_.fileName());
-    if (!written.open(QIODevice::ReadOnly)) {
-        return {QStringLiteral("(standard error cannot be read)")};
-    }
-    QStringList lines = QString::fromUtf8(written.readAll()).split(u'\n');
+    QStringList lines = QString::fromUtf8(written_ + start, qsizetype(size_ - start)).split(u'\n');
     // The text after the last line break is not a line.
     if (lines.last().isEmpty()) {
         lines.removeLast();

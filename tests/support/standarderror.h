@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QStringList>
-#include <QTemporaryFile>
+#include <cstdio>
 
-/// Catches what the process writes to standard error while this object exists.
+#include <QStringList>
+
+/// Keeps what the process writes to the C library's `stderr` from the terminal while this object
+/// exists. A sanitizer's report still gets there.
 class StandardError final {
  public:
     StandardError();
@@ -12,9 +14,17 @@ class StandardError final {
     StandardError &operator=(const StandardError &) = delete;
 
     /// The lines written so far.
-    QStringList lines();
+    QStringList lines() const;
+    /// Those written since the last call.
+    QStringList take();
+
+    FILE *terminal() const { return terminal_; }
 
  private:
-    QTemporaryFile file_;
-    int original_ = -1;
+    QStringList linesFrom(std::size_t start) const;
+
+    FILE *terminal_ = stderr;
+    char *written_ = nullptr;
+    std::size_t size_ = 0;
+    std::size_t taken_ = 0;
 };

@@ -1,0 +1,88 @@
+#include <QLabel>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "shelltest.h"
+#include "support/testmain.h"
+#include "windowing/bringtofront.h"
+
+using namespace Qt::StringLiterals;
+
+class tst_about final : public ShellTest {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void init() {
+        ShellTest::init();
+        menu_ = open(u"MainMenu"_s);
+        learner::pick(menu_, u"about"_s);
+        QCOMPARE(boxes().size(), 1);
+        box_ = boxes().first();
+        QVERIFY(QTest::qWaitForWindowActive(box_));
+    }
+
+    void boxSaysWhatTheProgramIs() {
+        // A modal box would stop the clock of an open quiz, as an alert does.
+        QVERIFY(!box_->isModal());
+        QCOMPARE(box_->text(), u"Zorvan "_s + QStringLiteral(ZORVAN_VERSION));
+        QVERIFY(box_->informativeText().endsWith(u"\nQt "_s + QString::fromLatin1(qVersion())));
+        QCOMPARE(box_->defaultButton()->text(), u"OK"_s);
+        QCOMPARE(box_->textFormat(), Qt::PlainText);
+        for (const QLabel *label : box_->findChildren<QLabel *>()) {
+            // Only the picture needs a name of its own.
+            QCOMPARE(label->accessibleName(), label->pixmap().isNull() ? QString() : u"Zorvan"_s);
+        }
+    }
+
+    void iconIsInProportionToTheText() {
+        const double lines =
+            box_->iconPixmap().deviceIndependentSize().height() / box_->fontMetrics().lineSpacing();
+        QVERIFY2(qAbs(lines - 4) < 0.1, qPrintable(u"It is %1 lines high, not 4"_s.arg(lines)));
+    }
+
+    void boxIsOpenOnce() {
+        box_->showMinimized();
+        platform::bringToFront(*menu_);
+        QVERIFY(QTest::qWaitForWindowActive(menu_));
+        learner::pick(menu_, u"about"_s);
+        QCOMPARE(boxes(), QList<QMessageBox *>({box_}));
+        QVERIFY(QTest::qWaitForWindowActive(box_));
+        QVERIFY(!box_->isMinimized());
+        box_->close();
+        desk::freeUnused();
+        QVERIFY(box_.isNull());
+        learner::pick(menu_, u"about"_s);
+        QCOMPARE(boxes().size(), 1);
+    }
+
+    void keyboardStaysWhereTheUserTakesIt() {
+        using namespace std::chrono_literals;
+        menu_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(menu_));
+        // By then a request for the keyboard would have been repeated.
+        bool isLater = false;
+        QTimer::singleShot(500ms, menu_, [&isLater] { isLater = true; });
+        QVERIFY(QTest::qWaitFor([&isLater] { return isLater; }));
+        QVERIFY(menu_->isActiveWindow());
+    }
+
+ private:
+    static QList<QMessageBox *> boxes() {
+        QList<QMessageBox *> boxes;
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *box = qobject_cast<QMessageBox *>(widget)) {
+                boxes << box;
+            }
+        }
+        return boxes;
+    }
+
+    platform::Window *menu_ = nullptr;
+    QPointer<QMessageBox> box_;
+};
+
+ZORVAN_TEST(tst_about)
+#include "tst_about.moc"
