@@ -24,9 +24,6 @@ class AlertAnswers final : public QObject {
           world_(world),
           lookout_(lookout) {}
 
-    /// Makes every answer to every alert something that a long walk has to reach.
-    void expectAll();
-
  protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -209,10 +209,7 @@ QStringList comparison::differences(Seam &seam, const QStringList &errors) {
     for (const QString &objection : model.takeObjections()) {
         differences.add(objection);
     }
-    // An empty text is logged as an empty line, which is not kept.
-    QStringList log = model.takeLog();
-    log.removeAll(QString());
-    differences.compare(u"standard error"_s, errors, log);
+    differences.compare(u"standard error"_s, errors, model.takeLog());
     compareStore(differences, model);
     compareRun(differences, model);
     if (!model.hasEnded()) {

@@ -83,15 +83,11 @@ void Hands::clickControl(QWidget &control) {
     const bool twice = dice_.oneIn(20);
     journal_.say(u"clicks %1%2 of %3"_s.arg(nameOf(control), twice ? u" twice"_s : QString(),
                                             nameOf(*control.window())));
-    if (twice) {
-        journal_.count(u"double click"_s);
-    }
     click(*control.window(), control.mapTo(control.window(), at), twice);
 }
 
 void Hands::type(QKeyCombination key, bool held) {
     journal_.say(u"types %1%2"_s.arg(nameOf(key), held ? u", held"_s : QString()));
-    journal_.count(u"key "_s + nameOf(key));
     const QString text = QTest::keyToAscii(key.key()) == 0
                              ? QString()
                              : QString(QLatin1Char(QTest::keyToAscii(key.key())));
@@ -100,7 +96,6 @@ void Hands::type(QKeyCombination key, bool held) {
     }
     press(key, text, false);
     if (held) {
-        journal_.count(u"key held"_s);
         for (int repetition = 0; repetition < 3; ++repetition) {
             press(key, text, true);
         }

@@ -7,6 +7,7 @@
 #include "monkey/journal.h"
 #include "monkey/seam.h"
 #include "monkey/world.h"
+#include "support/desk.h"
 
 using namespace Qt::StringLiterals;
 
@@ -62,7 +63,6 @@ bool Intents::closeNext() {
         intent_ = Intent::Wander;
         return false;
     }
-    journal_.count(u"closed "_s + window.objectName());
     hands_.close(window);
     return true;
 }

@@ -4,7 +4,6 @@ using namespace Qt::StringLiterals;
 
 void Journal::say(const QString &words) {
     const QString line = u"%1: %2"_s.arg(step_).arg(words);
-    note(line);
     lastSteps_ << line;
     if (lastSteps_.size() > 20) {
         lastSteps_.removeFirst();

@@ -9,6 +9,7 @@
 
 #include "monkey/hands.h"
 #include "monkey/journal.h"
+#include "monkey/liveprogram.h"
 #include "support/clocks.h"
 
 using namespace Qt::StringLiterals;
@@ -53,29 +54,23 @@ QString Lookout::state() const {
 }
 
 void Lookout::check(const LiveProgram &program) const {
-    const QWidget *focus = QApplication::focusWidget();
-    journal_.note(state());
-    journal_.note(focus == nullptr ? QString() : nameOf(*focus));
     checkWindows(program);
     checkFocus();
 }
 
-void Lookout::checkNothingIsLeft() const {
-    const auto left = LiveObjects::all<platform::WindowController>();
-    QStringList names;
-    for (const platform::WindowController *controller : left) {
-        names << QString::fromLatin1(controller->metaObject()->className());
+void Lookout::checkNothingIsLeft(const QList<QPointer<QObject>> &objects) const {
+    QStringList left;
+    for (const QPointer<QObject> &object : objects) {
+        if (!object.isNull()) {
+            left << QString::fromLatin1(object->metaObject()->className());
+        }
     }
-    journal_.want(left.isEmpty(), u"%1 outlive the program"_s.arg(names.join(u", "_s)),
-                  u"no controller"_s);
-    const auto widgets = LiveObjects::all<QWidget>();
-    journal_.want(widgets.isEmpty(), u"%1 widgets outlive the program"_s.arg(widgets.size()),
-                  u"none"_s);
+    journal_.want(left.isEmpty(), left.join(u", "_s) + u" outlive the program"_s, u"nothing"_s);
     journal_.want(clocks::running().isEmpty(), u"a clock outlives the program"_s, u"none"_s);
 }
 
 void Lookout::checkWindows(const LiveProgram &program) const {
-    const auto controllers = LiveObjects::all<platform::WindowController>();
+    const LiveControllers::Controllers controllers = program.controllers().all();
     QSet<const QWidget *> owned;
     for (platform::WindowController *controller : controllers) {
         if (controller->window() != nullptr) {
@@ -90,6 +85,8 @@ void Lookout::checkWindows(const LiveProgram &program) const {
         const bool isWayBack = isWindow && widget->objectName() == u"MainLayout";
         alive += isWindow && !isWayBack ? 1 : 0;
         if (!widget->isVisible()) {
+            journal_.want(qobject_cast<const QMessageBox *>(widget) == nullptr,
+                          u"a closed alert or About box lives"_s, u"it is freed"_s);
             continue;
         }
         wayBack += isWayBack ? 1 : 0;
@@ -106,7 +103,7 @@ void Lookout::checkWindows(const LiveProgram &program) const {
     journal_.want(wayBack == (others == 0 ? 1 : 0),
                   u"%1 ways back beside %2 open windows"_s.arg(wayBack).arg(others),
                   u"one where no other window is open, and none otherwise"_s);
-    const auto used = program.used(controllers);
+    const LiveControllers::Controllers used = program.controllers().used();
     journal_.want(used.size() == controllers.size(),
                   u"%1 controllers live"_s.arg(controllers.size()),
                   u"%1: those on screen and those that are held"_s.arg(used.size()));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QPointer>
 #include <QString>
 
 class Hands;
@@ -15,8 +17,8 @@ class Lookout final {
     /// What is on screen and what the program knows, in words.
     QString state() const;
     void check(const LiveProgram &program) const;
-    /// To be called when the program has ended.
-    void checkNothingIsLeft() const;
+    /// To be called when the program has ended, with what it consisted of.
+    void checkNothingIsLeft(const QList<QPointer<QObject>> &objects) const;
 
  private:
     void checkWindows(const LiveProgram &program) const;

@@ -33,11 +33,9 @@ void MenuUse::openOne() {
     QAction &menu = *dice_.pick(menus);
     if (dice_.oneIn(2)) {
         journal_.say(u"clicks the menu "_s + menu.text());
-        journal_.count(u"menu opened by mouse"_s);
         Hands::click(*window, bar.mapTo(window, bar.actionGeometry(&menu).center()));
     } else {
         const QChar letter = menu.text().at(menu.text().indexOf(u'&') + 1).toUpper();
-        journal_.count(u"menu opened by key"_s);
         hands_.type(Qt::ALT | Qt::Key(letter.unicode()));
     }
     if (QWidget *open = QApplication::activePopupWidget(); open != nullptr && !dice_.oneIn(4)) {
@@ -60,7 +58,6 @@ void MenuUse::useOpen(QWidget &menu) {
     QAction &item = *dice_.pick(items);
     if (dice_.oneIn(2)) {
         journal_.say(u"clicks the item "_s + item.text());
-        journal_.count(u"menu item clicked"_s);
         Hands::click(menu, open->actionGeometry(&item).center());
         return;
     }

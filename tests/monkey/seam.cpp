@@ -56,7 +56,6 @@ void Seam::watch(QObject &control) {
     const QString action = control.property("action").toString();
     if (auto *item = qobject_cast<QAction *>(&control)) {
         connect(item, &QAction::triggered, this, [this, action] {
-            journal_.count(u"item "_s + action);
             if (action == u"closeWindow") {
                 closing_ = Closing::Anything;
             }
@@ -66,7 +65,6 @@ void Seam::watch(QObject &control) {
         const QString layout = button->window()->objectName();
         const QString window = nameOf(*button->window());
         connect(button, &QAbstractButton::clicked, this, [this, layout, window, action] {
-            journal_.count(u"button %1.%2"_s.arg(layout, action));
             if (layout == u"MainLayout") {
                 model_->pressInMenuBar(action);
             } else {

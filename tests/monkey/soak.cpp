@@ -11,6 +11,7 @@
 #include "support/alerts.h"
 #include "support/clocks.h"
 #include "support/learner.h"
+#include "support/standarderror.h"
 
 using namespace Qt::StringLiterals;
 
@@ -70,7 +71,6 @@ class Soak final {
 
     /// Takes the next quiz. If `keepOpen` is set, its results and the menus stay open.
     void takeQuiz(bool keepOpen);
-    static int openWindows();
 
  private:
     static Window *newest(const QString &layout);
@@ -80,14 +80,6 @@ class Soak final {
     LiveProgram &program_;
     int taken_ = 0;
 };
-
-int Soak::openWindows() {
-    int open = 0;
-    for (const Window *window : LiveObjects::all<Window>()) {
-        open += window->isVisible() ? 1 : 0;
-    }
-    return open;
-}
 
 /// The window of that layout that was opened last.
 Window *Soak::newest(const QString &layout) {
@@ -173,6 +165,27 @@ void Soak::takeQuiz(bool keepOpen) {
     store::forgetWrites();
 }
 
+/// How many there are of each class: of controllers, of widgets, and of what belongs to them or to
+/// the application.
+QMap<QByteArray, int> countObjects(const LiveProgram &program) {
+    QMap<QByteArray, int> counts{{"clocks", int(clocks::running().size())}};
+    QObjectList roots{qApp};
+    for (const QPointer<QObject> &object : program.objects()) {
+        if (object->parent() == nullptr) {
+            roots << object;
+        }
+    }
+    for (const QObject *root : std::as_const(roots)) {
+        ++counts[root->metaObject()->className()];
+        for (const QObject *child : root->findChildren<QObject *>()) {
+            ++counts[child->metaObject()->className()];
+        }
+    }
+    // These delete themselves, some of them a moment later.
+    counts.remove("QSingleShotTimer");
+    return counts;
+}
+
 /// The classes whose number of objects has changed.
 QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArray, int> &now) {
     QStringList differences;
@@ -198,13 +211,13 @@ int total(const QMap<QByteArray, int> &counts) {
 }
 
 int measureOpenWindows(Soak &soak, int keepOpen) {
-    const int windows = Soak::openWindows();
+    const int windows = int(Window::onScreen().size());
     const Memory before = memory();
     for (int attempt = 0; attempt < keepOpen; ++attempt) {
         soak.takeQuiz(true);
     }
     const Memory after = memory();
-    const int opened = Soak::openWindows() - windows;
+    const int opened = int(Window::onScreen().size()) - windows;
     std::printf(
         "%d windows stay open, each of %.0f KiB proportional, %.0f private, %.0f allocated\n",
         opened, (after.proportionalKiB - before.proportionalKiB) / opened,
@@ -213,7 +226,7 @@ int measureOpenWindows(Soak &soak, int keepOpen) {
     return opened > 0 ? 0 : 1;
 }
 
-int takeQuizzes(Soak &soak, int count) {
+int takeQuizzes(Soak &soak, const LiveProgram &program, int count) {
     constexpr int round = int(attempts.size());
     // Each at the end of a round, when always the same windows are open.
     static const QList<int> shown{7, 14, 49, 98, 196, 497, 994, 1498};
@@ -222,7 +235,7 @@ int takeQuizzes(Soak &soak, int count) {
     std::printf("attempts  proportional KiB  private KiB  allocated KiB  objects\n");
     for (int attempt = 1; attempt <= count; ++attempt) {
         soak.takeQuiz(false);
-        const QMap<QByteArray, int> counts = LiveObjects::byClass();
+        const QMap<QByteArray, int> counts = countObjects(program);
         if (attempt > round && wanted.size() < round) {
             wanted << counts;
         }
@@ -265,11 +278,11 @@ int main(int argc, char **argv) {
     liveprogram::chooseScreen(false);
     LiveProgram program(content::systemRandom);
     program.open();
-    const WrittenErrors errors;
+    const StandardError errors;
     Soak soak(program);
     const int result = parser.isSet(openOption)
                            ? measureOpenWindows(soak, parser.value(openOption).toInt())
-                           : takeQuizzes(soak, parser.value(countOption).toInt());
+                           : takeQuizzes(soak, program, parser.value(countOption).toInt());
     desk::clear();
     return result;
 }

@@ -23,8 +23,6 @@ class Steps final {
           menus_(menus),
           intents_(intents) {}
 
-    /// Makes every kind of step something that a long walk has to reach.
-    void expectAll();
     void take(AppDelegate &delegate);
     /// No control does this, but whatever quiz the store names has to be taken as it comes.
     void openQuizOfStore(AppDelegate &delegate);

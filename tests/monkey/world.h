@@ -11,9 +11,6 @@ class World final {
     World(Journal &journal, Dice &dice, Seam &seam, Hands &hands)
         : journal_(journal), dice_(dice), seam_(seam), hands_(hands) {}
 
-    /// Makes all of it something that a long walk has to reach.
-    void expectAll();
-
     /// Stops when the time of a quiz is up.
     void letSecondsPass(int seconds);
     void changeDesktop();
