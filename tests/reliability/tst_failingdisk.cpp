@@ -96,12 +96,14 @@ class tst_failingdisk final : public QObject {
             }
             StandardError standardError;
             platform::Preferences preferences;
+            QByteArray failed;
             QByteArray where = "step " + QByteArray::number(step) + " of ";
             {
                 const FailingDisk disk(configuration, step, trouble);
                 preferences.setValueForKey(u"2"_s, u"quiz1"_s);
                 hasFailed = disk.hasFailed();
                 where += disk.calls().join(' ') + ", " + standardError.lines().join(u' ').toUtf8();
+                failed = disk.calls().value(step - 1);
             }
 
             // Whatever the disk does, the new value is read back, and the file is complete.
@@ -113,6 +115,7 @@ class tst_failingdisk final : public QObject {
             // What cannot be read back is kept aside, too.
             const bool isNew = content == with({"quiz1=2"}, seeded) && isKept;
             QVERIFY2((content == before && isTold) || isEdited || isNew, where + '\n' + content);
+            QVERIFY2(isTold || (failed != "fsync" && failed != "rename"), where);
             QVERIFY2(leftovers(configuration).isEmpty(), where + leftovers(configuration));
             QVERIFY2(hasFailed || content == after, where + '\n' + content);
             failures += isTold ? 1 : 0;
