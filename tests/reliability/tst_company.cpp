@@ -4,8 +4,6 @@
 #include "configuration.h"
 #include "recording.h"
 #include "support/testmain.h"
-#include "system/preferences.h"
-#include "system/settingsfile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -47,17 +45,6 @@ class tst_company final : public QObject {
         }
         survivor.kill();
         QCOMPARE(survivor.lost(), QByteArrayList());
-    }
-
-    void quickWritesOfAnotherProcessAreAllSeen() {
-        const Configuration configuration;
-        platform::Preferences preferences;
-        // Many of these files get the same time, and all have the same size.
-        for (int write = 0; write < 100; ++write) {
-            const QString value = QString::number(write % 4);
-            platform::settingsfile::write(configuration.file(), {{u"quiz1"_s, value}});
-            QCOMPARE(preferences.valueForKey(u"quiz1"_s), value);
-        }
     }
 };
 
