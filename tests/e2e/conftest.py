@@ -1,7 +1,7 @@
 import pytest
 
 pytest_plugins = ["journeys"]
-pytest.register_assert_rewrite("attempt", "keyboard", "learner")
+pytest.register_assert_rewrite("attempt", "keyboard", "learner", "program")
 
 from display import Display
 from keyboard import Keyboard

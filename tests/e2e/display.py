@@ -51,12 +51,8 @@ class Display:
         )
         return manager
 
-    def click(self, x, y):
-        self.run("xdotool", "mousemove", x, y, "click", 1)
-
-    def turn_wheel(self, x, y, up=False):
-        """Turns the wheel of the mouse by one notch."""
-        self.run("xdotool", "mousemove", x, y, "click", 4 if up else 5)
+    def click(self, x, y, button=1):
+        self.run("xdotool", "mousemove", x, y, "click", button)
 
     def press(self, *keys):
         """Types keys, such as "Tab" or "ctrl+q", into the window with the focus."""

@@ -6,7 +6,7 @@ from pathlib import Path
 from accessible import Role, description_of
 from attempt import Attempt
 from program import Program
-from quizzes import ABANDON, FAILED, GREETING, PASSED, QUIZZES, SEEDS
+from quizzes import FAILED, GREETING, PASSED, QUIZZES, SEEDS
 
 
 @dataclass
@@ -23,8 +23,6 @@ class Learner:
     program: Program = None
     store: dict = field(default_factory=dict)
     log: list = field(default_factory=list)
-
-    # From start to end
 
     def start(self):
         homes = {"XDG_CONFIG_HOME": str(self.home)}
@@ -71,8 +69,6 @@ class Learner:
         assert self.stored() == self.store
         return menu
 
-    # The store
-
     @property
     def store_file(self):
         return self.home / "Zorvan/Zorvan.conf"
@@ -84,23 +80,15 @@ class Learner:
     def passes(self, quiz):
         return int(self.store[f"quiz{quiz.id}"])
 
-    # Windows
-
     def dismiss(self, message, button):
         alert = self.program.wait_for_window(message)
         self.program.click_button(button, alert)
         self.program.wait_until_gone(alert)
 
-    def abandon(self, button):
-        """Answers the question whether to leave a quiz."""
-        self.dismiss(ABANDON, button)
-
     def choose_menu_item(self, menu, item):
         window = self.program.windows()[0]
         self.program.click_button(menu, window, Role.MENU_ITEM)
         self.program.click_button(item, window, Role.MENU_ITEM)
-
-    # Levels in the main menu
 
     def expect_levels(self, menu):
         levels = {quiz: f"{self.passes(quiz)} of 3 passes" for quiz in QUIZZES.values()}
@@ -132,8 +120,6 @@ class Learner:
         self.program.bring_to_front(menu)
         self.expect_levels(menu)
         return menu
-
-    # Quizzes
 
     def open_quiz(self, quiz, menu):
         self.program.click_button(quiz.button, menu)

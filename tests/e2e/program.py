@@ -189,8 +189,6 @@ class Program:
         *_, width, height = extents(window)
         assert width >= int(least[0]) and height >= int(least[1]), f"{describe(window)} is cut off"
 
-    # Pictures
-
     def picture(self, file, window=None):
         """Saves a picture of a window with its frame, or of the whole screen, once it is painted
         and no longer changes. The pointer is put aside first.

@@ -39,9 +39,7 @@ def wait_until(what, condition):
 
 
 class Session:
-    """A login session without a display. It lives in a `with` block and ends everything that it has
-    started at the end of the block.
-
+    """A login session without a display, in a `with` block, which ends everything that it started.
     A process can have only one session: the accessibility library stays with the first bus that it
     finds.
 

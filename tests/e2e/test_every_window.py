@@ -75,7 +75,7 @@ def take_a_quiz(learner, menu):
     expect_window(program, attempt.window)
     program.press("ctrl+w")
     expect_window(program, program.wait_for_window(ABANDON), (Role.LABEL, ABANDON))
-    learner.abandon("No")
+    learner.dismiss(ABANDON, "No")
     attempt.go_on()
     attempt.answer_all()
     marks = "Pass mark 1: earned. Pass mark 2: missing. Pass mark 3: missing."

@@ -40,11 +40,16 @@ class Orca:
     def expect(self, *phrases):
         """Waits until all of these phrases have been said since the last time."""
         phrases = [plain(phrase) for phrase in phrases]
+
+        def ends():
+            said = self.said()
+            found = [said.find(phrase) for phrase in phrases]
+            return -1 not in found and [at + len(text) for at, text in zip(found, phrases)]
+
         try:
-            wait_until(f"it says {phrases}", lambda: all(text in self.said() for text in phrases))
+            self._heard += max(wait_until(f"it says {phrases}", ends))
         finally:
             print(self.said())
-        self._heard += max(self.said().index(text) + len(text) for text in phrases)
 
     def said(self):
         """What it has said since the last time, made plain."""

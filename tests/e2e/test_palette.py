@@ -2,7 +2,7 @@
 
 import pytest
 
-from quizzes import STRUCTURE
+from quizzes import ABANDON, STRUCTURE
 
 DARK = "/usr/share/qt6ct/colors/darker.conf"
 
@@ -24,7 +24,7 @@ def test_windows_follow_the_desktop(learner):
         different = learner.display.differing_pixels(picture, before[title])
         assert different == 0, f"{different} pixels of {picture} are not as in {before[title]}"
     learner.program.press("ctrl+q")
-    learner.abandon("Yes")
+    learner.dismiss(ABANDON, "Yes")
     learner.expect_the_end()
 
 

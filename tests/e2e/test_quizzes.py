@@ -1,7 +1,7 @@
 """With the mouse: quizzes, what is left of them at the next start, and several windows at once."""
 
 from accessible import Role, State, has
-from quizzes import CLEAR, CLEARED, QUIZZES, SEEDS, STRUCTURE
+from quizzes import ABANDON, CLEAR, CLEARED, QUIZZES, SEEDS, STRUCTURE
 
 
 def test_progress_is_kept(learner):
@@ -25,11 +25,11 @@ def test_progress_is_kept(learner):
     attempt = learner.open_quiz(QUIZZES[4], learner.newest_menu())
     attempt.answer()
     learner.program.press("alt+F4")
-    learner.abandon("No")
+    learner.dismiss(ABANDON, "No")
     attempt.go_on()
     attempt.answer(right=False)
     learner.program.press("alt+F4")
-    learner.abandon("Yes")
+    learner.dismiss(ABANDON, "Yes")
     learner.program.wait_until_gone(attempt.window)
     assert len(learner.program.windows("Results")) == 1
     learner.come_back()
@@ -61,7 +61,7 @@ def test_quit_asks_in_the_middle_of_a_quiz(learner):
     program.press("ctrl+comma")
     settings = program.wait_for_window("Settings")
     program.press("ctrl+q")
-    learner.abandon("No")
+    learner.dismiss(ABANDON, "No")
     # Everything is as it was, including the other windows, where the Window menu leads.
     learner.choose_menu_item("Window", "3 Settings")
     program.wait_for_keyboard(settings)
@@ -76,5 +76,5 @@ def test_quit_asks_in_the_middle_of_a_quiz(learner):
     attempt.go_on()
     attempt.answer()
     learner.choose_menu_item("Zorvan", "Quit")
-    learner.abandon("Yes")
+    learner.dismiss(ABANDON, "Yes")
     learner.expect_the_end()

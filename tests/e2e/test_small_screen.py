@@ -7,6 +7,8 @@ from display import Display
 from keyboard import row_of
 from quizzes import GREETING, QUESTIONS, STRUCTURE
 
+WHEEL_UP, WHEEL_DOWN = 4, 5
+
 
 @pytest.fixture
 def display(session):
@@ -89,7 +91,8 @@ def scroll_to(program, window, item):
     left, top, width, height = extents(window)
     while not lies_within(extents(item), view_of(item)):
         before = extents(item)
-        program.display.turn_wheel(left + width // 2, top + height // 2, up=before[1] < top)
+        notch = WHEEL_UP if before[1] < top else WHEEL_DOWN
+        program.display.click(left + width // 2, top + height // 2, notch)
         program.wait_until(
             f"the wheel moves {describe(item)}, which is at {before}",
             lambda: extents(item) != before,
