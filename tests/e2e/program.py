@@ -5,7 +5,9 @@ with the pointer and the keyboard of its display.
 import re
 from pathlib import Path
 
-from accessible import Role, State, ask, children, describe, extents, fits, has
+from gi.repository import Atspi
+
+from accessible import Role, State, action_names, ask, children, describe, extents, fits, has
 from accessible import lies_within, lines, name_of, shown, title_of, window_of
 from session import Stuck, wait_until
 
@@ -213,3 +215,11 @@ class Program:
             if ask(application.get_process_id) == self._process.pid:
                 return application
         return None
+
+
+class ActionProgram(Program):
+    """A program that is used through the actions that its controls offer, as with a switch."""
+
+    def click(self, item):
+        self.wait_until(f"{describe(item)} is enabled", lambda: has(item, State.ENABLED))
+        ask(Atspi.Action.do_action, item, action_names(item).index("Press"))

@@ -2,22 +2,13 @@
 
 import pyatspi
 import pytest
-from gi.repository import Atspi
 
-from accessible import Role, State, action_names, around, ask, description_of, has, name_of
-from program import Program
+from accessible import Role, State, around, ask, description_of, has, name_of
+from program import ActionProgram
 from quizzes import STRUCTURE, answer_names
 
 # There is no other way to learn an action's name.
 pytestmark = pytest.mark.filterwarnings("ignore:Atspi.Action.get_action_name is deprecated")
-
-
-class ActionProgram(Program):
-    """A program that is used through the actions that its controls offer, as with a switch."""
-
-    def click(self, item):
-        self.wait_until("the control is enabled", lambda: has(item, State.ENABLED))
-        ask(Atspi.Action.do_action, item, action_names(item).index("Press"))
 
 
 @pytest.fixture
