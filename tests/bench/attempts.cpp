@@ -19,7 +19,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -49,18 +48,6 @@ double processorMilliseconds() {
 
 double milliseconds(const QElapsedTimer &timer) {
     return double(timer.nsecsElapsed()) / 1e6;
-}
-
-double proportionalKiB() {
-    QFile rollup(u"/proc/self/smaps_rollup"_s);
-    if (rollup.open(QIODevice::ReadOnly)) {
-        for (const QByteArray &line : rollup.readAll().split('\n')) {
-            if (line.startsWith("Pss:")) {
-                return line.simplified().split(' ').value(1).toDouble();
-            }
-        }
-    }
-    qFatal("The kernel does not tell how much memory is used");
 }
 
 /// How often the disk was made to confirm something so far, and how long that took.
@@ -125,28 +112,7 @@ int fdatasync(int descriptor) {
 
 namespace {
 
-/// Which controls have been painted.
-class Painted final : public QObject {
- public:
-    Painted() { qApp->installEventFilter(this); }
-
-    void forget() { controls_.clear(); }
-    bool contains(const Window *window, const QString &name) const {
-        return window != nullptr && controls_.contains(window->findChild<QWidget *>(name));
-    }
-
- private:
-    bool eventFilter(QObject *watched, QEvent *event) override {
-        if (event->type() == QEvent::Paint) {
-            controls_.insert(watched);
-        }
-        return false;
-    }
-
-    QSet<const QObject *> controls_;
-};
-
-class Learner final {
+class Learner final : public QObject {
  public:
     Learner();
 
@@ -154,20 +120,25 @@ class Learner final {
     /// menu that it began in. Returns the times of each step.
     QJsonObject takeQuiz(int quiz);
 
+ protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
  private:
     Window *opened(const QString &layout) const;
+    bool isPainted(const Window *window, const QString &control) const;
     template <class Condition>
     void waitUntil(Condition condition);
     template <class Condition>
     QJsonArray time(const QString &button, Condition painted);
 
-    Painted painted_;
+    QSet<const QObject *> painted_;
     Window *menu_ = nullptr;
     Window *quiz_ = nullptr;
     QTimer patience_;
 };
 
 Learner::Learner() {
+    qApp->installEventFilter(this);
     patience_.callOnTimeout(qApp, [] { qFatal("A window was waited for in vain"); });
     waitUntil([this] { return (menu_ = opened(u"MainMenu"_s)) != nullptr; });
 }
@@ -177,6 +148,17 @@ Window *Learner::opened(const QString &layout) const {
     QList<Window *> windows = desk::windows(layout);
     windows.removeOne(menu_);
     return windows.value(0);
+}
+
+bool Learner::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Paint) {
+        painted_.insert(watched);
+    }
+    return false;
+}
+
+bool Learner::isPainted(const Window *window, const QString &control) const {
+    return window != nullptr && painted_.contains(window->findChild<QWidget *>(control));
 }
 
 template <class Condition>
@@ -194,7 +176,7 @@ template <class Condition>
 QJsonArray Learner::time(const QString &button, Condition painted) {
     waitForServer();
     QCoreApplication::processEvents();
-    painted_.forget();
+    painted_.clear();
     const QWidget *window = QApplication::activeWindow();
     const Step step;
     desk::click(window, button);
@@ -210,7 +192,7 @@ QJsonObject Learner::takeQuiz(int quiz) {
     const Step whole;
     const QJsonArray opening = time(u"btnQuiz%1"_s.arg(quiz), [this] {
         quiz_ = opened(u"MainTest"_s);
-        return painted_.contains(quiz_, u"lblQuestion"_s);
+        return isPainted(quiz_, u"lblQuestion"_s);
     });
     waitUntil([this] { return quiz_->isActiveWindow(); });
 
@@ -221,16 +203,14 @@ QJsonObject Learner::takeQuiz(int quiz) {
     QJsonArray answers;
     QJsonArray questions;
     for (int left = quizRun().questionCount; left > 1; --left) {
-        answers.append(
-            time(answer(left), [this] { return painted_.contains(quiz_, u"lblStatus"_s); }));
+        answers.append(time(answer(left), [this] { return isPainted(quiz_, u"lblStatus"_s); }));
         // The next question's text may be the same.
-        questions.append(time(u"btnNextQuestion"_s, [this] {
-            return painted_.contains(quiz_, u"lblProgressPercent"_s);
-        }));
+        questions.append(time(u"btnNextQuestion"_s,
+                              [this] { return isPainted(quiz_, u"lblProgressPercent"_s); }));
     }
     const QJsonArray ending = time(answer(1), [this] {
-        return painted_.contains(opened(u"QuizComplete"_s), u"lblTheStatus"_s) &&
-               painted_.contains(opened(u"MainMenu"_s), u"progressbarMain"_s);
+        return isPainted(opened(u"QuizComplete"_s), u"lblTheStatus"_s) &&
+               isPainted(opened(u"MainMenu"_s), u"progressbarMain"_s);
     });
     const QJsonArray all = whole.cost();
 
@@ -238,9 +218,10 @@ QJsonObject Learner::takeQuiz(int quiz) {
     opened(u"QuizComplete"_s)->close();
     menu_->close();
     menu_ = next;
-    // As the event loop does when none of the program's own code runs.
-    QCoreApplication::processEvents();
+    // As the event loop does when none of the program's own code runs, for what a freed controller
+    // held too.
     for (int depth = 0; depth < 3; ++depth) {
+        QCoreApplication::processEvents();
         desk::freeUnused();
     }
     return {{u"open"_s, QJsonArray({opening})},
@@ -266,7 +247,6 @@ int main(int argc, char **argv) {
         const double before = processorMilliseconds();
         QJsonObject attempt = learner.takeQuiz(std::stoi(quiz));
         attempt.insert(u"cpu"_s, processorMilliseconds() - before);
-        attempt.insert(u"pss"_s, proportionalKiB());
         attempt.insert(u"heap"_s, double(mallinfo2().uordblks) / 1024);
         std::cout << QJsonDocument(attempt).toJson(QJsonDocument::Compact).constData() << std::endl;
     }

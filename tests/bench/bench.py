@@ -6,8 +6,6 @@
 import argparse
 import json
 import os
-import platform
-import re
 import signal
 import statistics
 import subprocess
@@ -15,19 +13,29 @@ import sys
 import tempfile
 import time
 from contextlib import ExitStack, contextmanager
-from dataclasses import dataclass
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "e2e"))
 
 from display import Display
+from processes import kibibytes, libraries, stripped_size, wait_until_still, wake_ups
 from quizzes import SEEDS
+from report import compare, describe_machine, header, row, spread
 from session import Session, wait_until
 
 OURS = "zorvan"
 IDLE_SECONDS = 10
 IDLE_COPIES = 5
 TURNS = 50
+# What start() measures: its name, its form, and the ratio that is wanted.
+STARTS = (
+    ("exec to first window on screen, ms", "{:.1f}", None),
+    ("exec to all of it painted, ms", "{:.1f}", 1.25),
+    ("processor time until then, ms", "{:.1f}", 1.3),
+    ("peak memory, MiB", "{:.1f}", None),
+    ("proportional memory at rest, MiB", "{:.1f}", 1.25),
+    ("shared libraries mapped", "{:.0f}", 1),
+)
 
 
 def main():
@@ -48,18 +56,6 @@ def arguments():
         "--against", type=Path, help="another program in place of the ten widgets"
     )
     return parser.parse_args()
-
-
-@dataclass
-class Start:
-    """One start of a program. Times in milliseconds, sizes in MiB."""
-
-    mapped: float
-    painted: float
-    cpu: float
-    peak: float
-    proportional: float
-    libraries: int
 
 
 class Bench:
@@ -106,15 +102,8 @@ class Bench:
 
         print(f"{self.options.rounds} starts of each in turn, after two that are not counted\n")
         header("", *self.programs, "ratio", "wanted")
-        for label, field, form, wanted in (
-            ("exec to first window on screen, ms", "mapped", "{:.1f}", None),
-            ("exec to all of it painted, ms", "painted", "{:.1f}", 1.25),
-            ("processor time until then, ms", "cpu", "{:.1f}", 1.3),
-            ("peak memory, MiB", "peak", "{:.1f}", None),
-            ("proportional memory at rest, MiB", "proportional", "{:.1f}", 1.25),
-            ("shared libraries mapped", "libraries", "{:.0f}", 1),
-        ):
-            values = {name: [getattr(s, field) for s in starts[name]] for name in self.programs}
+        for place, (label, form, wanted) in enumerate(STARTS):
+            values = {name: [start[place] for start in starts[name]] for name in self.programs}
             compare(label, values, form, wanted)
         sizes = {name: [stripped_size(program)] for name, program in self.programs.items()}
         compare("stripped binary, KiB", sizes, "{:.0f}", None)
@@ -126,13 +115,13 @@ class Bench:
         with self.running(program) as times:
             pid = times["pid"]
             wait_until_still(pid)
-            return Start(
-                mapped=times["mapped"] * 1e3,
-                painted=times["painted"] * 1e3,
-                cpu=times["cpu"] * 1e3,
-                peak=kibibytes(pid, "status", "VmHWM") / 1024,
-                proportional=kibibytes(pid, "smaps_rollup", "Pss") / 1024,
-                libraries=len(libraries(pid)),
+            return (
+                times["mapped"] * 1e3,
+                times["painted"] * 1e3,
+                times["cpu"] * 1e3,
+                kibibytes(pid, "status", "VmHWM") / 1024,
+                kibibytes(pid, "smaps_rollup", "Pss") / 1024,
+                len(libraries(pid)),
             )
 
     @contextmanager
@@ -255,7 +244,7 @@ class Bench:
             written = process.stdout.readline()
             if not written:
                 sys.exit("An attempt failed.")
-            return json.loads(written)
+            return json.loads(written) | {"pss": kibibytes(process.pid, "smaps_rollup", "Pss")}
 
         with process:
             yield take_quiz
@@ -267,83 +256,6 @@ class Bench:
         store.parent.mkdir(exist_ok=True)
         lines = [f"{key}={value}" for key, value in (SEEDS | more).items()]
         store.write_text("\n".join(["[General]", *lines, ""]))
-
-
-# What the system knows about a process
-
-
-def kibibytes(pid, file, field):
-    text = Path(f"/proc/{pid}/{file}").read_text()
-    return int(re.search(rf"^{field}:\s+(\d+) kB$", text, re.MULTILINE)[1])
-
-
-def libraries(pid):
-    maps = Path(f"/proc/{pid}/maps").read_text()
-    return set(re.findall(r"(/\S+\.so[.\d]*)$", maps, re.MULTILINE))
-
-
-def wake_ups(pid):
-    """How often any of its threads has stopped to wait."""
-    statuses = Path(f"/proc/{pid}/task").glob("*/status")
-    pattern = re.compile(r"^voluntary_ctxt_switches:\s+(\d+)$", re.MULTILINE)
-    return sum(int(pattern.search(status.read_text())[1]) for status in statuses)
-
-
-def wait_until_still(pid):
-    """Returns when the process has not woken up for a third of a second."""
-    before = None
-    while before != (before := wake_ups(pid)):
-        time.sleep(0.3)
-
-
-def stripped_size(program):
-    with tempfile.TemporaryDirectory() as folder:
-        stripped = Path(folder) / "stripped"
-        subprocess.run(["strip", "-o", stripped, program], check=True)
-        return stripped.stat().st_size / 1024
-
-
-# What is printed
-
-
-def describe_machine():
-    cpu = re.search(r"^model name\s*: (.*)$", Path("/proc/cpuinfo").read_text(), re.MULTILINE)
-    qt = subprocess.run(
-        ["qmake6", "-query", "QT_VERSION"], stdout=subprocess.PIPE, text=True, check=False
-    )
-    memory = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
-    print(
-        f"{os.cpu_count()} processors, {cpu[1] if cpu else platform.machine()}; {memory:.0f} GiB;"
-        f" Linux {platform.release()}; Qt {qt.stdout.strip()}\n"
-    )
-
-
-def header(*titles):
-    row(*titles)
-    row("---", *("--:" for _ in titles[1:]))
-
-
-def row(*cells):
-    print("| " + " | ".join(str(cell) for cell in cells) + " |", flush=True)
-
-
-def compare(label, values, form, wanted):
-    """A row with the medians, and the median ratio of the values measured in the same turn."""
-    cells = []
-    for each in values.values():
-        spread = f" ({form} to {form})".format(min(each), max(each)) if len(each) > 1 else ""
-        cells.append(form.format(statistics.median(each)) + spread)
-    ratio = statistics.median(ours / other for ours, other in zip(*values.values()))
-    row(label, *cells, f"{ratio:.2f}", f"at most {wanted}" if wanted else "")
-
-
-def spread(times):
-    figures = [min(times), statistics.median(times), quantile(times, 0.95), max(times)]
-    return (f"{figure:.2f}" for figure in figures)
-
-
-def quantile(values, part):
-    return sorted(values)[min(len(values) - 1, int(len(values) * part))]
 
 
 if __name__ == "__main__":
