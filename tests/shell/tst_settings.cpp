@@ -54,7 +54,8 @@ class tst_settings final : public ShellTest {
         open();
         delegate_->ShowHelp();
         QVERIFY(QTest::qWaitForWindowActive(delegate_->theHelp->window()));
-        alerts_->answer(u"Yes"_s);
+        // Even if another window comes to the front meanwhile.
+        alerts_->answer(u"Yes"_s, [this] { delegate_->ShowHelp(); });
         alerts_->answer(u"OK"_s);
         learner::press(settings_, u"resetProgress"_s);
         const ShownAlert question{.message =

@@ -32,7 +32,9 @@ class tst_windowmenu final : public ShellTest {
         help->close();
         settings->close();
         QCoreApplication::processEvents();
-        QCOMPARE(windowsListed(desk::window(u"MainLayout"_s)), QStringList());
+        const platform::Window *wayBack = desk::window(u"MainLayout"_s);
+        QVERIFY(wayBack != nullptr);
+        QCOMPARE(windowsListed(wayBack), QStringList());
     }
 
     void itemBringsItsWindowToTheFront() {
