@@ -65,7 +65,10 @@ void Lookout::checkNothingIsLeft(const QList<QPointer<QObject>> &objects) const 
             left << QString::fromLatin1(object->metaObject()->className());
         }
     }
-    journal_.want(left.isEmpty(), left.join(u", "_s) + u" outlive the program"_s, u"nothing"_s);
+    journal_.want(left.isEmpty(),
+                  u"%1 objects outlive the program: %2 ..."_s.arg(left.size())
+                      .arg(left.mid(0, 5).join(u", "_s)),
+                  u"none"_s);
     journal_.want(clocks::running().isEmpty(), u"a clock outlives the program"_s, u"none"_s);
 }
 
