@@ -59,6 +59,7 @@ class tst_windowcontroller final : public WindowTest {
         QVERIFY_THROWS_EXCEPTION(std::runtime_error, probe->showWindow());
         QVERIFY(probe->window() == nullptr);
         QVERIFY(desk::windows(u"Probe"_s).isEmpty());
+        QCOMPARE(probe.use_count(), 1);
         QCOMPARE(probe->asked, 0);
 
         probe->whenLoaded = {};
