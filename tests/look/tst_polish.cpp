@@ -1,5 +1,4 @@
 #include <QDialog>
-#include <QFontInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMainWindow>
@@ -11,6 +10,7 @@
 
 #include "controls/rowbutton.h"
 #include "look/polish.h"
+#include "support/openwindow.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
 
@@ -23,9 +23,19 @@ double unitOf(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
 }
 
-/// Whether a length is that many units, apart from rounding.
-bool measures(double pixels, double units, const QWidget &widget) {
-    return qAbs(pixels - units * unitOf(widget)) <= 0.51;
+/// That many units in pixels.
+int pixels(double units, const QWidget &widget) {
+    return qRound(units * unitOf(widget));
+}
+
+QMargins margins(double side, double end, const QWidget &widget) {
+    return {pixels(side, widget), pixels(end, widget), pixels(side, widget), pixels(end, widget)};
+}
+
+void setPointSize(QWidget &widget, double points) {
+    QFont font = widget.font();
+    font.setPointSizeF(points);
+    widget.setFont(font);
 }
 
 }  // namespace
@@ -62,40 +72,16 @@ class tst_polish final : public QObject {
         QFETCH(const double, down);
         for (const double points : {8.0, 10.0, 21.0}) {
             QWidget window;
-            QFont font = window.font();
-            font.setPointSizeF(points);
-            window.setFont(font);
+            setPointSize(window, points);
             auto *control = new QWidget(&window);
             if (!name.isEmpty()) {
                 control->setProperty("spacing", name);
             }
             auto *grid = new QGridLayout(control);
             platform::look::polish(window);
-            const QMargins found = margins(*grid);
-            QVERIFY2(measures(found.left(), side, window) && measures(found.right(), side, window),
-                     qPrintable(u"%1 points: sides of %2 and %3 pixels, wanted %4 units of %5"_s
-                                    .arg(points)
-                                    .arg(found.left())
-                                    .arg(found.right())
-                                    .arg(side)
-                                    .arg(unitOf(window))));
-            QVERIFY2(measures(found.top(), end, window) && measures(found.bottom(), end, window),
-                     qPrintable(
-                         u"%1 points: ends of %2 and %3 pixels, wanted %4 units of %5"_s.arg(points)
-                             .arg(found.top())
-                             .arg(found.bottom())
-                             .arg(end)
-                             .arg(unitOf(window))));
-            QVERIFY2(measures(grid->horizontalSpacing(), across, window),
-                     qPrintable(u"%1 points: %2 pixels across, wanted %3 units of %4"_s.arg(points)
-                                    .arg(grid->horizontalSpacing())
-                                    .arg(across)
-                                    .arg(unitOf(window))));
-            QVERIFY2(measures(grid->verticalSpacing(), down, window),
-                     qPrintable(u"%1 points: %2 pixels down, wanted %3 units of %4"_s.arg(points)
-                                    .arg(grid->verticalSpacing())
-                                    .arg(down)
-                                    .arg(unitOf(window))));
+            QCOMPARE(grid->contentsMargins(), margins(side, end, window));
+            QCOMPARE(grid->horizontalSpacing(), pixels(across, window));
+            QCOMPARE(grid->verticalSpacing(), pixels(down, window));
         }
     }
 
@@ -108,9 +94,9 @@ class tst_polish final : public QObject {
         column->addLayout(line);
         line->addLayout(deeper);
         platform::look::polish(window);
-        QVERIFY(measures(column->spacing(), 1, window));
-        QVERIFY(measures(line->spacing(), 3, window));
-        QVERIFY(measures(deeper->spacing(), 1, window));
+        QCOMPARE(column->spacing(), pixels(1, window));
+        QCOMPARE(line->spacing(), pixels(3, window));
+        QCOMPARE(deeper->spacing(), pixels(1, window));
     }
 
     void unknownSpacingLeavesTheLayoutAlone() {
@@ -121,14 +107,13 @@ class tst_polish final : public QObject {
         line->setContentsMargins(1, 2, 3, 4);
         line->setSpacing(5);
         platform::look::polish(window);
-        QCOMPARE(margins(*line), QMargins(1, 2, 3, 4));
+        QCOMPARE(line->contentsMargins(), QMargins(1, 2, 3, 4));
         QCOMPARE(line->spacing(), 5);
     }
 
     void everyNameInALayoutIsKnown_data() {
         QTest::addColumn<QString>("layout");
-        for (const QString &layout : {u"MainMenu"_s, u"MainTest"_s, u"QuizComplete"_s,
-                                      u"progress"_s, u"Settings"_s, u"Help"_s, u"MainLayout"_s}) {
+        for (const QString &layout : openwindow::layouts) {
             QTest::newRow(qUtf8Printable(layout)) << layout;
         }
     }
@@ -137,35 +122,29 @@ class tst_polish final : public QObject {
         QFETCH(const QString, layout);
         QMainWindow window;
         platform::layoutNamed(layout)(window);
-        int spacings = 0;
+        const QMargins untouched(99, 99, 99, 99);
         for (const QWidget *control : window.findChildren<QWidget *>()) {
             QWidget probe;
             auto *part = new QLabel(&probe);
             auto *line = new QHBoxLayout(part);
-            line->setContentsMargins(99, 99, 99, 99);
+            line->setContentsMargins(untouched);
             const QFont font = part->font();
-            part->setProperty("spacing", control->property("spacing"));
-            part->setProperty("textStyle", control->property("textStyle"));
+            const QVariant spacing = control->property("spacing");
+            const QVariant style = control->property("textStyle");
+            part->setProperty("spacing", spacing);
+            part->setProperty("textStyle", style);
             platform::look::polish(probe);
-            spacings += control->property("spacing").isValid() ? 1 : 0;
-            QVERIFY2(line->contentsMargins() != QMargins(99, 99, 99, 99),
-                     qPrintable(u"%1, %2: the spacing \"%3\" is unknown"_s.arg(
-                         layout, control->objectName(), control->property("spacing").toString())));
-            QVERIFY2(
-                control->property("textStyle").isValid() == (part->font() != font),
-                qPrintable(u"%1, %2: the text style \"%3\" is unknown"_s.arg(
-                    layout, control->objectName(), control->property("textStyle").toString())));
+            QVERIFY2(line->contentsMargins() != untouched, qPrintable(spacing.toString()));
+            QVERIFY2(style.isValid() == (part->font() != font), qPrintable(style.toString()));
         }
-        QVERIFY(spacings > 0);
     }
 
     void dialogIsSpacedAsAWindow() {
         QDialog dialog;
         auto *column = new QVBoxLayout(&dialog);
         platform::look::polish(dialog);
-        QVERIFY(measures(margins(*column).left(), 3, dialog));
-        QVERIFY(measures(margins(*column).top(), 2.25, dialog));
-        QVERIFY(measures(column->spacing(), 1.8, dialog));
+        QCOMPARE(column->contentsMargins(), margins(3, 2.25, dialog));
+        QCOMPARE(column->spacing(), pixels(1.8, dialog));
     }
 
     void textStylesAreAScale() {
@@ -175,22 +154,27 @@ class tst_polish final : public QObject {
             made->setProperty("textStyle", style);
             return made;
         };
-        const QList<QLabel *> labels{label(u"caption"_s), label(QString()), label(u"heading"_s),
-                                     label(u"question"_s), label(u"title"_s)};
+        const QLabel &caption = *label(u"caption"_s);
+        const QLabel &body = *label(QString());
+        const QLabel &heading = *label(u"heading"_s);
+        const QLabel &question = *label(u"question"_s);
+        const QLabel &title = *label(u"title"_s);
         platform::look::polish(window);
-        const double body = QFontInfo(window.font()).pointSizeF();
-        QCOMPARE(QFontInfo(labels[1]->font()).pointSizeF(), body);
-        for (qsizetype i = 1; i < labels.size(); ++i) {
-            const double step = labels[i]->font().pointSizeF() / labels[i - 1]->font().pointSizeF();
-            QVERIFY2(step > 1.1 && step < 1.25,
-                     qPrintable(u"\"%1\" is %2 times the style below it"_s
-                                    .arg(labels[i]->property("textStyle").toString())
-                                    .arg(step)));
+        const auto isAStepAbove = [](const QLabel &one, const QLabel &other) {
+            const double step = one.font().pointSizeF() / other.font().pointSizeF();
+            return step > 1.13 && step < 1.2;
+        };
+        QCOMPARE(body.font(), window.font());
+        QVERIFY(isAStepAbove(body, caption));
+        QVERIFY(isAStepAbove(heading, body));
+        QVERIFY(isAStepAbove(question, heading));
+        QVERIFY(isAStepAbove(title, question));
+        for (const QLabel *bold : {&title, &heading}) {
+            QCOMPARE(bold->font().weight(), QFont::DemiBold);
         }
-        QVERIFY(labels[4]->font().weight() > QFont::Medium);
-        QVERIFY(labels[2]->font().weight() > QFont::Medium);
-        QCOMPARE(labels[3]->font().weight(), QFont::Normal);
-        QCOMPARE(labels[0]->font().weight(), QFont::Normal);
+        for (const QLabel *normal : {&question, &caption}) {
+            QCOMPARE(normal->font().weight(), QFont::Normal);
+        }
     }
 
     void textStyleFollowsAFontInPixels() {
@@ -221,29 +205,19 @@ class tst_polish final : public QObject {
         QCOMPARE(window.sizeHint(), size);
     }
 
-    void everyButtonIsLargeEnoughToHit_data() {
-        QTest::addColumn<double>("points");
-        QTest::newRow("small text") << 7.0;
-        QTest::newRow("large text") << 24.0;
-    }
-
     void everyButtonIsLargeEnoughToHit() {
-        QFETCH(const double, points);
-        QWidget window;
-        QFont font = window.font();
-        font.setPointSizeF(points);
-        window.setFont(font);
-        const QList<QAbstractButton *> buttons{new QPushButton(u"OK"_s, &window),
-                                               new QRadioButton(u"Timed"_s, &window),
-                                               new platform::RowButton(u"A"_s, &window)};
-        platform::look::polish(window);
-        for (const QAbstractButton *button : buttons) {
-            const double height = qMax(button->minimumHeight(), button->minimumSizeHint().height());
-            QVERIFY2(
-                height >= 4.5 * unitOf(window) - 0.51,
-                qPrintable(u"\"%1\" is %2 pixels high, wanted 4.5 units of %3"_s.arg(button->text())
-                               .arg(height)
-                               .arg(unitOf(window))));
+        for (const double points : {7.0, 24.0}) {
+            QWidget window;
+            setPointSize(window, points);
+            const QList<QAbstractButton *> buttons{new QPushButton(u"OK"_s, &window),
+                                                   new QRadioButton(u"Timed"_s, &window),
+                                                   new platform::RowButton(u"A"_s, &window)};
+            platform::look::polish(window);
+            for (const QAbstractButton *button : buttons) {
+                QVERIFY2(qMax(button->minimumHeight(), button->minimumSizeHint().height()) >=
+                             pixels(4.5, window),
+                         qPrintable(button->text()));
+            }
         }
     }
 
@@ -252,8 +226,7 @@ class tst_polish final : public QObject {
         const QPushButton button(u"Start the quiz anew"_s, &window);
         platform::look::polish(window);
         const int text = button.fontMetrics().horizontalAdvance(button.text());
-        QVERIFY2(button.minimumWidth() >= text + 3 * unitOf(window),
-                 qPrintable(u"%1 pixels for a text of %2"_s.arg(button.minimumWidth()).arg(text)));
+        QVERIFY(button.minimumWidth() >= text + pixels(3, window));
     }
 
     void roomIsKeptOnlyWhereItIsWanted() {
@@ -293,15 +266,10 @@ class tst_polish final : public QObject {
         inPage->addWidget(new QLabel(u"A line that is not to be wrapped, however long it is"_s));
         area->setWidget(page);
         platform::look::polish(window);
-        QVERIFY2(area->minimumWidth() >= page->minimumSizeHint().width() +
-                                             area->verticalScrollBar()->sizeHint().width(),
-                 qPrintable(u"at least %1 pixels for a page of %2"_s.arg(area->minimumWidth())
-                                .arg(page->minimumSizeHint().width())));
+        QVERIFY(area->minimumWidth() >=
+                page->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
         QCOMPARE(area->verticalScrollBar()->accessibleName(), u"Help text"_s);
     }
-
- private:
-    static QMargins margins(const QLayout &layout) { return layout.contentsMargins(); }
 };
 
 ZORVAN_TEST(tst_polish)
