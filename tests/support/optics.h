@@ -14,7 +14,7 @@ namespace optics {
 
 /// Device pixels per pixel of a picture: enough for the thinnest stroke to have a core that is
 /// free of antialiasing.
-inline constexpr int ratio = 3;
+inline constexpr int ratio = 2;
 
 /// A text as it is drawn, line by line.
 struct Text {
@@ -52,19 +52,13 @@ double contrast(QRgb one, QRgb other);
 /// nothing was added.
 std::optional<double> inkContrast(const QImage &with, const QImage &without, const QRect &place);
 
-/// The contrast of an added shape's edge or fill, on the worst of its four sides.
+/// The contrast of an added shape's edge or fill, or of an added ring, on the worst of its four
+/// sides.
 std::optional<double> shapeContrast(const QImage &with, const QImage &without);
-
-/// The contrast of an added ring on the worst of its four sides: to what was there before, or to
-/// what is inside or around it, whichever is lowest.
-std::optional<double> ringContrast(const QImage &with, const QImage &without);
 
 /// The contrast of an added mark: of its main colour to the background and, if it has two colours,
 /// between these.
 std::optional<double> markContrast(const QImage &with, const QImage &without);
-
-/// The contrast of the faintest of the pieces that were added along a picture's middle row.
-std::optional<double> piecesContrast(const QImage &with, const QImage &without);
 
 /// The colour that most of the picture's pixels have.
 QRgb mainColor(const QImage &picture);

@@ -9,6 +9,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolTip>
 
 #include "progress/progress.h"
@@ -18,8 +19,8 @@
 #include "shell/help.h"
 #include "shell/mainmenu.h"
 #include "shell/settingscontroller.h"
-#include "support/alerts.h"
 #include "support/desk.h"
+#include "support/pointer.h"
 #include "support/store.h"
 #include "windowing/alert.h"
 #include "windowing/application.h"
@@ -28,20 +29,23 @@
 /// Every window in every state in which it looks different.
 namespace states {
 
+using namespace Qt::StringLiterals;
+
 using Look = std::function<void(QWidget &)>;
 /// Opens a window, has it looked at, and closes it.
 using State = std::function<void(const Look &)>;
 
 inline void nothing(QWidget &) {}
 
-/// The message box on screen; ends the test program if there is none.
-inline QWidget &shownBox() {
-    for (QWidget *box : QApplication::topLevelWidgets()) {
-        if (box->isVisible() && qobject_cast<QMessageBox *>(box) != nullptr) {
-            return *box;
+/// The widget of that class that has a window of its own on screen; ends the test program if there
+/// is none.
+inline QWidget &shownWindow(const char *className) {
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->inherits(className)) {
+            return *window;
         }
     }
-    qFatal("No box is on screen");
+    qFatal("No %s is on screen", className);
 }
 
 inline void settle(QWidget &window) {
@@ -57,6 +61,7 @@ State window(const QString &layout, const store::Contents &contents,
              const Look &prepare = nothing) {
     return [=](const Look &look) {
         store::fill(contents);
+        quizRun().random = [] { return 0U; };
         auto controller = platform::makeController<Controller>(layout);
         controller->showWindow();
         settle(*controller->window());
@@ -68,41 +73,58 @@ State window(const QString &layout, const store::Contents &contents,
     };
 }
 
-/// The main test, in the middle, with that question.
-inline State quiz(const QString &question, const Look &prepare = nothing,
-                  const QString &timed = QStringLiteral("no")) {
+/// A store with two quizzes that are mastered, as it is after a timed attempt at that quiz.
+inline store::Contents progressAfter(int quiz, const QString &status) {
     store::Contents contents = store::seeded();
-    contents[QStringLiteral("currentTest")] = QStringLiteral("7");
-    contents[QStringLiteral("timedQuizzes")] = timed;
-    return window<MainTest>(QStringLiteral("MainTest"), contents, [=](QWidget &window) {
-        if (quizRun().quizTimer) {
-            quizRun().quizTimer->fire();
-            // From here on the time stands still.
-            quizRun().quizTimer.reset();
-        }
-        quizRun().questionOrder[11] = question;
-        quizRun().questionIndex = 11;
-        quizRun().correctCount = 8;
-        desk::click(&window, QStringLiteral("btnNextQuestion"));
+    contents[u"quiz1"_s] = u"3"_s;
+    contents[u"quiz2"_s] = u"2"_s;
+    contents[u"quiz3"_s] = u"1"_s;
+    contents[u"quiz5"_s] = u"3"_s;
+    contents[u"currentTest"_s] = QString::number(quiz);
+    contents[u"currentStatus"_s] = status;
+    contents[u"timedQuizzes"_s] = u"yes"_s;
+    return contents;
+}
+
+inline State mainMenu(const Look &prepare = nothing) {
+    return window<MainMenu>(u"MainMenu"_s, progressAfter(1, u"pass"_s), prepare);
+}
+
+inline State results(int quiz, const QString &status) {
+    return window<QuizComplete>(u"QuizComplete"_s, progressAfter(quiz, status));
+}
+
+/// Asks that question as the twelfth of thirty.
+inline void ask(int question) {
+    quizRun().questionOrder[11] = QString::number(question);
+    quizRun().questionIndex = 11;
+    quizRun().correctCount = 8;
+    desk::click(desk::window(u"MainTest"_s), u"btnNextQuestion"_s);
+}
+
+/// The main test, with the clock stopped after its first second.
+inline State quiz(const Look &prepare) {
+    return window<MainTest>(u"MainTest"_s, progressAfter(7, u"0"_s), [=](QWidget &window) {
+        quizRun().quizTimer->fire();
+        quizRun().quizTimer.reset();
         prepare(window);
     });
 }
 
-inline Look focused(const char *name) {
-    return [=](QWidget &window) {
-        desk::control(&window, QString::fromLatin1(name)).setFocus(Qt::TabFocusReason);
-    };
+inline State quiz(int question, const Look &prepare = nothing) {
+    return quiz([=](QWidget &window) {
+        ask(question);
+        prepare(window);
+    });
+}
+
+inline Look answered(int answer) {
+    return [=](QWidget &window) { desk::click(&window, u"btnAnswer%1"_s.arg(answer)); };
 }
 
 inline Look hovered(const char *name) {
     return [=](QWidget &window) {
-        const QWidget &button = desk::control(&window, QString::fromLatin1(name));
-        const QPoint spot = button.mapTo(&window, button.rect().center());
-        QTest::mouseMove(window.windowHandle(), spot - QPoint(1, 1));
-        QTest::mouseMove(window.windowHandle(), spot);
-        if (!QTest::qWaitFor([&] { return button.parentWidget()->underMouse(); })) {
-            qFatal("%s is not hovered", name);
-        }
+        pointer::moveTo(*desk::control(&window, QString::fromLatin1(name)).parentWidget());
     };
 }
 
@@ -113,145 +135,101 @@ inline Look pressed(const char *name) {
     };
 }
 
-inline Look answered(int rightAnswer) {
-    return [=](QWidget &window) {
-        quizRun().correctAnswerNumber = rightAnswer;
-        desk::click(&window, QStringLiteral("btnAnswer1"));
-    };
-}
-
-inline void scrolledHalfway(QWidget &window) {
-    QScrollBar &bar =
-        *desk::control<QScrollArea>(&window, QStringLiteral("scrollArea")).verticalScrollBar();
-    bar.setValue(bar.maximum() / 2);
-}
-
-inline State results(int passes, const QString &status) {
-    store::Contents contents = store::seeded();
-    contents[QStringLiteral("currentTest")] = QStringLiteral("2");
-    contents[QStringLiteral("currentStatus")] = status;
-    contents[QStringLiteral("quiz2")] = QString::number(passes);
-    return window<QuizComplete>(QStringLiteral("QuizComplete"), contents);
-}
-
-inline State settings(const QString &timed) {
-    store::Contents contents = store::seeded();
-    contents[QStringLiteral("timedQuizzes")] = timed;
-    return window<SettingsController>(QStringLiteral("Settings"), contents);
+inline void scrolledToTheEnd(QWidget &window) {
+    QScrollBar &bar = *desk::control<QScrollArea>(&window, u"scrollArea"_s).verticalScrollBar();
+    bar.setValue(bar.maximum());
 }
 
 inline void wayBack(const Look &look) {
-    store::fill(store::seeded());
-    platform::openWindow(QStringLiteral("MainMenu"));
+    mainMenu()(nothing);
+    platform::openWindow(u"MainMenu"_s);
     desk::clear();
-    platform::Window &window = *desk::window(QStringLiteral("MainLayout"));
+    platform::Window &window = *desk::window(u"MainLayout"_s);
     settle(window);
     look(window);
 }
 
-inline State openMenu(int number) {
-    return [=](const Look &look) {
-        store::fill(store::seeded());
-        const auto controller = platform::makeController<MainMenu>(QStringLiteral("MainMenu"));
-        controller->showWindow();
-        settle(*controller->window());
-        QMenuBar &bar = *controller->window()->menuBar();
-        QAction *item = bar.actions().at(number);
-        bar.setActiveAction(item);
-        if (!QTest::qWaitForWindowExposed(item->menu())) {
+inline void openMenu(const Look &look) {
+    mainMenu([&](QWidget &window) {
+        auto &bar = *window.findChild<QMenuBar *>();
+        QAction *quizzes = bar.actions().at(1);
+        bar.setActiveAction(quizzes);
+        QMenu &menu = *quizzes->menu();
+        if (!QTest::qWaitForWindowExposed(&menu)) {
             qFatal("The menu does not open");
         }
-        item->menu()->setActiveAction(item->menu()->actions().constFirst());
-        look(*controller->window());
-        look(*item->menu());
-        item->menu()->close();
-        desk::clear();
-    };
+        menu.setActiveAction(menu.actions().constFirst());
+        look(window);
+        look(menu);
+        menu.close();
+    })(nothing);
 }
 
 inline void toolTip(const Look &look) {
-    window<MainMenu>(QStringLiteral("MainMenu"), store::seeded(), [&](QWidget &window) {
-        QToolTip::showText(window.geometry().center(), QStringLiteral("Show the passes"), &window);
-        for (QWidget *widget : QApplication::topLevelWidgets()) {
-            if (widget->isVisible() && widget->inherits("QTipLabel")) {
-                look(*widget);
-                QToolTip::hideText();
-                return;
-            }
-        }
-        qFatal("No tool tip is on screen");
+    mainMenu([&](QWidget &window) {
+        QToolTip::showText(window.geometry().center(), u"Show the passes"_s, &window);
+        look(shownWindow("QTipLabel"));
+        QToolTip::hideText();
     })(nothing);
 }
 
 inline void about(const Look &look) {
-    window<MainMenu>(QStringLiteral("MainMenu"), store::seeded(), [&](QWidget &) {
+    mainMenu([&](QWidget &) {
         platform::Application::shared().about();
-        QWidget &box = shownBox();
+        QWidget &box = shownWindow("QMessageBox");
         settle(box);
         look(box);
         box.close();
     })(nothing);
 }
 
-inline State alert(const QString &message, const QString &button, const QString &alternate = {}) {
-    return [=](const Look &look) {
-        window<MainMenu>(QStringLiteral("MainMenu"), store::seeded(), [&](QWidget &) {
-            Alerts alerts;
-            alerts.answer(button, [&] {
-                settle(shownBox());
-                look(shownBox());
-            });
-            platform::Alert(message, {.defaultButton = button, .alternateButton = alternate})
-                .runModal(nullptr);
-        })(nothing);
-    };
+inline void alert(const Look &look) {
+    mainMenu([&](QWidget &) {
+        QTimer::singleShot(0, qApp, [&] {
+            QWidget &box = shownWindow("QMessageBox");
+            settle(box);
+            look(box);
+            box.close();
+        });
+        platform::Alert(
+            u"This will reset all progress. Are you sure you want to clear your progress?"_s,
+            {.defaultButton = u"Yes"_s, .alternateButton = u"No"_s})
+            .runModal(nullptr);
+    })(nothing);
 }
 
 /// All states by name. The main layout has to be loaded.
 inline QMap<QString, State> all() {
-    store::Contents mixed = store::seeded();
-    store::Contents full = store::seeded();
+    store::Contents mastered = store::seeded();
     for (int quiz = 1; quiz <= 7; ++quiz) {
-        mixed[QStringLiteral("quiz%1").arg(quiz)] = QString::number(quiz % 4);
-        full[QStringLiteral("quiz%1").arg(quiz)] = QStringLiteral("3");
+        mastered[u"quiz%1"_s.arg(quiz)] = u"3"_s;
     }
-    const QString mainMenu = QStringLiteral("MainMenu");
-    const QString yes = QStringLiteral("yes");
+    const store::Contents passed = progressAfter(1, u"pass"_s);
     return {
-        {QStringLiteral("main menu, fresh"), window<MainMenu>(mainMenu, store::seeded())},
-        {QStringLiteral("main menu, mixed"), window<MainMenu>(mainMenu, mixed)},
-        {QStringLiteral("main menu, full"), window<MainMenu>(mainMenu, full)},
-        {QStringLiteral("main menu, row focused"),
-         window<MainMenu>(mainMenu, mixed, focused("btnQuiz3"))},
-        {QStringLiteral("main menu, row hovered"),
-         window<MainMenu>(mainMenu, mixed, hovered("btnQuiz4"))},
-        {QStringLiteral("main menu, row pressed"),
-         window<MainMenu>(mainMenu, mixed, pressed("btnQuiz7"))},
-        {QStringLiteral("quiz, short question"), quiz(QStringLiteral("1"))},
-        {QStringLiteral("quiz, code"), quiz(QStringLiteral("59"))},
-        {QStringLiteral("quiz, two answers"), quiz(QStringLiteral("48"))},
-        {QStringLiteral("quiz, timed"), quiz(QStringLiteral("56"), nothing, yes)},
-        {QStringLiteral("quiz, row hovered"), quiz(QStringLiteral("1"), hovered("btnAnswer2"))},
-        {QStringLiteral("quiz, row pressed"), quiz(QStringLiteral("1"), pressed("btnAnswer2"))},
-        {QStringLiteral("quiz, right"), quiz(QStringLiteral("56"), answered(1))},
-        {QStringLiteral("quiz, wrong"), quiz(QStringLiteral("56"), answered(2))},
-        {QStringLiteral("results, pass"), results(2, QStringLiteral("pass"))},
-        {QStringLiteral("results, mastered"), results(3, QStringLiteral("pass"))},
-        {QStringLiteral("results, fail"), results(0, QStringLiteral("fail"))},
-        {QStringLiteral("progress"), window<progress>(QStringLiteral("progress"), mixed)},
-        {QStringLiteral("settings, timed"), settings(yes)},
-        {QStringLiteral("settings, untimed"), settings(QStringLiteral("no"))},
-        {QStringLiteral("help"), window<Help>(QStringLiteral("Help"), mixed)},
-        {QStringLiteral("help, scrolled"),
-         window<Help>(QStringLiteral("Help"), mixed, scrolledHalfway)},
-        {QStringLiteral("way back"), wayBack},
-        {QStringLiteral("open menu"), openMenu(1)},
-        {QStringLiteral("tool tip"), toolTip},
-        {QStringLiteral("about"), about},
-        {QStringLiteral("alert, yes or no"),
-         alert(QStringLiteral("Are you sure?"), QStringLiteral("Yes"), QStringLiteral("No"))},
-        {QStringLiteral("alert"),
-         alert(QStringLiteral("The time is up for this test."), QStringLiteral("OK"))},
+        {u"main menu, new"_s, window<MainMenu>(u"MainMenu"_s, store::seeded())},
+        {u"main menu"_s, mainMenu()},
+        {u"main menu, mastered"_s, window<MainMenu>(u"MainMenu"_s, mastered)},
+        {u"main menu, next row hovered"_s, mainMenu(hovered("btnQuiz2"))},
+        {u"main menu, row pressed"_s, mainMenu(pressed("btnQuiz7"))},
+        {u"quiz, short"_s, quiz(nothing)},
+        {u"quiz, long"_s, quiz(48)},
+        {u"quiz, code"_s, quiz(59)},
+        {u"quiz, row hovered"_s, quiz(1, hovered("btnAnswer2"))},
+        {u"quiz, row pressed"_s, quiz(1, pressed("btnAnswer2"))},
+        {u"quiz, correct"_s, quiz(59, answered(3))},
+        {u"quiz, wrong"_s, quiz(56, answered(1))},
+        {u"results, pass"_s, results(2, u"pass"_s)},
+        {u"results, mastered"_s, results(1, u"pass"_s)},
+        {u"results, fail"_s, results(3, u"fail"_s)},
+        {u"progress"_s, window<progress>(u"progress"_s, passed)},
+        {u"settings"_s, window<SettingsController>(u"Settings"_s, passed)},
+        {u"help"_s, window<Help>(u"Help"_s, passed)},
+        {u"help, keys"_s, window<Help>(u"Help"_s, passed, scrolledToTheEnd)},
+        {u"way back"_s, wayBack},
+        {u"open menu"_s, openMenu},
+        {u"tool tip"_s, toolTip},
+        {u"about"_s, about},
+        {u"alert"_s, alert},
     };
 }
 
