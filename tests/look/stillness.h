@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QDebug>
 #include <QLabel>
 #include <QMap>
 #include <QScrollArea>
 
 #include "support/optics.h"
+#include "support/states.h"
 
 /// What must not move in a window: its controls, and its texts as long as they are the same.
 class Stillness final {
@@ -47,9 +49,7 @@ class Stillness final {
 
     /// The widget's name after its parents' names.
     static QString pathOf(const QWidget &widget) {
-        const QString name = widget.objectName().isEmpty()
-                                 ? QString::fromLatin1(widget.metaObject()->className())
-                                 : widget.objectName();
+        const QString name = states::nameOf(widget);
         return widget.isWindow() ? name : pathOf(*widget.parentWidget()) + u'/' + name;
     }
 
@@ -71,17 +71,9 @@ class Stillness final {
         const auto known = places_.constFind(what);
         if (known != places_.constEnd() && *known != place) {
             moved_ << QStringLiteral("%1: %2 was %3, is %4")
-                          .arg(moment, what, inWords(*known), inWords(place));
+                          .arg(moment, what, QDebug::toString(*known), QDebug::toString(place));
         }
         places_[what] = place;
-    }
-
-    static QString inWords(const QRect &place) {
-        return QStringLiteral("%1 x %2 at (%3, %4)")
-            .arg(place.width())
-            .arg(place.height())
-            .arg(place.x())
-            .arg(place.y());
     }
 
     QMap<QString, QRect> places_;

@@ -1,7 +1,6 @@
 #include <QFontInfo>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollBar>
 
 #include "controls/actionrow.h"
 #include "controls/imagelabel.h"
@@ -17,17 +16,9 @@
 
 using namespace Qt::StringLiterals;
 using platform::RowState;
+using states::nameOf;
 
 namespace {
-
-QString nameOf(const QWidget &widget) {
-    const auto *button = qobject_cast<const QAbstractButton *>(&widget);
-    if (button != nullptr && widget.objectName().isEmpty()) {
-        return u"\"%1\""_s.arg(button->text());
-    }
-    return widget.objectName().isEmpty() ? QString::fromLatin1(widget.metaObject()->className())
-                                         : widget.objectName();
-}
 
 /// The controls of that class that are shown and not scrolled out of sight.
 template <class Control>
@@ -153,24 +144,20 @@ class tst_contrast final : public QObject {
         }
         for (QRadioButton *option : shown<QRadioButton>(window)) {
             measureShape(window, *option);
-            measureOption(window, *option);
-        }
-        for (QScrollBar *bar : shown<QScrollBar>(window)) {
-            measureSlider(window, *bar);
         }
         for (platform::LevelIndicator *level : shown<platform::LevelIndicator>(window)) {
-            measureLevel(window, *level);
+            const QRect room = placeIn(window, *level);
+            demand(nameOf(*level),
+                   optics::inkContrast(shapes(window, room), shapes(window, room, level),
+                                       QRect({}, room.size() * optics::ratio)));
         }
         for (platform::ImageLabel *image : shown<platform::ImageLabel>(window)) {
-            if (!image->image().isNull()) {
-                measureMark(window, *image);
-            }
+            measureShape(window, *image);
         }
         for (platform::StatusIcon *icon : shown<platform::StatusIcon>(window)) {
             const RowState state = platform::ActionRow::around(*icon).state();
-            if (state != RowState::Open && state != RowState::Other) {
-                measureMark(window, *icon);
-            } else if (!icon->property("label").toString().isEmpty()) {
+            const bool marked = state != RowState::Open && state != RowState::Other;
+            if (marked || !icon->property("label").toString().isEmpty()) {
                 measureShape(window, *icon);
             }
         }
@@ -185,62 +172,6 @@ class tst_contrast final : public QObject {
         const QRect room = roomIn(window, widget);
         demand(nameOf(widget),
                optics::shapeContrast(shapes(window, room), shapes(window, room, &widget)));
-    }
-
-    void measureMark(QWidget &window, QWidget &widget) {
-        const QRect room = placeIn(window, widget);
-        demand(u"the mark "_s + nameOf(widget),
-               optics::markContrast(shapes(window, room), shapes(window, room, &widget)));
-    }
-
-    void measureOption(QWidget &window, QRadioButton &option) {
-        const QRect room = roomIn(window, option);
-        const bool checked = option.isChecked();
-        const QSignalBlocker blocker(option);
-        option.setAutoExclusive(false);
-        option.setChecked(true);
-        const QImage on = shapes(window, room);
-        option.setChecked(false);
-        const QImage off = shapes(window, room);
-        option.setChecked(checked);
-        option.setAutoExclusive(true);
-        demand(nameOf(option) + u", on to off"_s, optics::inkContrast(on, off, on.rect()));
-    }
-
-    void measureSlider(QWidget &window, QScrollBar &bar) {
-        const int value = bar.value();
-        const int maximum = bar.maximum();
-        const QSignalBlocker blocker(bar);
-        // With more to scroll the slider is short: at one end it leaves the other half free.
-        bar.setMaximum(10 * bar.pageStep());
-        QRect half = placeIn(window, bar);
-        half.setHeight(half.height() / 2);
-        bar.setValue(bar.minimum());
-        const QImage there = shapes(window, half);
-        bar.setValue(bar.maximum());
-        const QImage gone = shapes(window, half);
-        bar.setMaximum(maximum);
-        bar.setValue(value);
-        demand(u"the scroll bar"_s, optics::shapeContrast(there, gone));
-    }
-
-    void measureLevel(QWidget &window, platform::LevelIndicator &level) {
-        const QRect room = placeIn(window, level);
-        const double value = level.doubleValue();
-        const QSignalBlocker blocker(level);
-        level.setDoubleValue(level.maximum());
-        const QImage filled = shapes(window, room);
-        level.setDoubleValue(0);
-        const QImage empty = shapes(window, room);
-        level.setDoubleValue(value);
-        const QImage background = shapes(window, room, &level);
-        const auto measure = [&](const QString &what, const QImage &with, const QImage &without) {
-            demand(u"%1, %2"_s.arg(nameOf(level), what),
-                   optics::inkContrast(with, without, with.rect()));
-        };
-        measure(u"filled"_s, filled, background);
-        measure(u"empty"_s, empty, background);
-        measure(u"filled to empty"_s, filled, empty);
     }
 
     const QPalette light_ = QApplication::palette();

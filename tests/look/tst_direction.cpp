@@ -1,4 +1,5 @@
 #include <QLabel>
+#include <QToolTip>
 
 #include "controls/textlabel.h"
 #include "support/states.h"
@@ -38,15 +39,6 @@ class tst_direction final : public WindowTest {
     Q_OBJECT
 
  private Q_SLOTS:
-    void label() {
-        for (const QString &text : texts) {
-            platform::TextLabel label;
-            label.setStringValue(text);
-            label.resize(200, 40);
-            QVERIFY2(readsFromLeftToRight(label), qPrintable(text));
-        }
-    }
-
     void answerInTheQuiz() {
         states::quiz([](QWidget &window) {
             auto &answer = desk::control<platform::TextLabel>(&window, u"lblAnswer1");

@@ -1,7 +1,6 @@
 #include <QTest>
 
 #include "stillness.h"
-#include "support/golden.h"
 #include "support/openwindow.h"
 #include "support/quizdesk.h"
 #include "support/states.h"
@@ -22,9 +21,17 @@ class tst_stillness final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
+    void initTestCase_data() {
+        QTest::addColumn<double>("textSize");
+        QTest::addColumn<Room>("room");
+        QTest::newRow("100 % text, least window") << 1.0 << Room::Least;
+        QTest::newRow("100 % text, enlarged window") << 1.0 << Room::Enlarged;
+        QTest::newRow("200 % text, least window") << 2.0 << Room::Least;
+    }
+
     void init() {
         ProgramTest::init();
-        QFETCH(const double, textSize);
+        QFETCH_GLOBAL(const double, textSize);
         QFont font = QApplication::font();
         font.setPointSizeF(font.pointSizeF() * textSize);
         QApplication::setFont(font);
@@ -36,49 +43,27 @@ class tst_stillness final : public ProgramTest {
         QCOMPARE(stillness_.moved(), QString());
     }
 
-    void questionsAndVerdictsMoveNothing_data() { addSizes(); }
-
-    void questionsAndVerdictsMoveNothing() {
-        const auto quiz = openTimedQuiz();
+    void questionsVerdictsAndTheClockMoveNothing() {
+        store::set(u"currentTest"_s, u"7"_s);
+        store::set(u"timedQuizzes"_s, u"yes"_s);
+        const auto quiz = open<MainTest>(u"MainTest"_s);
         Window &window = *quiz->window();
         stillness_.look(window, u"as it opens"_s);
-        for (const golden::Question &question : golden::questions()) {
-            states::ask(question.number);
+        for (int question = 1; question <= 77; ++question) {
+            quizRun().quizTimer->fire();
+            states::ask(question);
             QCoreApplication::processEvents();
-            stillness_.look(window, u"Question %1"_s.arg(question.number));
-            // The last three are never asked.
-            const golden::Question &asked =
-                golden::questionReading(quizdesk::questionShown(&window));
-            const bool right = question.number % 2 == 0;
-            const int wrongAnswer = asked.right == 1 ? 2 : 1;
-            quizdesk::answer(&window, right ? asked.right : wrongAnswer);
+            stillness_.look(window, u"Question %1"_s.arg(question));
+            const int rightAnswer = quizRun().correctAnswerNumber;
+            const int wrongAnswer = rightAnswer == 1 ? 2 : 1;
+            const bool right = question % 2 == 0;
+            quizdesk::answer(&window, right ? rightAnswer : wrongAnswer);
             QCoreApplication::processEvents();
             QCOMPARE(desk::text(&window, u"lblStatus"_s), right ? u"correct"_s : u"wrong"_s);
-            stillness_.look(window, u"Answer to question %1"_s.arg(question.number));
+            stillness_.look(window, u"Answer to question %1"_s.arg(question));
         }
         QVERIFY(stillness_.seen() > 200);
     }
-
-    void theClockMovesNothing_data() { addSizes(); }
-
-    void theClockMovesNothing() {
-        const auto quiz = openTimedQuiz();
-        Window &window = *quiz->window();
-        stillness_.look(window, u"Before the first tick"_s);
-        // Down from several minutes, and down to none.
-        for (const int minutes : {7, 1}) {
-            quizRun().minutesLeft = minutes;
-            quizRun().secondsLeft = 12;
-            for (int tick = 0; tick < 15; ++tick) {
-                quizRun().quizTimer->fire();
-                QCoreApplication::processEvents();
-                stillness_.look(window, desk::text(&window, u"lblTimeLeft"_s));
-            }
-        }
-        QCOMPARE(desk::text(&window, u"lblTimeLeft"_s), u"0:57"_s);
-    }
-
-    void otherLevelsMoveNothing_data() { addSizes(); }
 
     void otherLevelsMoveNothing() {
         const auto menu = open<MainMenu>(u"MainMenu"_s);
@@ -91,8 +76,6 @@ class tst_stillness final : public ProgramTest {
         }
     }
 
-    void theChoiceOfTheTimingMovesNothing_data() { addSizes(); }
-
     void theChoiceOfTheTimingMovesNothing() {
         const auto settings = open<SettingsController>(u"Settings"_s);
         for (const QString &radio : {u"noRadio"_s, u"yesRadio"_s, u"noRadio"_s}) {
@@ -101,8 +84,6 @@ class tst_stillness final : public ProgramTest {
             stillness_.look(*settings->window(), radio);
         }
     }
-
-    void everyOutcomeStandsInTheSamePlace_data() { addSizes(); }
 
     void everyOutcomeStandsInTheSamePlace() {
         for (int quiz = 1; quiz <= 7; ++quiz) {
@@ -122,8 +103,6 @@ class tst_stillness final : public ProgramTest {
         }
     }
 
-    void everyPercentageStandsInTheSamePlace_data() { addSizes(); }
-
     void everyPercentageStandsInTheSamePlace() {
         for (const auto &[level, percentage] :
              {std::pair{u"0"_s, u"0%"_s}, std::pair{u"1"_s, u"33%"_s},
@@ -137,16 +116,16 @@ class tst_stillness final : public ProgramTest {
     }
 
     void pointerAndFocusMoveNothing_data() {
-        QTest::addColumn<double>("textSize");
         QTest::addColumn<QString>("layout");
         for (const QString &layout : openwindow::layouts) {
-            QTest::newRow(qUtf8Printable(layout)) << 1.0 << layout;
+            QTest::newRow(qUtf8Printable(layout)) << layout;
         }
     }
 
     void pointerAndFocusMoveNothing() {
         QFETCH(const QString, layout);
         Window &window = *openwindow::open(layout, *delegate_);
+        resize(window);
         states::settle(window);
         stillness_.lookAtControls(window, u"as it opens"_s);
         for (QWidget *control : window.findChildren<QWidget *>()) {
@@ -159,14 +138,6 @@ class tst_stillness final : public ProgramTest {
     }
 
  private:
-    static void addSizes() {
-        QTest::addColumn<double>("textSize");
-        QTest::addColumn<Room>("room");
-        QTest::newRow("100 % text, least window") << 1.0 << Room::Least;
-        QTest::newRow("100 % text, enlarged window") << 1.0 << Room::Enlarged;
-        QTest::newRow("200 % text, least window") << 2.0 << Room::Least;
-    }
-
     static void setLevels(const QString &level) {
         for (int quiz = 1; quiz <= 7; ++quiz) {
             store::set(u"quiz%1"_s.arg(quiz), level);
@@ -177,17 +148,14 @@ class tst_stillness final : public ProgramTest {
     std::shared_ptr<Controller> open(const QString &layout) {
         auto controller = platform::makeController<Controller>(layout);
         controller->showWindow();
-        Window &window = *controller->window();
-        QFETCH(const Room, room);
-        window.resize(room == Room::Least ? QSize(1, 1) : window.size() * 1.4);
-        QCoreApplication::processEvents();
+        resize(*controller->window());
         return controller;
     }
 
-    std::shared_ptr<MainTest> openTimedQuiz() {
-        store::set(u"currentTest"_s, u"7"_s);
-        store::set(u"timedQuizzes"_s, u"yes"_s);
-        return open<MainTest>(u"MainTest"_s);
+    static void resize(Window &window) {
+        QFETCH_GLOBAL(const Room, room);
+        window.resize(room == Room::Least ? QSize(1, 1) : window.size() * 1.4);
+        QCoreApplication::processEvents();
     }
 
     void pointAt(Window &window, QWidget &control) {

@@ -60,8 +60,6 @@ class Engine final : public QPaintEngine {
         painter_.setPen(source.pen());
         painter_.setBrush(source.brush());
         painter_.setBrushOrigin(source.brushOrigin());
-        painter_.setBackground(source.background());
-        painter_.setBackgroundMode(source.backgroundMode());
         painter_.setOpacity(source.opacity());
         painter_.setCompositionMode(source.compositionMode());
         painter_.setRenderHints(painter_.renderHints(), false);
@@ -95,46 +93,21 @@ class Engine final : public QPaintEngine {
     QPainter painter_;
 };
 
-class Canvas final : public QPaintDevice {
+/// What a widget is rendered on; the image itself only states the size and the resolution.
+class Canvas final : public QImage {
  public:
-    Canvas(QSize size, QImage &image, bool drawsTexts, int dotsPerInch)
-        : size_(size), dotsPerInch_(dotsPerInch), engine_(size, image, drawsTexts) {}
+    Canvas(const QWidget &widget, QSize size, QImage &target, bool drawsTexts)
+        : QImage(size * ratio, Format_RGB32), engine_(size * ratio, target, drawsTexts) {
+        constexpr double inchesInAMetre = 1 / 0.0254;
+        setDevicePixelRatio(ratio);
+        setDotsPerMeterX(qRound(widget.logicalDpiX() * inchesInAMetre));
+        setDotsPerMeterY(qRound(widget.logicalDpiY() * inchesInAMetre));
+    }
 
     QPaintEngine *paintEngine() const override { return &engine_; }
     const QList<Text> &texts() const { return engine_.texts(); }
 
- protected:
-    int metric(PaintDeviceMetric metric) const override {
-        switch (metric) {
-            case PdmWidth:
-                return size_.width();
-            case PdmHeight:
-                return size_.height();
-            case PdmWidthMM:
-                return qRound(size_.width() * 25.4 / dotsPerInch_);
-            case PdmHeightMM:
-                return qRound(size_.height() * 25.4 / dotsPerInch_);
-            case PdmNumColors:
-                return 0;
-            case PdmDepth:
-                return 32;
-            case PdmDevicePixelRatio:
-                return ratio;
-            case PdmDevicePixelRatioScaled:
-                return qRound(ratio * devicePixelRatioFScale());
-            case PdmDpiX:
-            case PdmDpiY:
-            case PdmPhysicalDpiX:
-            case PdmPhysicalDpiY:
-                return dotsPerInch_;
-            default:
-                return QPaintDevice::metric(metric);
-        }
-    }
-
  private:
-    QSize size_;
-    int dotsPerInch_;
     mutable Engine engine_;
 };
 
@@ -154,7 +127,7 @@ class Unpainted final : public QObject {
 Picture picture(QWidget &window, const QRect &area, const Without &without) {
     QImage pixels(area.size() * ratio, QImage::Format_RGB32);
     pixels.fill(Qt::black);
-    Canvas canvas(pixels.size(), pixels, !without.texts, window.logicalDpiX());
+    Canvas canvas(window, area.size(), pixels, !without.texts);
     const Unpainted unpainted(without.control);
     window.render(&canvas, {}, area);
     return {pixels, canvas.texts()};
@@ -167,7 +140,7 @@ Picture picture(QWidget &window, const Without &without) {
 QList<Text> texts(QWidget &widget) {
     // Nothing else is looked at.
     QImage spot(1, 1, QImage::Format_RGB32);
-    Canvas canvas(widget.size() * ratio, spot, false, widget.logicalDpiX());
+    Canvas canvas(widget, widget.size(), spot, false);
     widget.render(&canvas);
     return canvas.texts();
 }

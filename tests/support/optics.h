@@ -56,10 +56,6 @@ std::optional<double> inkContrast(const QImage &with, const QImage &without, con
 /// sides.
 std::optional<double> shapeContrast(const QImage &with, const QImage &without);
 
-/// The contrast of an added mark: of its main colour to the background and, if it has two colours,
-/// between these.
-std::optional<double> markContrast(const QImage &with, const QImage &without);
-
 /// The colour that most of the picture's pixels have.
 QRgb mainColor(const QImage &picture);
 

@@ -72,16 +72,6 @@ double contrastOfSide(const QImage &with, const QImage &without, const QRect &bo
     return best;
 }
 
-/// The colours, the most frequent first, with their frequencies.
-QList<std::pair<int, QRgb>> byFrequency(const QHash<QRgb, int> &counts) {
-    QList<std::pair<int, QRgb>> colors;
-    for (auto count = counts.begin(); count != counts.end(); ++count) {
-        colors.append({*count, count.key()});
-    }
-    std::ranges::sort(colors, std::greater());
-    return colors;
-}
-
 }  // namespace
 
 double contrast(QRgb one, QRgb other) {
@@ -121,31 +111,6 @@ std::optional<double> shapeContrast(const QImage &with, const QImage &without) {
     return worst;
 }
 
-std::optional<double> markContrast(const QImage &with, const QImage &without) {
-    QHash<QRgb, int> counts;
-    const QRect inner = with.rect().adjusted(1, 0, -1, 0);
-    visitChanged(with, without, inner, [&](const QPoint &at) {
-        const QRgb *const here = row(with, at.y()) + at.x();
-        // Shades between two colours count for neither.
-        if (here[-1] == here[0] && here[1] == here[0]) {
-            ++counts[here[0]];
-        }
-    });
-    if (counts.isEmpty()) {
-        return std::nullopt;
-    }
-    const auto colors = byFrequency(counts);
-    const int most = colors.first().first;
-    const QRgb main = colors.first().second;
-    const double toBackground = contrast(main, mainColor(without));
-    // A shade of the main colour is not a second colour.
-    const auto second = std::ranges::find_if(colors, [&](const auto &color) {
-        return color.first * 25 > most && contrast(color.second, main) > 1.2;
-    });
-    return second == colors.end() ? toBackground
-                                  : qMin(toBackground, contrast(main, second->second));
-}
-
 QRgb mainColor(const QImage &picture) {
     QHash<QRgb, int> counts;
     for (int y = 0; y < picture.height(); ++y) {
@@ -153,7 +118,15 @@ QRgb mainColor(const QImage &picture) {
             ++counts[row(picture, y)[x]];
         }
     }
-    return byFrequency(counts).constFirst().second;
+    int most = 0;
+    QRgb main = 0;
+    for (auto count = counts.begin(); count != counts.end(); ++count) {
+        if (*count > most) {
+            most = *count;
+            main = count.key();
+        }
+    }
+    return main;
 }
 
 }  // namespace optics

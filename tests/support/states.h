@@ -10,7 +10,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
-#include <QToolTip>
 
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
@@ -46,6 +45,11 @@ inline QWidget &shownWindow(const char *className) {
         }
     }
     qFatal("No %s is on screen", className);
+}
+
+inline QString nameOf(const QWidget &widget) {
+    return widget.objectName().isEmpty() ? QString::fromLatin1(widget.metaObject()->className())
+                                         : widget.objectName();
 }
 
 inline void settle(QWidget &window) {
@@ -141,7 +145,7 @@ inline void scrolledToTheEnd(QWidget &window) {
 }
 
 inline void wayBack(const Look &look) {
-    mainMenu()(nothing);
+    store::fill(store::seeded());
     platform::openWindow(u"MainMenu"_s);
     desk::clear();
     platform::Window &window = *desk::window(u"MainLayout"_s);
@@ -162,14 +166,6 @@ inline void openMenu(const Look &look) {
         look(window);
         look(menu);
         menu.close();
-    })(nothing);
-}
-
-inline void toolTip(const Look &look) {
-    mainMenu([&](QWidget &window) {
-        QToolTip::showText(window.geometry().center(), u"Show the passes"_s, &window);
-        look(shownWindow("QTipLabel"));
-        QToolTip::hideText();
     })(nothing);
 }
 
@@ -227,7 +223,6 @@ inline QMap<QString, State> all() {
         {u"help, keys"_s, window<Help>(u"Help"_s, passed, scrolledToTheEnd)},
         {u"way back"_s, wayBack},
         {u"open menu"_s, openMenu},
-        {u"tool tip"_s, toolTip},
         {u"about"_s, about},
         {u"alert"_s, alert},
     };
