@@ -10,7 +10,7 @@
 
 #include "controls/rowbutton.h"
 #include "look/polish.h"
-#include "support/openwindow.h"
+#include "openwindow.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
 

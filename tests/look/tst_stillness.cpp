@@ -1,7 +1,7 @@
 #include <QTest>
 
+#include "openwindow.h"
 #include "stillness.h"
-#include "support/openwindow.h"
 #include "support/quizdesk.h"
 #include "support/states.h"
 #include "support/testmain.h"

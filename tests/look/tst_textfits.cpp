@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "support/openwindow.h"
+#include "openwindow.h"
 #include "support/states.h"
 #include "support/testmain.h"
 #include "support/windowtest.h"
