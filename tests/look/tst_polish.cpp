@@ -10,7 +10,6 @@
 
 #include "controls/rowbutton.h"
 #include "look/polish.h"
-#include "openwindow.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
 
@@ -90,9 +89,9 @@ class tst_polish final : public QObject {
     }
 
     void everyNameInALayoutIsKnown() {
-        for (const QString &layout : openwindow::layouts) {
+        for (const auto &[layout, builder] : platform::layouts()) {
             QMainWindow window;
-            platform::layoutNamed(layout)(window);
+            builder(window);
             for (const QWidget *control : window.findChildren<QWidget *>()) {
                 const QVariant spacing = control->property("spacing");
                 const QVariant style = control->property("textStyle");

@@ -1,6 +1,5 @@
 #include <QTest>
 
-#include "openwindow.h"
 #include "stillness.h"
 #include "support/quizdesk.h"
 #include "support/states.h"
@@ -115,16 +114,11 @@ class tst_stillness final : public ProgramTest {
         }
     }
 
-    void pointerAndFocusMoveNothing_data() {
-        QTest::addColumn<QString>("layout");
-        for (const QString &layout : openwindow::layouts) {
-            QTest::newRow(qUtf8Printable(layout)) << layout;
-        }
-    }
+    void pointerAndFocusMoveNothing_data() { layoutRows(); }
 
     void pointerAndFocusMoveNothing() {
         QFETCH(const QString, layout);
-        Window &window = *openwindow::open(layout, *delegate_);
+        Window &window = *openWindow(layout);
         resize(window);
         states::settle(window);
         stillness_.lookAtControls(window, u"as it opens"_s);

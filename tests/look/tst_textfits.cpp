@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "openwindow.h"
+#include "support/learner.h"
 #include "support/states.h"
 #include "support/testmain.h"
 #include "support/windowtest.h"
@@ -34,16 +34,11 @@ class tst_textfits final : public ProgramTest {
         qApp->setStyleSheet(styleSheet);
     }
 
-    void everyWindow_data() {
-        QTest::addColumn<QString>("layout");
-        for (const QString &layout : openwindow::layouts) {
-            QTest::newRow(qUtf8Printable(layout)) << layout;
-        }
-    }
+    void everyWindow_data() { layoutRows(); }
 
     void everyWindow() {
         QFETCH(const QString, layout);
-        Window &window = *openwindow::open(layout, *delegate_);
+        Window &window = *openWindow(layout);
         shrink(window);
         QCOMPARE(texts::flaws(window), QString());
         QFETCH_GLOBAL(const QSize, screen);

@@ -5,19 +5,20 @@
 #include <QTest>
 #include <QTimer>
 
-#include "shelltest.h"
+#include "support/learner.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 #include "windowing/bringtofront.h"
 
 using namespace Qt::StringLiterals;
 
-class tst_about final : public ShellTest {
+class tst_about final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
     void init() {
-        ShellTest::init();
-        menu_ = open(u"MainMenu"_s);
+        ProgramTest::init();
+        menu_ = openWindow(u"MainMenu"_s);
         learner::pick(menu_, u"about"_s);
         QCOMPARE(boxes().size(), 1);
         box_ = boxes().first();

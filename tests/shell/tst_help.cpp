@@ -7,6 +7,7 @@
 #include "controls/keylabel.h"
 #include "controls/textlabel.h"
 #include "progress/progressstore.h"
+#include "quizrun/quizrun.h"
 #include "shell/help.h"
 #include "support/learner.h"
 #include "support/quizdesk.h"

@@ -4,13 +4,14 @@
 
 #include "shell/help.h"
 #include "shell/settingscontroller.h"
-#include "shelltest.h"
+#include "support/learner.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
 /// The menu bar and the keys of its items. Whether they work from every window tst_quit shows.
-class tst_menubar final : public ShellTest {
+class tst_menubar final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
@@ -18,9 +19,9 @@ class tst_menubar final : public ShellTest {
 
     void everyWindowShowsTheSameMenuItems() {
         QFETCH(const QString, layout);
-        const QList<QAction *> menus = open(u"MainLayout"_s)->menuBar()->actions();
+        const QList<QAction *> menus = openWindow(u"MainLayout"_s)->menuBar()->actions();
         QCOMPARE(menus.size(), 4);
-        const platform::Window *window = open(layout);
+        const platform::Window *window = openWindow(layout);
         QVERIFY(window->menuBar()->isVisible());
         const QList<QAction *> shown = window->menuBar()->actions();
         QCOMPARE(shown.size(), menus.size());
@@ -47,7 +48,7 @@ class tst_menubar final : public ShellTest {
     }
 
     void shortcutTriggersItsItemOnce() {
-        platform::Window *window = open(u"MainMenu"_s);
+        platform::Window *window = openWindow(u"MainMenu"_s);
         for (const QString &action :
              {u"GoTest1"_s, u"GoTest2"_s, u"GoTest3"_s, u"GoTest4"_s, u"GoTest5"_s, u"GoTest6"_s,
               u"GoTest7"_s, u"GoMainMenu"_s, u"goPreferences"_s, u"ShowHelp"_s}) {
@@ -61,8 +62,8 @@ class tst_menubar final : public ShellTest {
 
     void closeItemClosesOnlyTheWindowInFront() {
         for (const bool byKey : {true, false}) {
-            platform::Window *menu = open(u"MainMenu"_s);
-            platform::Window *settings = open(u"Settings"_s);
+            platform::Window *menu = openWindow(u"MainMenu"_s);
+            platform::Window *settings = openWindow(u"Settings"_s);
             QVERIFY(QTest::qWaitForWindowActive(settings));
             if (byKey) {
                 learner::type(settings, Qt::CTRL | Qt::Key_W);
@@ -76,11 +77,11 @@ class tst_menubar final : public ShellTest {
 
     void escapeClosesOnlyTheAuxiliaryWindows() {
         for (const QString &layout : {u"Settings"_s, u"progress"_s, u"Help"_s, u"QuizComplete"_s}) {
-            learner::type(open(layout), Qt::Key_Escape);
+            learner::type(openWindow(layout), Qt::Key_Escape);
             QVERIFY2(desk::windows(layout).isEmpty(), qUtf8Printable(layout));
         }
         for (const QString &layout : {u"MainMenu"_s, u"MainTest"_s}) {
-            platform::Window *window = open(layout);
+            platform::Window *window = openWindow(layout);
             learner::type(window, Qt::Key_Escape);
             QVERIFY2(desk::windows(layout).contains(window), qUtf8Printable(layout));
         }

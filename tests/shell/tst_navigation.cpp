@@ -4,22 +4,25 @@
 
 #include "progress/progress.h"
 #include "quizrun/maintest.h"
+#include "quizrun/quizrun.h"
 #include "resources/resources.h"
 #include "shell/help.h"
+#include "shell/mainmenu.h"
 #include "shell/settingscontroller.h"
-#include "shelltest.h"
+#include "support/learner.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 #include "system/exception.h"
 
 using namespace Qt::StringLiterals;
 
 /// How windows come to be opened, and what happens if one cannot be.
-class tst_navigation final : public ShellTest {
+class tst_navigation final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
     void init() {
-        ShellTest::init();
+        ProgramTest::init();
         delegate_->applicationDidFinishLaunching();
         menu_ = delegate_->theMainMenu;
         standardError_->take();
@@ -27,7 +30,7 @@ class tst_navigation final : public ShellTest {
 
     void cleanup() {
         menu_.reset();
-        ShellTest::cleanup();
+        ProgramTest::cleanup();
     }
 
     void firstLaunchGreetsOverTheMainMenuThenLogsOneLine() {

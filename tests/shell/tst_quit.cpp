@@ -2,26 +2,28 @@
 
 #include "controls/textlabel.h"
 #include "shell/help.h"
-#include "shelltest.h"
+#include "shell/mainmenu.h"
 #include "support/eventloop.h"
+#include "support/learner.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
 /// Quit, and the way back: the window that appears when no other is left.
-class tst_quit final : public ShellTest {
+class tst_quit final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
     void wayBackSaysHowToGoOn() {
-        const auto labels = open(u"MainLayout"_s)->findChildren<platform::TextLabel *>();
+        const auto labels = openWindow(u"MainLayout"_s)->findChildren<platform::TextLabel *>();
         QVERIFY(std::any_of(labels.begin(), labels.end(), [](const platform::TextLabel *label) {
             return label->isVisible() && label->text().contains(u"main menu");
         }));
     }
 
     void wayBackIsThereWhileNoOtherWindowIs() {
-        platform::Window *menu = open(u"MainMenu"_s);
+        platform::Window *menu = openWindow(u"MainMenu"_s);
         delegate_->ShowHelp();
         close(menu);
         QVERIFY(!wayBackIsShown());
@@ -38,7 +40,7 @@ class tst_quit final : public ShellTest {
     }
 
     void cancelledQuitKeepsTheWayBack() {
-        platform::Window *quiz = open(u"MainTest"_s);
+        platform::Window *quiz = openWindow(u"MainTest"_s);
         alerts_->answer(u"No"_s);
         QCOMPARE(eventloop::run([quiz] { learner::pick(quiz, u"quit"_s); }),
                  eventloop::StillRunning);
@@ -49,7 +51,7 @@ class tst_quit final : public ShellTest {
     }
 
     void oneNoOfTwoQuizzesCancelsQuit() {
-        platform::Window *menu = open(u"MainMenu"_s);
+        platform::Window *menu = openWindow(u"MainMenu"_s);
         learner::press(menu, u"goTest5"_s);
         learner::pick(menu, u"GoTest6"_s);
         delegate_->ShowHelp();
@@ -72,7 +74,7 @@ class tst_quit final : public ShellTest {
 
     void shortcutQuitsFromEveryWindow() {
         QFETCH(const QString, layout);
-        platform::Window *window = layout == u"MainLayout" ? showWayBack() : open(layout);
+        platform::Window *window = layout == u"MainLayout" ? showWayBack() : openWindow(layout);
         if (layout == u"MainTest") {
             alerts_->answer(u"Yes"_s);
         }

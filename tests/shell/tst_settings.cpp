@@ -3,12 +3,13 @@
 
 #include "shell/help.h"
 #include "shell/settingscontroller.h"
-#include "shelltest.h"
+#include "support/learner.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
-class tst_settings final : public ShellTest {
+class tst_settings final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:

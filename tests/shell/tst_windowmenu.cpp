@@ -1,19 +1,21 @@
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 
 #include "shell/help.h"
 #include "shell/settingscontroller.h"
-#include "shelltest.h"
 #include "support/testmain.h"
+#include "support/windowtest.h"
 
 using namespace Qt::StringLiterals;
 
 /// The Window menu, which lists the windows on screen below its own items.
-class tst_windowmenu final : public ShellTest {
+class tst_windowmenu final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
     void windowsAreListedEachTimeAnew() {
-        platform::Window *menu = open(u"MainMenu"_s);
+        platform::Window *menu = openWindow(u"MainMenu"_s);
         delegate_->ShowHelp();
         platform::Window *help = delegate_->theHelp->window();
         delegate_->goPreferences();
@@ -38,7 +40,7 @@ class tst_windowmenu final : public ShellTest {
     }
 
     void itemBringsItsWindowToTheFront() {
-        platform::Window *menu = open(u"MainMenu"_s);
+        platform::Window *menu = openWindow(u"MainMenu"_s);
         delegate_->goPreferences();
         platform::Window *settings = delegate_->theSettings->window();
         QVERIFY(QTest::qWaitForWindowActive(settings));

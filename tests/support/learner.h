@@ -14,19 +14,6 @@
 /// What a learner does with a window, independent of the names of its controls.
 namespace learner {
 
-/// Adds a test row for each quiz, named by its id, with the quiz's name.
-inline void quizRows() {
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("quiz 1") << QStringLiteral("1") << QStringLiteral("Terminology");
-    QTest::newRow("quiz 2") << QStringLiteral("2") << QStringLiteral("Variables");
-    QTest::newRow("quiz 3") << QStringLiteral("3") << QStringLiteral("Methods");
-    QTest::newRow("quiz 4") << QStringLiteral("4") << QStringLiteral("Functions");
-    QTest::newRow("quiz 5") << QStringLiteral("5") << QStringLiteral("Structure");
-    QTest::newRow("quiz 6") << QStringLiteral("6") << QStringLiteral("Syntax");
-    QTest::newRow("quiz 7") << QStringLiteral("7") << QStringLiteral("Main Test");
-}
-
 /// The button with that action; ends the test program if there is none.
 inline QAbstractButton &button(const QWidget *window, const QString &action) {
     if (window != nullptr) {

@@ -6,6 +6,8 @@
 #include "quizrun/quizrun.h"
 #include "resources/resources.h"
 #include "shell/controllertable.h"
+#include "shell/mainmenu.h"
+#include "support/learner.h"
 #include "windowing/application.h"
 
 void WindowTest::init() {
@@ -36,4 +38,48 @@ void ProgramTest::cleanup() {
     delegate_.reset();
     standardError_.reset();
     WindowTest::cleanup();
+}
+
+void ProgramTest::layoutRows() {
+    QTest::addColumn<QString>("layout");
+    for (const char *layout :
+         {"MainMenu", "MainTest", "QuizComplete", "progress", "Settings", "Help", "MainLayout"}) {
+        QTest::newRow(layout) << QString::fromLatin1(layout);
+    }
+}
+
+platform::Window *ProgramTest::openWindow(const QString &layout) {
+    delegate_->ShowMainMenu();
+    platform::Window *menu = delegate_->theMainMenu->window();
+    if (layout == u"MainMenu") {
+        return menu;
+    }
+    if (layout == u"MainTest") {
+        learner::press(menu, QStringLiteral("goTest5"));
+    } else if (layout == u"QuizComplete") {
+        learner::press(menu, QStringLiteral("goTest5"));
+        learner::finishStructure(desk::window(QStringLiteral("MainTest")), true);
+    } else if (layout == u"progress") {
+        learner::press(menu, QStringLiteral("showProgress"));
+    } else if (layout == u"Settings") {
+        learner::press(menu, QStringLiteral("showPreferences"));
+    } else if (layout == u"Help") {
+        learner::pick(menu, QStringLiteral("ShowHelp"));
+    } else {
+        menu->close();
+        QCoreApplication::processEvents();
+    }
+    platform::Window *window = desk::window(layout);
+    if (window == nullptr) {
+        qFatal("No window \"%s\" opens", qUtf8Printable(layout));
+    }
+    return window;
+}
+
+QStringList ProgramTest::openWindows() {
+    QStringList titles;
+    for (const QPointer<platform::Window> &window : platform::Window::onScreen()) {
+        titles << window->windowTitle();
+    }
+    return titles;
 }

@@ -40,6 +40,14 @@ class ProgramTest : public WindowTest {
     void cleanup();
 
  protected:
+    /// Adds a test row for each layout.
+    static void layoutRows();
+    /// Opens a window of that layout as a learner does; ends the test program if none opens. The
+    /// way back, "MainLayout", needs every other window closed.
+    platform::Window *openWindow(const QString &layout);
+    /// The titles of the windows on screen, in the order in which they were opened.
+    static QStringList openWindows();
+
     std::optional<StandardError> standardError_;
     std::unique_ptr<AppDelegate> delegate_;
 };
