@@ -50,10 +50,11 @@ class tst_quit final : public ProgramTest {
         QVERIFY(wayBackIsShown());
     }
 
-    void oneNoOfTwoQuizzesCancelsQuit() {
+    void oneNoOfThreeQuizzesCancelsQuit() {
         platform::Window *menu = openWindow(u"MainMenu"_s);
         learner::press(menu, u"goTest5"_s);
         learner::pick(menu, u"GoTest6"_s);
+        learner::pick(menu, u"GoTest7"_s);
         delegate_->ShowHelp();
         QList<QStringList> openAtTheQuestions;
         const auto look = [&openAtTheQuestions] { openAtTheQuestions << openWindows(); };
@@ -61,9 +62,10 @@ class tst_quit final : public ProgramTest {
         alerts_->answer(u"No"_s, look);
         QCOMPARE(eventloop::run([menu] { learner::pick(menu, u"quit"_s); }),
                  eventloop::StillRunning);
-        // The quiz that was opened first was asked first.
-        const QStringList before{u"Zorvan"_s, u"Structure"_s, u"Syntax"_s, u"Help"_s};
-        const QStringList after{u"Zorvan"_s, u"Syntax"_s, u"Help"_s};
+        // The quiz that was opened first was asked first, and the third one not at all.
+        const QStringList before{u"Zorvan"_s, u"Structure"_s, u"Syntax"_s, u"Main Test"_s,
+                                 u"Help"_s};
+        const QStringList after{u"Zorvan"_s, u"Syntax"_s, u"Main Test"_s, u"Help"_s};
         QCOMPARE(openAtTheQuestions, QList<QStringList>({before, after}));
         QCOMPARE(openWindows(), after);
     }
