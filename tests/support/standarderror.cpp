@@ -17,7 +17,7 @@ QStringList StandardError::lines() const {
 }
 
 QStringList StandardError::take() {
-    const QStringList lines = linesFrom(taken_);
+    QStringList lines = linesFrom(taken_);
     taken_ = size_;
     return lines;
 }
