@@ -28,7 +28,7 @@ struct ShownIndicator {
     QList<int> stretches(double value) {
         indicator.setDoubleValue(value);
         const QImage picture = window.grab().toImage();
-        const int y = int(indicator.geometry().center().y() * picture.devicePixelRatioF() + 0.5);
+        const int y = qRound(indicator.geometry().center().y() * picture.devicePixelRatioF());
         QList<int> lengths;
         for (int x = 0; x < picture.width(); ++x) {
             if (x == 0 || picture.pixel(x, y) != picture.pixel(x - 1, y)) {

@@ -132,7 +132,7 @@ class tst_rows final : public QObject {
     }
 
     void wholeRowIsRedrawn() {
-        const std::pair<const char *, void (*)(Row &)> changes[]{
+        const QList<std::pair<const char *, void (*)(Row &)>> changes{
             {"another state", [](Row &row) { row.row.setState(RowState::Wrong); }},
             {"the pointer", [](Row &row) { pointer::moveTo(row.text); }},
             {"the focus", [](Row &row) { row.button.setFocus(); }},
@@ -151,6 +151,17 @@ class tst_rows final : public QObject {
             QVERIFY2(QTest::qWaitFor([&] { return icon.count() > 0; }), name);
             // A button that stays down would keep the pointer from the next window.
             row.mouse(QTest::MouseRelease, row.text);
+        }
+    }
+
+    void focusIsSeenInEveryState() {
+        Row row;
+        for (const RowState state : states) {
+            row.row.setState(state);
+            row.another.setFocus();
+            const QImage without = row.row.grab().toImage();
+            row.button.setFocus();
+            QVERIFY2(row.row.grab().toImage() != without, qPrintable(QString::number(int(state))));
         }
     }
 

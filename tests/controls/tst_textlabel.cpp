@@ -163,7 +163,7 @@ class tst_textlabel final : public QObject {
     }
 
     void textIsSetAgainWhateverChanges() {
-        const std::pair<const char *, void (*)(TextLabel &)> changes[]{
+        const QList<std::pair<const char *, void (*)(TextLabel &)>> changes{
             {"text", [](TextLabel &label) { label.setStringValue(u"Another,\nof two lines"_s); }},
             {"font", [](TextLabel &label) { label.setFont(QFont(label.font().family(), 30)); }},
             {"wrapping", [](TextLabel &label) { label.setWordWrap(false); }},

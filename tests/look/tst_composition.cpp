@@ -47,10 +47,6 @@ QString inWords(const QWidget &control) {
     return label == nullptr ? QString() : label->text().replace(u'\n', u' ');
 }
 
-QRect placeIn(const QWidget &window, const QWidget &control) {
-    return {control.mapTo(&window, QPoint()), control.size()};
-}
-
 /// The controls in a window that show something.
 QList<const QWidget *> controlsOf(const QWidget &window) {
     QList<const QWidget *> controls = window.findChildren<const QWidget *>();
@@ -63,7 +59,9 @@ QList<const QWidget *> controlsOf(const QWidget &window) {
 
 /// What a window shows, line by line from the top, each from the left.
 QStringList linesOf(const QWidget &window) {
-    const auto middle = [&](const QWidget *control) { return placeIn(window, *control).center(); };
+    const auto middle = [&](const QWidget *control) {
+        return desk::placeIn(window, *control).center();
+    };
     QList<const QWidget *> rest = controlsOf(window);
     QStringList lines;
     while (!rest.isEmpty()) {
@@ -198,7 +196,7 @@ class tst_composition final : public QObject {
             const auto gapAbove = [&](int quiz) {
                 const auto &row = desk::control(&window, u"rowQuiz%1"_s.arg(quiz));
                 const auto &above = desk::control(&window, u"rowQuiz%1"_s.arg(quiz - 1));
-                return placeIn(window, row).top() - placeIn(window, above).bottom();
+                return desk::placeIn(window, row).top() - desk::placeIn(window, above).bottom();
             };
             for (int quiz = 3; quiz <= 6; ++quiz) {
                 QCOMPARE(gapAbove(quiz), gapAbove(2));
@@ -213,7 +211,7 @@ class tst_composition final : public QObject {
         QRect taken;
         for (const QWidget *control : content.findChildren<QWidget *>()) {
             if (control->isVisible() && control->objectName() != u"column") {
-                taken |= placeIn(content, *control);
+                taken |= desk::placeIn(content, *control);
             }
         }
         const double unit = platform::look::unit(window);

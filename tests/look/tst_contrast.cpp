@@ -29,14 +29,10 @@ QList<Control *> shown(const QWidget &window) {
     return controls;
 }
 
-QRect placeIn(const QWidget &window, const QWidget &widget) {
-    return {widget.mapTo(&window, QPoint()), widget.size()};
-}
-
 /// The control's place with a small margin.
 QRect roomIn(const QWidget &window, const QWidget &widget) {
     constexpr int margin = 2;
-    return placeIn(window, widget).adjusted(-margin, -margin, margin, margin) & window.rect();
+    return desk::placeIn(window, widget).adjusted(-margin, -margin, margin, margin) & window.rect();
 }
 
 bool isInRow(const QWidget &widget) {
@@ -146,7 +142,7 @@ class tst_contrast final : public QObject {
             measureShape(window, *option);
         }
         for (platform::LevelIndicator *level : shown<platform::LevelIndicator>(window)) {
-            const QRect room = placeIn(window, *level);
+            const QRect room = desk::placeIn(window, *level);
             demand(nameOf(*level),
                    optics::inkContrast(shapes(window, room), shapes(window, room, level),
                                        QRect({}, room.size() * optics::ratio)));

@@ -65,7 +65,7 @@ class tst_palette final : public QObject {
 
  private:
     static QPalette palette() {
-        QFETCH_GLOBAL(const QPalette, palette);
+        QFETCH_GLOBAL(QPalette, palette);
         return palette;
     }
     static QColor fillColor(Fill fill) { return platform::look::fillColor(palette(), fill); }

@@ -39,6 +39,10 @@ bool isShown(const QWidget *window, const QString &name) {
     return control(window, name).isVisibleTo(window);
 }
 
+QRect placeIn(const QWidget &around, const QWidget &control) {
+    return {control.mapTo(&around, QPoint()), control.size()};
+}
+
 void click(const QWidget *window, const QString &name) {
     QTest::mouseClick(&control<QAbstractButton>(window, name), Qt::LeftButton);
 }

@@ -25,6 +25,8 @@ Control &control(const QWidget *window, QStringView name);
 QString text(const QWidget *window, const QString &name);
 /// Whether the control of that name is shown, or would be if its window were.
 bool isShown(const QWidget *window, const QString &name);
+/// Where a control is in a widget around it.
+QRect placeIn(const QWidget &around, const QWidget &control);
 /// Presses the button of that name with the mouse.
 void click(const QWidget *window, const QString &name);
 
