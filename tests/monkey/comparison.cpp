@@ -1,8 +1,5 @@
 #include "monkey/comparison.h"
 
-#include <cmath>
-#include <type_traits>
-
 #include <QAbstractButton>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -22,44 +19,29 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-template <class Value>
-QString inWords(const Value &value) {
-    if constexpr (std::is_same_v<Value, QString>) {
-        return u"\"%1\""_s.arg(value);
-    } else if constexpr (std::is_same_v<Value, QStringList>) {
-        return value.join(u" | "_s);
-    } else if constexpr (std::is_same_v<Value, bool>) {
-        return value ? u"true"_s : u"false"_s;
-    } else {
-        return QString::number(value);
-    }
+/// Numbers exactly: what reads alike is alike.
+template <class... Values>
+QString inWords(const Values &...values) {
+    QString words;
+    ((QDebug(&words) << qSetRealNumberPrecision(17)) << ... << values);
+    return words;
+}
+
+QString inWords(const model::Control &control) {
+    return inWords(control.text, "hidden", control.hidden, "enabled", control.enabled, "alpha",
+                   control.alpha, "white", control.white, "level", control.value, "of",
+                   control.maximum, "on", control.on, control.image);
 }
 
 template <class Value>
-bool same(const Value &one, const Value &other) {
-    if constexpr (std::is_floating_point_v<Value>) {
-        // The score of no questions is not a number.
-        if (std::isnan(one) && std::isnan(other)) {
-            return true;
-        }
+void compare(QStringList &differences, const QString &what, const Value &found,
+             const Value &wanted) {
+    const QString is = inWords(found);
+    const QString has = inWords(wanted);
+    if (is != has) {
+        differences << u"%1: is %2, the model has %3"_s.arg(what, is, has);
     }
-    return one == other;
 }
-
-class Differences final {
- public:
-    template <class Value>
-    void compare(const QString &what, const Value &found, const Value &wanted) {
-        if (!same(found, wanted)) {
-            add(u"%1: is %2, the model has %3"_s.arg(what, inWords(found), inWords(wanted)));
-        }
-    }
-    void add(const QString &difference) { found_ << difference; }
-    const QStringList &found() const { return found_; }
-
- private:
-    QStringList found_;
-};
 
 QString nameOf(const QIcon &image) {
     if (image.isNull()) {
@@ -99,66 +81,61 @@ model::Control read(const QWidget &widget, const QWidget &window) {
     return control;
 }
 
-void compareControl(Differences &differences, const QString &name, const model::Control &found,
-                    const model::Control &wanted) {
-    if (found == wanted) {
-        return;
-    }
-    differences.compare(name + u" text"_s, found.text, wanted.text);
-    differences.compare(name + u" hidden"_s, found.hidden, wanted.hidden);
-    differences.compare(name + u" enabled"_s, found.enabled, wanted.enabled);
-    differences.compare(name + u" alpha"_s, found.alpha, wanted.alpha);
-    differences.compare(name + u" white"_s, found.white, wanted.white);
-    differences.compare(name + u" value"_s, found.value, wanted.value);
-    differences.compare(name + u" maximum"_s, found.maximum, wanted.maximum);
-    differences.compare(name + u" on"_s, found.on, wanted.on);
-    differences.compare(name + u" image"_s, found.image, wanted.image);
-}
-
-void compareWindows(Differences &differences, Seam &seam) {
+void compareWindows(QStringList &differences, Seam &seam) {
     for (const model::Window &wanted : seam.model().windows()) {
         const QWidget *window = seam.window(wanted.name);
-        if (window == nullptr) {
-            differences.add(u"%1: is not there"_s.arg(wanted.name));
+        if (window == nullptr || (!window->isVisible() && !wanted.loading)) {
+            differences << wanted.name + u" is not there"_s;
             continue;
         }
-        if (!wanted.loading) {
-            differences.compare(wanted.name + u" is open"_s, window->isVisible(), true);
-        }
-        for (auto control = wanted.controls.begin(); control != wanted.controls.end(); ++control) {
-            compareControl(differences, u"%1, %2"_s.arg(wanted.name, control.key()),
-                           read(desk::control(window, control.key()), *window), control.value());
+        for (const auto &[name, control] : wanted.controls.asKeyValueRange()) {
+            const model::Control found = read(desk::control(window, name), *window);
+            if (found != control) {
+                compare(differences, u"%1, %2"_s.arg(wanted.name, name), found, control);
+            }
         }
     }
-    for (const auto &[layout, outlets] : model::outlets().asKeyValueRange()) {
+    for (const QString &layout : model::outlets().keys()) {
         for (QWidget *window : desk::windows(layout)) {
-            const QString name = seam.nameOf(*window);
-            if (!seam.model().isOpen(name)) {
-                differences.add(u"%1: is open, but not in the model"_s.arg(name));
+            if (const QString name = seam.nameOf(*window); !seam.model().isOpen(name)) {
+                differences << name + u" is open, but not in the model"_s;
             }
         }
     }
 }
 
-void compareRun(Differences &differences, const model::Program &model) {
-    const QuizRun &run = quizRun();
+using Facts = QMap<QString, QString>;
+
+void compareFacts(QStringList &differences, const Facts &found, const Facts &wanted) {
+    Facts all = wanted;
+    all.insert(found);
+    for (const QString &fact : all.keys()) {
+        compare(differences, fact, found.value(fact, u"(absent)"_s),
+                wanted.value(fact, u"(absent)"_s));
+    }
+}
+
+/// What the program's run and the model's name alike.
+template <class Run>
+Facts factsOf(const Run &run) {
+    return {{u"questionOrder"_s, inWords(run.questionOrder)},
+            {u"questionIndex"_s, inWords(run.questionIndex)},
+            {u"questionCount"_s, inWords(run.questionCount)},
+            {u"correctCount"_s, inWords(run.correctCount)},
+            {u"correctAnswerNumber"_s, inWords(run.correctAnswerNumber)},
+            {u"time left"_s, inWords(run.minutesLeft, run.secondsLeft)},
+            {u"scoreRatio"_s, inWords(run.scoreRatio)},
+            {u"progressRatio"_s, inWords(run.progressRatio)}};
+}
+
+void compareRun(QStringList &differences, const model::Program &model) {
     const model::Run &wanted = model.run();
-    differences.compare(u"questionOrder"_s, run.questionOrder, wanted.questionOrder);
-    differences.compare(u"questionIndex"_s, run.questionIndex, wanted.questionIndex);
-    differences.compare(u"questionCount"_s, run.questionCount, wanted.questionCount);
-    differences.compare(u"correctCount"_s, run.correctCount, wanted.correctCount);
-    differences.compare(u"correctAnswerNumber"_s, run.correctAnswerNumber,
-                        wanted.correctAnswerNumber);
-    differences.compare(u"currentTestId"_s, run.currentTestId,
-                        wanted.currentTestId.value_or(u""_s));
-    differences.compare(u"currentTestId known"_s, !run.currentTestId.isNull(),
-                        wanted.currentTestId.has_value());
-    differences.compare(u"minutesLeft"_s, run.minutesLeft, wanted.minutesLeft);
-    differences.compare(u"secondsLeft"_s, run.secondsLeft, wanted.secondsLeft);
-    differences.compare(u"scoreRatio"_s, run.scoreRatio, wanted.scoreRatio);
-    differences.compare(u"progressRatio"_s, run.progressRatio, wanted.progressRatio);
-    differences.compare(u"clocks that run"_s, int(clocks::running().size()),
-                        model.clockRuns() ? 1 : 0);
+    compareFacts(differences, factsOf(quizRun()), factsOf(wanted));
+    const QString id = quizRun().currentTestId;
+    compare(differences, u"currentTestId"_s, id.isNull() ? QStringList() : QStringList(id),
+            wanted.currentTestId ? QStringList(*wanted.currentTestId) : QStringList());
+    compare(differences, u"clocks that run"_s, int(clocks::running().size()),
+            model.clockRuns() ? 1 : 0);
 }
 
 template <class Writes>
@@ -170,21 +147,23 @@ QStringList listed(const Writes &writes) {
     return list;
 }
 
-void compareStore(Differences &differences, model::Program &model) {
-    differences.compare(u"writes"_s, listed(store::writes()), listed(model.takeWrites()));
-    store::forgetWrites();
-    const model::Store &wanted = model.store();
-    const store::Contents found = store::contents();
-    if (found == wanted) {
-        return;
+/// What an alert shows and over which window, from its default button on; nothing if there is none.
+QStringList described(const QMessageBox *alert, Seam &seam) {
+    if (alert == nullptr) {
+        return {};
     }
-    model::Store all = wanted;
-    all.insert(found);
-    for (auto entry = all.begin(); entry != all.end(); ++entry) {
-        differences.compare(entry.key() + u" in the store"_s,
-                            found.value(entry.key(), u"(absent)"_s),
-                            wanted.value(entry.key(), u"(absent)"_s));
+    QStringList buttons;
+    for (QAbstractButton *button : alert->buttons()) {
+        buttons.insert(button == alert->defaultButton() ? 0 : buttons.size(), button->text());
     }
+    const QWidget *owner = alert->parentWidget();
+    return buttons + QStringList{alert->text(), alert->informativeText(),
+                                 owner == nullptr ? u"none"_s : seam.nameOf(*owner->window())};
+}
+
+QStringList described(const std::optional<model::Alert> &alert) {
+    return alert ? alert->buttons + QStringList{alert->message, u""_s, alert->owner}
+                 : QStringList();
 }
 
 }  // namespace
@@ -203,38 +182,18 @@ model::Program::Layouts comparison::layouts() {
     return all;
 }
 
-QStringList comparison::differences(Seam &seam, const QStringList &errors) {
+QStringList comparison::differences(Seam &seam, const QStringList &errors,
+                                    const QMessageBox *alert) {
     model::Program &model = seam.model();
-    Differences differences;
-    for (const QString &objection : model.takeObjections()) {
-        differences.add(objection);
-    }
-    differences.compare(u"standard error"_s, errors, model.takeLog());
-    compareStore(differences, model);
+    QStringList differences = model.takeObjections();
+    compare(differences, u"alert"_s, described(alert, seam), described(model.alert()));
+    compare(differences, u"standard error"_s, errors, model.takeLog());
+    compare(differences, u"writes"_s, listed(store::writes()), listed(model.takeWrites()));
+    store::forgetWrites();
+    compareFacts(differences, store::contents(), model.store());
     compareRun(differences, model);
     if (!model.hasEnded()) {
         compareWindows(differences, seam);
     }
-    return differences.found();
-}
-
-QStringList comparison::differences(Seam &seam, const QMessageBox &box) {
-    const std::optional<model::Alert> &wanted = seam.model().alert();
-    if (!wanted) {
-        return {u"the alert \"%1\" is open, but not in the model"_s.arg(box.text())};
-    }
-    QStringList buttons;
-    for (QAbstractButton *button : box.buttons()) {
-        // The default button comes first.
-        buttons.insert(button == box.defaultButton() ? 0 : buttons.size(), button->text());
-    }
-    Differences differences;
-    differences.compare(u"alert"_s, box.text(), wanted->message);
-    differences.compare(u"alert's informative text"_s, box.informativeText(), QString());
-    differences.compare(u"alert's buttons"_s, buttons, wanted->buttons);
-    const QWidget *owner = box.parentWidget();
-    differences.compare(u"alert's window"_s,
-                        owner == nullptr ? u"none"_s : seam.nameOf(*owner->window()),
-                        wanted->owner);
-    return differences.found();
+    return differences;
 }

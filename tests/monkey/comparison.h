@@ -11,9 +11,7 @@ namespace comparison {
 /// Each layout's window as nobody has written to it yet.
 model::Program::Layouts layouts();
 
-/// Where the program differs from its model, in words.
-QStringList differences(Seam &seam, const QStringList &errors);
-/// Where an alert on screen differs from the one that the model expects.
-QStringList differences(Seam &seam, const QMessageBox &box);
+/// Where the program differs from its model, in words; `alert` is the one on screen.
+QStringList differences(Seam &seam, const QStringList &errors, const QMessageBox *alert = nullptr);
 
 }  // namespace comparison

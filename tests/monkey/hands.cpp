@@ -26,11 +26,7 @@ QString words::nameOf(const QWidget &widget) {
                                  widget.objectName(), text);
 }
 
-QString words::actionOf(const QObject &control) {
-    return control.property("action").toString();
-}
-
-QList<QWidget *> Hands::windows() const {
+QList<QWidget *> Hands::windows() {
     QList<QWidget *> windows;
     for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
         QWidget *widget = handle->isVisible() ? QWidget::find(handle->winId()) : nullptr;
@@ -42,7 +38,7 @@ QList<QWidget *> Hands::windows() const {
     return windows;
 }
 
-QList<QWidget *> Hands::windowsOf(const QString &layout) const {
+QList<QWidget *> Hands::windowsOf(const QString &layout) {
     QList<QWidget *> found = windows();
     found.removeIf([&layout](const QWidget *window) { return window->objectName() != layout; });
     return found;
@@ -71,6 +67,12 @@ void Hands::click(QWidget &window, const QPoint &at, bool twice) {
     }
 }
 
+void Hands::clickAnywhere(QWidget &window) {
+    const QPoint at{1 + dice_.below(window.width() - 1), 1 + dice_.below(window.height() - 1)};
+    journal_.say(u"clicks at %1, %2 of %3"_s.arg(at.x()).arg(at.y()).arg(nameOf(window)));
+    click(window, at);
+}
+
 void Hands::clickControl(QWidget &control) {
     const QRect place = control.visibleRegion().boundingRect();
     if (place.isEmpty()) {
@@ -88,9 +90,8 @@ void Hands::clickControl(QWidget &control) {
 
 void Hands::type(QKeyCombination key, bool held) {
     journal_.say(u"types %1%2"_s.arg(nameOf(key), held ? u", held"_s : QString()));
-    const QString text = QTest::keyToAscii(key.key()) == 0
-                             ? QString()
-                             : QString(QLatin1Char(QTest::keyToAscii(key.key())));
+    const char letter = QTest::keyToAscii(key.key());
+    const QString text = letter == 0 ? QString() : QString(QLatin1Char(letter));
     if (key == QKeyCombination(Qt::Key_Escape)) {
         seam_.expect(Seam::Closing::Auxiliary);
     }

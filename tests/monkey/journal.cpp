@@ -3,30 +3,27 @@
 using namespace Qt::StringLiterals;
 
 void Journal::say(const QString &words) {
-    const QString line = u"%1: %2"_s.arg(step_).arg(words);
-    lastSteps_ << line;
+    lastSteps_ << u"%1: %2"_s.arg(step_).arg(words);
     if (lastSteps_.size() > 20) {
         lastSteps_.removeFirst();
     }
     if (verbose_) {
-        std::fprintf(errors_.terminal(), "%s\n", qUtf8Printable(line));
-        std::fflush(errors_.terminal());
+        print(lastSteps_.last());
     }
 }
 
-void Journal::want(bool holds, const QString &found, const QString &wanted) {
-    if (!holds) {
-        fail(found, wanted);
+void Journal::want(bool holds, const QString &otherwise) {
+    if (holds) {
+        return;
     }
-}
-
-void Journal::fail(const QString &found, const QString &wanted) {
-    std::fprintf(errors_.terminal(),
-                 "The last steps:\n%s\n\nNow:\n%s\n\nStep %d of seed %u: found %s\nWanted: %s\n"
-                 "To see it again: %s --seed %u --steps %d --verbose\n",
-                 qUtf8Printable(lastSteps_.join(u'\n')), qUtf8Printable(state_()), step_, seed_,
-                 qUtf8Printable(found), qUtf8Printable(wanted), "tests/monkey/monkey", seed_,
-                 step_);
-    std::fflush(errors_.terminal());
+    const QString repeat = u"tests/monkey/monkey --seed %1 --steps %2 --verbose"_s;
+    print(u"The last steps:\n"_s + lastSteps_.join(u'\n'));
+    print(u"\nWrong at step %1: "_s.arg(step_) + otherwise);
+    print(u"To see it again: "_s + repeat.arg(seed_).arg(step_));
     std::_Exit(1);
+}
+
+void Journal::print(const QString &text) {
+    std::fprintf(errors_.terminal(), "%s\n", qUtf8Printable(text));
+    std::fflush(errors_.terminal());
 }

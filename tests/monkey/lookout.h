@@ -1,29 +1,16 @@
 #pragma once
 
-#include <QList>
 #include <QPointer>
-#include <QString>
+#include <QStringList>
 
-class Hands;
-class Journal;
 class LiveProgram;
 
 /// Looks after what no model knows: which objects live, which windows are on screen, and where the
-/// keyboard is.
-class Lookout final {
- public:
-    Lookout(Journal &journal, const Hands &hands) : journal_(journal), hands_(hands) {}
+/// keyboard is. Each function tells what is wrong.
+namespace lookout {
 
-    /// What is on screen and what the program knows, in words.
-    QString state() const;
-    void check(const LiveProgram &program) const;
-    /// To be called when the program has ended, with what it consisted of.
-    void checkNothingIsLeft(const QList<QPointer<QObject>> &objects) const;
+QStringList faults(const LiveProgram &program);
+/// What is left of a program that has ended and consisted of these objects.
+QStringList remains(const QList<QPointer<QObject>> &objects);
 
- private:
-    void checkWindows(const LiveProgram &program) const;
-    void checkFocus() const;
-
-    Journal &journal_;
-    const Hands &hands_;
-};
+}  // namespace lookout

@@ -1,10 +1,7 @@
-#include "monkey/menus.h"
-
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QThread>
-#include <QTimer>
 
 #include "monkey/dice.h"
 #include "monkey/hands.h"
@@ -14,17 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-bool MenuUse::eventFilter(QObject *watched, QEvent *event) {
-    if (event->type() == QEvent::Show) {
-        if (auto *menu = qobject_cast<QMenu *>(watched)) {
-            QTimer::singleShot(0, menu, [this, menu] { leaveIfBlocking(*menu); });
-        }
-    }
-    return false;
-}
-
-void MenuUse::openOne() {
-    auto *window = qobject_cast<platform::Window *>(&hands_.activated(hands_.anyWindow()));
+void Hands::openMenu() {
+    auto *window = qobject_cast<platform::Window *>(&activated(anyWindow()));
     if (window == nullptr) {
         return;
     }
@@ -33,46 +21,46 @@ void MenuUse::openOne() {
     QAction &menu = *dice_.pick(menus);
     if (dice_.oneIn(2)) {
         journal_.say(u"clicks the menu "_s + menu.text());
-        Hands::click(*window, bar.mapTo(window, bar.actionGeometry(&menu).center()));
+        click(*window, bar.mapTo(window, bar.actionGeometry(&menu).center()));
     } else {
         const QChar letter = menu.text().at(menu.text().indexOf(u'&') + 1).toUpper();
-        hands_.type(Qt::ALT | Qt::Key(letter.unicode()));
+        type(Qt::ALT | Qt::Key(letter.unicode()));
     }
     if (QWidget *open = QApplication::activePopupWidget(); open != nullptr && !dice_.oneIn(4)) {
-        useOpen(*open);
+        useOpenMenu(*open);
     }
 }
 
-void MenuUse::useOpen(QWidget &menu) {
+void Hands::useOpenMenu(QWidget &menu) {
     const auto *open = qobject_cast<QMenu *>(&menu);
     if (open == nullptr || dice_.oneIn(8)) {
-        hands_.type(QKeyCombination(dice_.oneIn(2) ? Qt::Key_Escape : dice_.pick(keys::plain)));
+        type(QKeyCombination(dice_.oneIn(2) ? Qt::Key_Escape : dice_.pick(keys::plain)));
         return;
     }
     QList<QAction *> items;
     for (QAction *item : open->actions()) {
-        if (!item->isSeparator() && (words::actionOf(*item) != u"quit" || dice_.oneIn(8))) {
+        if (!item->isSeparator() && (item->property("action") != u"quit"_s || dice_.oneIn(8))) {
             items << item;
         }
     }
     QAction &item = *dice_.pick(items);
     if (dice_.oneIn(2)) {
         journal_.say(u"clicks the item "_s + item.text());
-        Hands::click(menu, open->actionGeometry(&item).center());
+        click(menu, open->actionGeometry(&item).center());
         return;
     }
     for (int keys = 0; open->activeAction() != &item && keys < 10; ++keys) {
-        hands_.type(Qt::Key_Down);
+        type(Qt::Key_Down);
     }
-    hands_.type(Qt::Key_Return);
+    type(Qt::Key_Return);
 }
 
-void MenuUse::leaveIfBlocking(QMenu &menu) {
+void Hands::leaveIfBlocking(QMenu &menu) {
     // If a menu bar is too narrow, its remaining menus open in an event loop of their own, which
     // keeps the step from ending.
     if (QThread::currentThread()->loopLevel() < 2 || !menu.isVisible()) {
         return;
     }
-    useOpen(menu);
+    useOpenMenu(menu);
     menu.close();
 }

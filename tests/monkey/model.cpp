@@ -36,10 +36,7 @@ const QStringList &Program::events() {
         u"pass of a quiz without a count"_s,
         u"quiz mastered"_s,
         u"quiz of an odd id"_s,
-        u"quiz windows at once: 1"_s,
-        u"quiz windows at once: 2"_s,
-        u"quiz windows at once: 3"_s,
-        u"quiz windows at once: 4"_s,
+        u"four quiz windows at once"_s,
         u"quiz without an id"_s,
         u"results of no quiz"_s,
         u"results without a pass count"_s,
@@ -68,7 +65,7 @@ void Program::pressInMenuBar(const QString &action) {
     } else if (action == u"goPreferences") {
         openSettings();
     } else if (action == u"ShowHelp") {
-        openHelp();
+        show(load(u"Help"_s));
     } else if (action == u"quit") {
         QStringList quizWindows;
         for (const Window &window : std::as_const(windows_)) {
@@ -100,8 +97,7 @@ void Program::press(const QString &window, const QString &action) {
         log_ << u"Going Home"_s;
     } else if (action == u"yesTimeSelected" || action == u"noTimeSelected") {
         const bool timed = action == u"yesTimeSelected";
-        control(window, u"yesRadio"_s).on = timed;
-        control(window, u"noRadio"_s).on = !timed;
+        showTimed(window, timed);
         write(u"timedQuizzes"_s, timed ? u"yes"_s : u"no"_s);
     } else if (action == u"resetProgress") {
         resetProgress(window);
@@ -146,8 +142,7 @@ void Program::quit(QStringList quizzesToAsk) {
 // Windows and alerts.
 
 bool Program::isOpen(const QString &window) const {
-    return std::ranges::any_of(windows_,
-                               [&window](const Window &one) { return one.name == window; });
+    return std::ranges::count(windows_, window, &Window::name) > 0;
 }
 
 int Program::countOpen(const QString &layout) const {

@@ -64,6 +64,17 @@ struct Run {
     float progressRatio = 0;
 };
 
+struct Quiz {
+    QString id;
+    QString name;
+    int first;
+    int last;
+    int questionCount;
+};
+
+/// The quiz of that id, or null.
+const Quiz *quizOf(const std::optional<QString> &id);
+
 /// The names of the controls that the program writes to, by layout.
 const QMap<QString, QStringList> &outlets();
 
@@ -123,23 +134,23 @@ class Program final {
     void happened(const QString &event) { events_ << event; }
 
     void openMainMenu(const Then &then = {});
-    void firstRunCheck(const QString &menu, const Then &then);
     void seed();
     void fillMainMenu(const QString &menu);
     void openProgress();
     void openSettings();
-    void openHelp();
+    void showTimed(const QString &settings, bool timed);
     void startQuiz(const QString &id);
     void resetProgress(const QString &settings);
     void quit(QStringList quizzesToAsk);
     void openResults(const Then &then);
     void fillResults(const QString &results);
-    int passLevel(int quiz) const;
+    /// Under that quiz's key, from 0 to 3; nothing for anything else.
+    std::optional<int> passCount(const QString &id) const;
 
     // The quiz window.
     void openQuiz();
     void loadCurrentTest(const QString &quiz);
-    void createRandomNumbers();
+    void shuffleQuestions(const Quiz &quiz);
     void setUpQuestion(const QString &quiz);
     void startClock(const QString &quiz);
     void pressInQuiz(const QString &quiz, const QString &action);
@@ -147,7 +158,7 @@ class Program final {
     void grade(const QString &quiz, bool right);
     void goOn(const QString &quiz);
     void endQuiz(const QString &quiz);
-    void raisePassCount();
+    void raisePassCount(const QString &id);
     void timeIsUp();
     void askToClose(const QString &quiz, const Then &closed = {});
 

@@ -10,25 +10,12 @@ namespace model {
 
 namespace {
 
-struct Quiz {
-    QString id;
-    QString name;
-    int first;
-    int last;
-    int questionCount;
-};
-
 const std::array quizzes{
     Quiz{u"1"_s, u"Terminology"_s, 1, 14, 14}, Quiz{u"2"_s, u"Variables"_s, 15, 33, 19},
     Quiz{u"3"_s, u"Methods"_s, 34, 43, 10},    Quiz{u"4"_s, u"Functions"_s, 44, 54, 11},
     Quiz{u"5"_s, u"Structure"_s, 55, 61, 7},   Quiz{u"6"_s, u"Syntax"_s, 62, 77, 16},
     Quiz{u"7"_s, u"Main Test"_s, 1, 77, 30},
 };
-
-const Quiz *quizOf(const std::optional<QString> &id) {
-    const auto *found = std::ranges::find_if(quizzes, [&id](const Quiz &q) { return q.id == id; });
-    return found == quizzes.end() ? nullptr : found;
-}
 
 /// As the C library prints it: Qt rounds halves differently.
 QString percentage(const char *format, float ratio) {
@@ -38,6 +25,11 @@ QString percentage(const char *format, float ratio) {
 }
 
 }  // namespace
+
+const Quiz *quizOf(const std::optional<QString> &id) {
+    const auto *found = std::ranges::find(quizzes, id, &Quiz::id);
+    return found == quizzes.end() ? nullptr : found;
+}
 
 // The start.
 
@@ -62,13 +54,16 @@ void Program::openQuiz() {
         startClock(quiz);
     }
     show(quiz);
-    happened(u"quiz windows at once: %1"_s.arg(qMin(4, countOpen(u"MainTest"_s))));
+    if (countOpen(u"MainTest"_s) == 4) {
+        happened(u"four quiz windows at once"_s);
+    }
 }
 
 void Program::loadCurrentTest(const QString &quiz) {
     if (const Quiz *known = quizOf(run_.currentTestId)) {
         control(quiz, u"lblQuizName"_s).text = known->name;
         run_.questionCount = known->questionCount;
+        shuffleQuestions(*known);
     } else {
         const bool none = !run_.currentTestId;
         happened(none ? u"quiz without an id"_s : u"quiz of an odd id"_s);
@@ -77,18 +72,13 @@ void Program::loadCurrentTest(const QString &quiz) {
     }
     control(quiz, u"progressbarMain"_s).maximum = run_.questionCount;
     control(quiz, u"lblProgressPercent"_s).text = u"1/%1"_s.arg(run_.questionCount);
-    createRandomNumbers();
     setUpQuestion(quiz);
 }
 
-void Program::createRandomNumbers() {
-    const Quiz *quiz = quizOf(run_.currentTestId);
-    if (quiz == nullptr) {
-        return;
-    }
+void Program::shuffleQuestions(const Quiz &quiz) {
     QStringList &order = run_.questionOrder;
     order.clear();
-    for (int number = quiz->first; number <= quiz->last; ++number) {
+    for (int number = quiz.first; number <= quiz.last; ++number) {
         order << QString::number(number);
     }
     for (qsizetype i = 0; i < order.size(); ++i) {
@@ -239,8 +229,8 @@ void Program::endQuiz(const QString &quiz) {
              : passed ? u"attempt passed"_s
                       : u"attempt failed"_s);
     write(u"currentStatus"_s, passed ? u"pass"_s : u"fail"_s);
-    if (passed) {
-        raisePassCount();
+    if (passed && quizOf(run_.currentTestId) != nullptr) {
+        raisePassCount(*run_.currentTestId);
     }
     // Where there was no id, there is none to write back.
     if (run_.currentTestId) {
@@ -249,27 +239,19 @@ void Program::endQuiz(const QString &quiz) {
     openResults([this, quiz] { close(quiz); });
 }
 
-void Program::raisePassCount() {
-    const Quiz *quiz = quizOf(run_.currentTestId);
-    if (quiz == nullptr) {
-        return;
-    }
-    const QString key = u"quiz"_s + quiz->id;
-    if (!store_.contains(key)) {
-        happened(u"pass of a quiz without a count"_s);
-        return;
-    }
-    const QString count = store_[key];
-    if (count == u"0") {
-        write(key, u"1"_s);
-    } else if (count == u"1") {
-        write(key, u"2"_s);
-    } else if (count == u"2") {
-        write(key, u"3"_s);
-        happened(u"quiz mastered"_s);
+void Program::raisePassCount(const QString &id) {
+    const QString key = u"quiz"_s + id;
+    const std::optional<int> count = passCount(id);
+    if (!count) {
+        happened(store_.contains(key) ? u"pass of a quiz with an odd count"_s
+                                      : u"pass of a quiz without a count"_s);
+    } else if (*count == 3) {
+        happened(u"pass of a mastered quiz"_s);
     } else {
-        happened(count == u"3" ? u"pass of a mastered quiz"_s
-                               : u"pass of a quiz with an odd count"_s);
+        write(key, QString::number(*count + 1));
+        if (*count == 2) {
+            happened(u"quiz mastered"_s);
+        }
     }
 }
 

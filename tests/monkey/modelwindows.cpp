@@ -1,5 +1,3 @@
-#include <array>
-
 #include "monkey/model.h"
 
 using namespace Qt::StringLiterals;
@@ -9,9 +7,6 @@ namespace model {
 namespace {
 
 constexpr int quizCount = 7;
-
-const std::array quizNames{u"Terminology"_s, u"Variables"_s, u"Methods"_s,  u"Functions"_s,
-                           u"Structure"_s,   u"Syntax"_s,    u"Main Test"_s};
 
 QStringList numbered(const QString &pattern, int last) {
     QStringList names;
@@ -46,18 +41,15 @@ const QMap<QString, QStringList> &outlets() {
 
 void Program::openMainMenu(const Then &then) {
     const QString menu = load(u"MainMenu"_s);
-    firstRunCheck(menu, [this, menu, then] {
+    const auto goOn = [this, menu, then](bool) {
         fillMainMenu(menu);
         show(menu);
         if (then) {
             then();
         }
-    });
-}
-
-void Program::firstRunCheck(const QString &menu, const Then &then) {
+    };
     if (store_.contains(u"firstRun"_s)) {
-        then();
+        goOn(true);
         return;
     }
     seed();
@@ -65,7 +57,7 @@ void Program::firstRunCheck(const QString &menu, const Then &then) {
          "take and track your progress."_s,
          {u"OK"_s},
          menu},
-        [then](bool) { then(); });
+        goOn);
 }
 
 void Program::seed() {
@@ -77,17 +69,18 @@ void Program::seed() {
     write(u"firstRun"_s, u"false"_s);
 }
 
-int Program::passLevel(int quiz) const {
+std::optional<int> Program::passCount(const QString &id) const {
     static const QStringList counts{u"0"_s, u"1"_s, u"2"_s, u"3"_s};
-    const QString key = u"quiz%1"_s.arg(quiz);
-    return store_.contains(key) ? qMax(0, int(counts.indexOf(store_[key]))) : 0;
+    const qsizetype count = counts.indexOf(store_.value(u"quiz"_s + id));
+    return count < 0 ? std::nullopt : std::optional(int(count));
 }
 
 void Program::fillMainMenu(const QString &menu) {
     int sum = 0;
     for (int quiz = 1; quiz <= quizCount; ++quiz) {
-        control(menu, u"progressbarQuiz%1"_s.arg(quiz)).value = passLevel(quiz);
-        sum += passLevel(quiz);
+        const int passes = passCount(QString::number(quiz)).value_or(0);
+        control(menu, u"progressbarQuiz%1"_s.arg(quiz)).value = passes;
+        sum += passes;
     }
     control(menu, u"progressbarMain"_s).value = sum;
 }
@@ -103,21 +96,21 @@ void Program::openProgress() {
     static const QStringList percentages{u"0%"_s, u"33%"_s, u"67%"_s, u"100%"_s};
     const QString window = load(u"progress"_s);
     for (int quiz = 1; quiz <= 6; ++quiz) {
-        control(window, u"lblQuiz%1Progress"_s.arg(quiz)).text = percentages.at(passLevel(quiz));
+        control(window, u"lblQuiz%1Progress"_s.arg(quiz)).text =
+            percentages.at(passCount(QString::number(quiz)).value_or(0));
     }
     show(window);
 }
 
 void Program::openSettings() {
     const QString window = load(u"Settings"_s);
-    const bool timed = store_.value(u"timedQuizzes"_s) == u"yes";
-    control(window, u"yesRadio"_s).on = timed;
-    control(window, u"noRadio"_s).on = !timed;
+    showTimed(window, store_.value(u"timedQuizzes"_s) == u"yes");
     show(window);
 }
 
-void Program::openHelp() {
-    show(load(u"Help"_s));
+void Program::showTimed(const QString &settings, bool timed) {
+    control(settings, u"yesRadio"_s).on = timed;
+    control(settings, u"noRadio"_s).on = !timed;
 }
 
 void Program::resetProgress(const QString &settings) {
@@ -146,21 +139,20 @@ void Program::openResults(const Then &then) {
 void Program::fillResults(const QString &results) {
     const QString id = store_.value(u"currentTest"_s);
     log_ << store_.value(u"currentTest"_s, u"(null)"_s);
-    const int quiz = int(numbered(u"%1"_s, quizCount).indexOf(id)) + 1;
-    if (quiz == 0) {
+    const Quiz *quiz = quizOf(id);
+    if (quiz == nullptr) {
         happened(u"results of no quiz"_s);
         return;
     }
-    control(results, u"lblQuizName"_s).text = quizNames.at(std::size_t(quiz - 1));
-    const QString count = store_.value(u"quiz"_s + id);
-    if (!QStringList{u"0"_s, u"1"_s, u"2"_s, u"3"_s}.contains(count)) {
+    control(results, u"lblQuizName"_s).text = quiz->name;
+    const std::optional<int> passes = passCount(id);
+    if (!passes) {
         happened(u"results without a pass count"_s);
         return;
     }
-    const int passes = count.toInt();
     for (int mark = 1; mark <= 3; ++mark) {
         control(results, u"theImage%1"_s.arg(mark)).image =
-            mark <= passes ? u"checkmark.png"_s : u"blankcheckmark.png"_s;
+            mark <= *passes ? u"checkmark.png"_s : u"blankcheckmark.png"_s;
     }
     static const QStringList passed{
         u"Congratulations you have passed this quiz."_s,
@@ -171,7 +163,7 @@ void Program::fillResults(const QString &results) {
         u"Congratulations you MASTERED this quiz."_s};
     control(results, u"lblTheStatus"_s).text =
         store_.value(u"currentStatus"_s) == u"pass"
-            ? passed.at(passes)
+            ? passed.at(*passes)
             : u"Unfortunately you did not pass the quiz this time. Please try again."_s;
 }
 

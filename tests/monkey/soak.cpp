@@ -1,16 +1,17 @@
 #include <array>
 #include <malloc.h>
+#include <numeric>
 
 #include <QCommandLineParser>
 #include <QFile>
 #include <QPointer>
-#include <QTest>
 
 #include "content/catalogue.h"
 #include "monkey/liveprogram.h"
 #include "support/alerts.h"
 #include "support/clocks.h"
 #include "support/learner.h"
+#include "support/quizdesk.h"
 #include "support/standarderror.h"
 
 using namespace Qt::StringLiterals;
@@ -62,34 +63,11 @@ Memory memory() {
     return memory;
 }
 
-/// A learner who takes one quiz after another.
-class Soak final {
- public:
-    explicit Soak(LiveProgram &program) : program_(program) {
-        program_.delegate().applicationDidFinishLaunching();
-    }
-
-    /// Takes the next quiz. If `keepOpen` is set, its results and the menus stay open.
-    void takeQuiz(bool keepOpen);
-
- private:
-    static Window *newest(const QString &layout);
-    void look(const Attempt &attempt);
-    static void answerAll(const Window *quiz, bool rightly);
-
-    LiveProgram &program_;
-    int taken_ = 0;
-};
-
 /// The window of that layout that was opened last.
-Window *Soak::newest(const QString &layout) {
+Window *newest(const QString &layout) {
     Window *newest = nullptr;
-    for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
-        auto *window =
-            handle->isVisible() ? qobject_cast<Window *>(QWidget::find(handle->winId())) : nullptr;
-        if (window != nullptr && window->objectName() == layout) {
-            newest = window;
-        }
+    for (const QPointer<Window> &window : Window::onScreen()) {
+        newest = window->objectName() == layout ? window.data() : newest;
     }
     if (newest == nullptr) {
         qFatal("No window \"%s\" is open", qUtf8Printable(layout));
@@ -98,11 +76,10 @@ Window *Soak::newest(const QString &layout) {
 }
 
 /// Opens what a learner looks at between two quizzes.
-void Soak::look(const Attempt &attempt) {
-    const Window *menu = newest(u"MainMenu"_s);
+void look(const Window *menu, bool timed) {
     learner::press(menu, u"showPreferences"_s);
     Window *settings = newest(u"Settings"_s);
-    learner::press(settings, attempt.timed ? u"yesTimeSelected"_s : u"noTimeSelected"_s);
+    learner::press(settings, timed ? u"yesTimeSelected"_s : u"noTimeSelected"_s);
     settings->close();
     learner::press(menu, u"showProgress"_s);
     newest(u"progress"_s)->close();
@@ -110,36 +87,15 @@ void Soak::look(const Attempt &attempt) {
     learner::press(newest(u"Help"_s), u"closeHelp"_s);
 }
 
-void Soak::answerAll(const Window *quiz, bool rightly) {
-    for (int left = quizRun().questionCount; left > 0; --left) {
-        const int right = quizRun().correctAnswerNumber;
-        const int answer = rightly ? right : right == 1 ? 2 : 1;
-        desk::click(quiz, u"btnAnswer%1"_s.arg(answer));
-        if (left > 1) {
-            desk::click(quiz, u"btnNextQuestion"_s);
-        }
-    }
-}
-
-void Soak::takeQuiz(bool keepOpen) {
-    const std::size_t turn = std::size_t(taken_++) % attempts.size();
-    const Attempt &attempt = attempts.at(turn);
-    const QString number = QString::number(turn + 1);
-    Window *menu = newest(u"MainMenu"_s);
-    look(attempt);
-
+void end(Ending ending, Window *quiz) {
     Alerts alerts;
-    if (attempt.fromMenuBar) {
-        learner::pick(menu, u"GoTest"_s + number);
-    } else {
-        learner::press(menu, u"goTest"_s + number);
-    }
-    Window *quiz = newest(u"MainTest"_s);
-    bool ends = true;
-    switch (attempt.ending) {
+    const int questions = quizRun().questionCount;
+    switch (ending) {
         case Ending::Pass:
+            quizdesk::answerQuestions(quiz, questions, questions);
+            break;
         case Ending::Fail:
-            answerAll(quiz, attempt.ending == Ending::Pass);
+            quizdesk::answerQuestions(quiz, questions, 0);
             break;
         case Ending::TimeOut:
             alerts.answer(u"OK"_s);
@@ -150,13 +106,27 @@ void Soak::takeQuiz(bool keepOpen) {
         case Ending::Abandon:
             alerts.answer(u"Yes"_s);
             quiz->close();
-            ends = false;
             break;
     }
     if (!alerts.verify()) {
         qFatal("An attempt did not go as it should");
     }
-    if (ends && !keepOpen) {
+}
+
+/// Takes one quiz after another; `number` counts them from 0. If `keepOpen` is set, the results and
+/// the menus stay open.
+void takeQuiz(int number, bool keepOpen) {
+    const std::size_t turn = std::size_t(number) % attempts.size();
+    const Attempt &attempt = attempts.at(turn);
+    Window *menu = newest(u"MainMenu"_s);
+    look(menu, attempt.timed);
+    if (attempt.fromMenuBar) {
+        learner::pick(menu, u"GoTest%1"_s.arg(turn + 1));
+    } else {
+        learner::press(menu, u"goTest%1"_s.arg(turn + 1));
+    }
+    end(attempt.ending, newest(u"MainTest"_s));
+    if (attempt.ending != Ending::Abandon && !keepOpen) {
         newest(u"QuizComplete"_s)->close();
         menu->close();
     }
@@ -202,19 +172,11 @@ QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArr
     return differences;
 }
 
-int total(const QMap<QByteArray, int> &counts) {
-    int total = 0;
-    for (const int count : counts) {
-        total += count;
-    }
-    return total;
-}
-
-int measureOpenWindows(Soak &soak, int keepOpen) {
+int measureOpenWindows(int keepOpen) {
     const int windows = int(Window::onScreen().size());
     const Memory before = memory();
     for (int attempt = 0; attempt < keepOpen; ++attempt) {
-        soak.takeQuiz(true);
+        takeQuiz(attempt, true);
     }
     const Memory after = memory();
     const int opened = int(Window::onScreen().size()) - windows;
@@ -226,7 +188,7 @@ int measureOpenWindows(Soak &soak, int keepOpen) {
     return opened > 0 ? 0 : 1;
 }
 
-int takeQuizzes(Soak &soak, const LiveProgram &program, int count) {
+int takeQuizzes(const LiveProgram &program, int count) {
     constexpr int round = int(attempts.size());
     // Each at the end of a round, when always the same windows are open.
     static const QList<int> shown{7, 14, 49, 98, 196, 497, 994, 1498};
@@ -234,7 +196,7 @@ int takeQuizzes(Soak &soak, const LiveProgram &program, int count) {
     QList<QMap<QByteArray, int>> wanted;
     std::printf("attempts  proportional KiB  private KiB  allocated KiB  objects\n");
     for (int attempt = 1; attempt <= count; ++attempt) {
-        soak.takeQuiz(false);
+        takeQuiz(attempt - 1, false);
         const QMap<QByteArray, int> counts = countObjects(program);
         if (attempt > round && wanted.size() < round) {
             wanted << counts;
@@ -251,7 +213,8 @@ int takeQuizzes(Soak &soak, const LiveProgram &program, int count) {
         if (shown.contains(attempt) || attempt == count) {
             const Memory now = memory();
             std::printf("%8d  %16.0f  %11.0f  %13.0f  %7d\n", attempt, now.proportionalKiB,
-                        now.privateKiB, now.allocatedKiB, total(counts));
+                        now.privateKiB, now.allocatedKiB,
+                        std::reduce(counts.begin(), counts.end()));
             std::fflush(stdout);
         }
     }
@@ -279,10 +242,10 @@ int main(int argc, char **argv) {
     LiveProgram program(content::systemRandom);
     program.open();
     const StandardError errors;
-    Soak soak(program);
+    program.delegate().applicationDidFinishLaunching();
     const int result = parser.isSet(openOption)
-                           ? measureOpenWindows(soak, parser.value(openOption).toInt())
-                           : takeQuizzes(soak, program, parser.value(countOption).toInt());
+                           ? measureOpenWindows(parser.value(openOption).toInt())
+                           : takeQuizzes(program, parser.value(countOption).toInt());
     desk::clear();
     return result;
 }

@@ -1,10 +1,13 @@
 #include "monkey/walk.h"
 
 #include <QApplication>
+#include <QMenu>
+#include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 
 #include "monkey/comparison.h"
+#include "monkey/lookout.h"
 #include "support/eventloop.h"
 #include "support/store.h"
 
@@ -20,11 +23,6 @@ bool ticks(const QObject *object) {
 
 }  // namespace
 
-Walk::Walk(quint32 seed, int steps, bool verbose)
-    : steps_(steps), journal_(seed, verbose), dice_(seed) {
-    journal_.describeWith([this] { return lookout_.state(); });
-}
-
 void Walk::run() {
     while (journal_.step() < steps_) {
         runSession();
@@ -38,23 +36,7 @@ QStringList Walk::missing() const {
 }
 
 void Walk::runSession() {
-    world_.prepareStore();
-    const bool small = dice_.oneIn(4);
-    liveprogram::chooseScreen(small);
-    journal_.say(u"starts the program on a %1 screen"_s.arg(small ? u"small"_s : u"large"_s));
-    // The program and its model shuffle alike.
-    const quint32 seed = dice_.number();
-    QRandomGenerator random(seed);
-    program_ = std::make_unique<LiveProgram>([&random] { return random.generate(); });
-    beginModel(seed);
-    const QList<QObject *> observers{this, &alertAnswers_, &menus_, &seam_};
-    for (QObject *observer : observers) {
-        qApp->installEventFilter(observer);
-    }
-    program_->open();
-    intents_.forget();
-    hands_.forgetWindows();
-
+    openProgram();
     bool runs = takeStep([this] {
         seam_.model().start();
         program_->delegate().applicationDidFinishLaunching();
@@ -66,65 +48,74 @@ void Walk::runSession() {
     while (runs && journal_.step() < steps_) {
         runs = takeStep([this] { choice_.take(program_->delegate()); });
     }
+    endProgram();
+}
 
-    for (QObject *observer : observers) {
-        qApp->removeEventFilter(observer);
-    }
+void Walk::openProgram() {
+    choice_.begin();
+    const bool small = dice_.oneIn(4);
+    liveprogram::chooseScreen(small);
+    journal_.say(u"starts the program on a %1 screen"_s.arg(small ? u"small"_s : u"large"_s));
+    // The program and its model shuffle alike.
+    const auto random = [generator = QRandomGenerator(dice_.number())]() mutable {
+        return generator.generate();
+    };
+    program_ = std::make_unique<LiveProgram>(random);
+    static const model::Program::Layouts layouts = comparison::layouts();
+    store::forgetWrites();
+    seam_.begin(std::make_unique<model::Program>(layouts, random, store::contents()));
+    qApp->installEventFilter(this);
+    qApp->installEventFilter(&seam_);
+    program_->open();
+}
+
+void Walk::endProgram() {
+    qApp->removeEventFilter(this);
+    qApp->removeEventFilter(&seam_);
     for (const QPointer<platform::Window> &window : platform::Window::onScreen()) {
         window->closeUnasked();
     }
     const QList<QPointer<QObject>> objects = program_->objects();
     program_.reset();
-    lookout_.checkNothingIsLeft(objects);
-    const QStringList errors = journal_.takeErrors();
-    journal_.want(errors.isEmpty(), u"on standard error: "_s + errors.join(u'\n'), u"nothing"_s);
-}
-
-void Walk::beginModel(quint32 seed) {
-    static const model::Program::Layouts layouts = comparison::layouts();
-    store::forgetWrites();
-    seam_.begin(std::make_unique<model::Program>(
-        layouts, [random = QRandomGenerator(seed)]() mutable { return random.generate(); },
-        store::contents()));
+    journal_.wantNone(lookout::remains(objects));
+    journal_.wantNone(journal_.takeErrors());
 }
 
 bool Walk::takeStep(const std::function<void()> &step) {
     journal_.nextStep();
     seam_.expect(Seam::Closing::Nothing);
     const int result = eventloop::run(step);
-    journal_.want(result != eventloop::Hung, u"the event loop did not come back"_s,
-                  u"a step that ends"_s);
+    journal_.want(result != eventloop::Hung, u"the event loop did not come back"_s);
     liveprogram::settle();
-    compare();
+    journal_.wantNone(comparison::differences(seam_, journal_.takeErrors()));
+    for (const QString &event : seam_.model().takeEvents()) {
+        happened_ << event;
+    }
     const bool runs = result == eventloop::StillRunning;
     journal_.want(runs != seam_.model().hasEnded(),
-                  runs ? u"the program goes on"_s : u"the program has ended"_s,
-                  u"the same as in the model"_s);
+                  runs ? u"the program goes on"_s : u"the program has ended"_s);
     if (runs) {
-        hands_.activateLikeAWindowManager();
-        lookout_.check(*program_);
+        choice_.activateLikeAWindowManager();
+        journal_.wantNone(lookout::faults(*program_));
     }
     return runs;
 }
 
-void Walk::compare() {
-    QStringList differences = comparison::differences(seam_, journal_.takeErrors());
-    if (seam_.model().alert()) {
-        differences << u"the alert \"%1\" did not come"_s.arg(seam_.model().alert()->message);
-    }
-    journal_.want(differences.isEmpty(), differences.join(u'\n'), u"the same as in the model"_s);
-    for (const QString &event : seam_.model().takeEvents()) {
-        happened_ << event;
+void Walk::appears(QObject *shown) {
+    if (auto *box = qobject_cast<QMessageBox *>(shown); box != nullptr && box->isModal()) {
+        QTimer::singleShot(0, box, [this, box] { choice_.answer(*box); });
+    } else if (auto *menu = qobject_cast<QMenu *>(shown)) {
+        QTimer::singleShot(0, menu, [this, menu] { choice_.leaveIfBlocking(*menu); });
+    } else if (qobject_cast<platform::Window *>(shown) != nullptr &&
+               shown->objectName() == u"MainTest") {
+        choice_.quizAppears();
     }
 }
 
 bool Walk::eventFilter(QObject *watched, QEvent *event) {
     switch (event->type()) {
         case QEvent::Show:
-            if (qobject_cast<platform::Window *>(watched) != nullptr &&
-                watched->objectName() == u"MainTest") {
-                intents_.quizAppears();
-            }
+            appears(watched);
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:

@@ -1,5 +1,3 @@
-#include "monkey/world.h"
-
 #include <array>
 
 #include <QApplication>
@@ -7,9 +5,9 @@
 #include <QWidget>
 
 #include "monkey/dice.h"
-#include "monkey/hands.h"
 #include "monkey/journal.h"
 #include "monkey/seam.h"
+#include "monkey/steps.h"
 #include "support/clocks.h"
 #include "support/drawing.h"
 #include "support/store.h"
@@ -23,7 +21,7 @@ const std::array oddValues{u""_s, u"01"_s, u"1.0"_s, u"4"_s, u"8"_s, u"+3"_s, u"
 
 }  // namespace
 
-void World::letSecondsPass(int seconds) {
+void Steps::letSecondsPass(int seconds) {
     journal_.say(u"waits %1 s"_s.arg(seconds));
     const bool runs = seam_.model().clockRuns();
     for (int second = 0; second < seconds && seam_.model().clockRuns() == runs; ++second) {
@@ -32,77 +30,73 @@ void World::letSecondsPass(int seconds) {
     }
 }
 
-void World::changeDesktop() {
+void Steps::changeDesktop() {
     if (dice_.oneIn(3)) {
         journal_.say(u"changes the desktop's colours"_s);
         QApplication::setPalette(dice_.oneIn(2) ? drawing::darkPalette()
                                                 : QApplication::style()->standardPalette());
         return;
     }
-    QWidget &window = hands_.anyWindow();
+    QWidget &window = anyWindow();
     const QSize size(200 + dice_.below(1000), 150 + dice_.below(900));
     journal_.say(
         u"resizes %1 to %2 x %3"_s.arg(words::nameOf(window)).arg(size.width()).arg(size.height()));
     window.resize(size);
 }
 
-void World::editStore() {
-    store::Contents contents = store::contents();
+void Steps::editStore() {
+    const store::Contents contents = store::contents();
     const int kind = dice_.below(12);
-    QString key = u"quiz%1"_s.arg(1 + dice_.below(7));
+    const QString quiz = u"quiz%1"_s.arg(1 + dice_.below(7));
     if (kind == 0) {
         journal_.say(u"has the store wiped"_s);
         store::wipe();
         seam_.model().editStore({});
-        return;
-    }
-    if (kind == 1) {
-        key = dice_.oneIn(2) || contents.isEmpty() ? key : dice_.pick(contents.keys());
-        contents.remove(key);
+    } else if (kind == 1) {
+        overwrite(dice_.oneIn(2) || contents.isEmpty() ? quiz : dice_.pick(contents.keys()), {});
     } else if (kind < 4) {
-        contents[key] = dice_.pick(oddValues);
+        overwrite(quiz, dice_.pick(oddValues));
     } else if (kind < 6) {
-        contents[key] = QString::number(dice_.below(4));
+        overwrite(quiz, QString::number(dice_.below(4)));
     } else if (kind < 9) {
-        key = u"timedQuizzes"_s;
-        contents[key] = dice_.oneIn(4) ? u"no"_s : dice_.oneIn(8) ? u"Yes"_s : u"yes"_s;
+        overwrite(u"timedQuizzes"_s, dice_.oneIn(4)   ? u"no"_s
+                                     : dice_.oneIn(8) ? u"Yes"_s
+                                                      : u"yes"_s);
     } else {
         spoilChosenQuiz();
-        return;
     }
+}
+
+void Steps::spoilChosenQuiz() {
+    overwrite(u"currentTest"_s, dice_.oneIn(3) ? QString() : dice_.pick(oddValues));
+}
+
+void Steps::overwrite(const QString &key, const QString &value) {
     journal_.say(u"has %1=%2 written by another copy of the program"_s.arg(
-        key, contents.value(key, u"(nothing)"_s)));
-    store::fill(contents);
-    seam_.model().editStore(contents);
-}
-
-void World::spoilChosenQuiz() {
+        key, value.isNull() ? u"(nothing)"_s : value));
     store::Contents contents = store::contents();
-    if (dice_.oneIn(3)) {
-        contents.remove(u"currentTest"_s);
+    if (value.isNull()) {
+        contents.remove(key);
     } else {
-        contents[u"currentTest"_s] = dice_.pick(oddValues);
+        contents[key] = value;
     }
-    journal_.say(u"has currentTest=%1 written by another copy of the program"_s.arg(
-        contents.value(u"currentTest"_s, u"(nothing)"_s)));
     store::fill(contents);
     seam_.model().editStore(contents);
 }
 
-void World::prepareStore() {
+void Steps::begin() {
+    intent_ = Intent::Wander;
+    forgetWindows();
     const int kind = dice_.below(4);
     if (kind == 0 || journal_.step() == 0) {
         store::wipe();
-        return;
-    }
-    store::Contents contents = store::contents();
-    if (kind == 1) {
+    } else if (kind == 1) {
+        store::Contents contents = store::contents();
         contents.remove(u"timedQuizzes"_s);
         store::fill(contents);
     } else if (kind == 2) {
         for (int quiz = 1; quiz <= 7; ++quiz) {
-            contents.insert(u"quiz%1"_s.arg(quiz), QString::number(dice_.below(4)));
+            store::set(u"quiz%1"_s.arg(quiz), QString::number(dice_.below(4)));
         }
-        store::fill(contents);
     }
 }
