@@ -17,12 +17,6 @@ using namespace Qt::StringLiterals;
 
 using words::nameOf;
 
-namespace {
-
-const std::array ways{u"mouse"_s, u"Return"_s, u"Escape"_s, u"close"_s, u"Tab, Space"_s};
-
-}  // namespace
-
 void Steps::answer(QMessageBox &box) {
     const QString name = u"the alert \"%1\" "_s.arg(box.text());
     journal_.wantNone(comparison::differences(seam_, journal_.takeErrors(), &box));
@@ -39,6 +33,7 @@ void Steps::answer(QMessageBox &box) {
         journal_.want(box.isVisible(), name + u"goes at a key without meaning"_s);
     }
 
+    static const std::array ways{u"mouse"_s, u"Return"_s, u"Escape"_s, u"close"_s, u"Tab, Space"_s};
     const QString way = dice_.pick(ways);
     const QString wanted = answerIn(way, box);
     journal_.want(!box.isVisible(), name + u"stays after "_s + way);

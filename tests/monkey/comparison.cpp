@@ -138,10 +138,9 @@ void compareRun(QStringList &differences, const model::Program &model) {
             model.clockRuns() ? 1 : 0);
 }
 
-template <class Writes>
-QStringList listed(const Writes &writes) {
+QStringList listed(const QList<store::Write> &writes) {
     QStringList list;
-    for (const auto &write : writes) {
+    for (const store::Write &write : writes) {
         list << write.key + u'=' + write.value;
     }
     return list;

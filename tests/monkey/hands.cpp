@@ -80,8 +80,8 @@ void Hands::clickControl(QWidget &control) {
         return;
     }
     const QPoint at = dice_.oneIn(2) ? place.center()
-                                     : place.topLeft() + QPoint(dice_.below(place.width()),
-                                                                dice_.below(place.height()));
+                                     : place.topLeft() + QPoint{dice_.below(place.width()),
+                                                                dice_.below(place.height())};
     const bool twice = dice_.oneIn(20);
     journal_.say(u"clicks %1%2 of %3"_s.arg(nameOf(control), twice ? u" twice"_s : QString(),
                                             nameOf(*control.window())));

@@ -25,15 +25,17 @@ bool Steps::pursueIntent() {
         return closeNext();
     }
     if (intent_ == Intent::Juggle && dice_.oneIn(10)) {
-        const int open = seam_.model().countOpen(u"MainTest"_s);
-        if (open < 4) {
+        if (seam_.model().countOpen(u"MainTest"_s) < 4) {
             type(Qt::CTRL | Qt::Key(Qt::Key_1 + dice_.below(7)));
-            return true;
+        } else {
+            letSecondsPass(1 + dice_.below(30));
         }
-        letSecondsPass(1 + dice_.below(30));
         return true;
     }
-    QWidget *quiz = quizToUse();
+    const QList<QWidget *> quizzes = windowsOf(u"MainTest"_s);
+    QWidget *quiz = quizzes.isEmpty() || intent_ != Intent::Juggle
+                        ? quizzes.value(quizzes.size() - 1)
+                        : dice_.pick(quizzes);
     if (quiz == nullptr || dice_.oneIn(300)) {
         intent_ = Intent::Wander;
         return false;
@@ -57,14 +59,6 @@ bool Steps::closeNext() {
     }
     close(window);
     return true;
-}
-
-QWidget *Steps::quizToUse() {
-    const QList<QWidget *> quizzes = windowsOf(u"MainTest"_s);
-    if (quizzes.isEmpty()) {
-        return nullptr;
-    }
-    return intent_ == Intent::Juggle ? dice_.pick(quizzes) : quizzes.last();
 }
 
 void Steps::answerOrGoOn(QWidget &quiz) {

@@ -39,7 +39,7 @@ LiveControllers::LiveControllers(AppDelegate &delegate) : delegate_(delegate) {
     for (auto &[name, make] : platform::controllers()) {
         make = [this, make = make] {
             const std::shared_ptr<WindowController> controller = make();
-            meet(controller.get());
+            met_ << controller.get();
             return controller;
         };
     }
@@ -60,40 +60,31 @@ LiveControllers::Controllers LiveControllers::all() const {
 }
 
 LiveControllers::Controllers LiveControllers::used() const {
-    Controllers used = heldByTheDelegate();
+    Controllers shown;
     for (WindowController *controller : all()) {
         if (controller->window() != nullptr && controller->window()->isVisible()) {
-            add(used, controller);
+            shown << controller;
         }
     }
-    return used;
+    return withHeld(shown);
 }
 
 bool LiveControllers::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Show && qobject_cast<platform::Window *>(watched) != nullptr) {
-        Controllers held = heldByTheDelegate();
-        for (WindowController *controller : all()) {
-            add(held, controller);
-        }
-        for (WindowController *controller : std::as_const(held)) {
-            meet(controller);
-        }
+        const Controllers known = withHeld(all());
+        met_ = {known.begin(), known.end()};
     }
     return false;
 }
 
-LiveControllers::Controllers LiveControllers::heldByTheDelegate() const {
-    Controllers held;
-    add(held, delegate_.theMainMenu.get());
-    add(held, delegate_.theSettings.get());
-    add(held, delegate_.theMainTest.get());
-    add(held, delegate_.theHelp.get());
-    return held;
-}
-
-void LiveControllers::meet(WindowController *controller) {
-    if (!met_.contains(controller)) {
-        met_.removeAll(nullptr);
-        met_ << controller;
+LiveControllers::Controllers LiveControllers::withHeld(const Controllers &some) const {
+    Controllers controllers;
+    add(controllers, delegate_.theMainMenu.get());
+    add(controllers, delegate_.theSettings.get());
+    add(controllers, delegate_.theMainTest.get());
+    add(controllers, delegate_.theHelp.get());
+    for (WindowController *controller : some) {
+        add(controllers, controller);
     }
+    return controllers;
 }

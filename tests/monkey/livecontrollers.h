@@ -28,8 +28,8 @@ class LiveControllers final : public QObject {
     bool eventFilter(QObject *watched, QEvent *event) override;
 
  private:
-    Controllers heldByTheDelegate() const;
-    void meet(platform::WindowController *controller);
+    /// The controllers, and those that they and the delegate hold.
+    Controllers withHeld(const Controllers &some) const;
 
     const AppDelegate &delegate_;
     QList<QPointer<platform::WindowController>> met_;

@@ -31,39 +31,27 @@ bool mayLive(const QWidget &widget) {
            widget.inherits("QTipLabel");
 }
 
-QStringList faultsOfWindows() {
+QStringList faultsOfWindows(const LiveControllers &controllers) {
+    const LiveControllers::Controllers all = controllers.all();
+    QSet<const QWidget *> owned;
+    for (const platform::WindowController *controller : all) {
+        owned << controller->window();
+    }
     QStringList faults;
     int waysBack = 0;
     int others = 0;
     for (const QWidget *widget : QApplication::topLevelWidgets()) {
-        if (qobject_cast<const platform::Window *>(widget) != nullptr) {
-            int &count = widget->objectName() == u"MainLayout" ? waysBack : others;
-            count += widget->isVisible() ? 1 : 0;
-        } else if (!mayLive(*widget)) {
+        const bool isWindow = qobject_cast<const platform::Window *>(widget) != nullptr;
+        const bool isWayBack = isWindow && widget->objectName() == u"MainLayout";
+        if (isWindow) {
+            (isWayBack ? waysBack : others) += widget->isVisible() ? 1 : 0;
+        }
+        if (isWindow ? !isWayBack && !owned.contains(widget) : !mayLive(*widget)) {
             faults << u"%1 must not be there"_s.arg(nameOf(*widget));
         }
     }
     if (waysBack != (others == 0 ? 1 : 0)) {
         faults << u"%1 ways back beside %2 open windows"_s.arg(waysBack).arg(others);
-    }
-    return faults;
-}
-
-QStringList faultsOfControllers(const LiveControllers &controllers) {
-    const LiveControllers::Controllers all = controllers.all();
-    QSet<const QWidget *> unowned;
-    for (const QWidget *widget : QApplication::topLevelWidgets()) {
-        if (qobject_cast<const platform::Window *>(widget) != nullptr &&
-            widget->objectName() != u"MainLayout") {
-            unowned << widget;
-        }
-    }
-    for (const platform::WindowController *controller : all) {
-        unowned.remove(controller->window());
-    }
-    QStringList faults;
-    for (const QWidget *window : std::as_const(unowned)) {
-        faults << u"%1 belongs to no controller"_s.arg(nameOf(*window));
     }
     const qsizetype used = controllers.used().size();
     if (all.size() != used) {
@@ -96,7 +84,7 @@ QStringList faultsOfFocus() {
 }  // namespace
 
 QStringList lookout::faults(const LiveProgram &program) {
-    return faultsOfWindows() + faultsOfControllers(program.controllers()) + faultsOfFocus();
+    return faultsOfWindows(program.controllers()) + faultsOfFocus();
 }
 
 QStringList lookout::remains(const QList<QPointer<QObject>> &objects) {

@@ -46,7 +46,7 @@ const QStringList &Program::events() {
     return all;
 }
 
-Program::Program(Layouts layouts, Random random, Store store)
+Program::Program(Layouts layouts, Random random, store::Contents store)
     : layouts_(std::move(layouts)), random_(std::move(random)), store_(std::move(store)) {}
 
 // What the learner, the clock and others do.

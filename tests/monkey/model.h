@@ -3,21 +3,14 @@
 #include <functional>
 #include <optional>
 
-#include <QList>
-#include <QMap>
-#include <QString>
+#include <QSet>
 #include <QStringList>
+
+#include "support/store.h"
 
 /// A second, plain account of what the program does: which windows are open, what each of them
 /// shows, what the store holds. It shares no code with the program.
 namespace model {
-
-using Store = QMap<QString, QString>;
-
-struct Write {
-    QString key;
-    QString value;
-};
 
 /// What can be seen of a control; a control uses the part that suits its kind.
 struct Control {
@@ -87,7 +80,7 @@ class Program final {
     static const QStringList &events();
 
     /// `layouts` are the windows as nobody has written to them yet.
-    Program(Layouts layouts, Random random, Store store);
+    Program(Layouts layouts, Random random, store::Contents store);
 
     // What the learner, the clock and others do.
     void start();
@@ -96,11 +89,12 @@ class Program final {
     void closeWindow(const QString &window);
     void tick();
     void answer(const QString &button);
-    void openQuizOfStore() { openQuiz(); }
-    void editStore(const Store &store) { store_ = store; }
+    /// Of whatever quiz the store names.
+    void openQuiz();
+    void editStore(const store::Contents &store) { store_ = store; }
 
     // What follows from it.
-    const Store &store() const { return store_; }
+    const store::Contents &store() const { return store_; }
     const Run &run() const { return run_; }
     /// The open windows, in the order in which they were loaded.
     const QList<Window> &windows() const { return windows_; }
@@ -111,15 +105,15 @@ class Program final {
     const std::optional<Alert> &alert() const { return alert_; }
     bool hasEnded() const { return ended_; }
 
-    /// What was written to the store since the last call, in order.
-    QList<Write> takeWrites() { return std::exchange(writes_, {}); }
-    /// The lines logged since the last call.
-    QStringList takeLog() { return std::exchange(log_, {}); }
-    /// What happened since the last call, in words.
-    QStringList takeEvents() { return std::exchange(events_, {}); }
-    /// What happened since the last call, though it cannot happen.
-    QStringList takeObjections() { return std::exchange(objections_, {}); }
+    /// Which of the events() have happened.
+    const QSet<QString> &met() const { return met_; }
     void object(const QString &objection) { objections_ << objection; }
+
+    // What came up since the last call.
+    QList<store::Write> takeWrites() { return std::exchange(writes_, {}); }
+    QStringList takeLog() { return std::exchange(log_, {}); }
+    /// What happened though it cannot happen.
+    QStringList takeObjections() { return std::exchange(objections_, {}); }
 
  private:
     using Then = std::function<void()>;
@@ -131,7 +125,7 @@ class Program final {
     void close(const QString &window);
     void ask(const Alert &alert, std::function<void(bool byDefault)> then);
     void write(const QString &key, const QString &value);
-    void happened(const QString &event) { events_ << event; }
+    void happened(const QString &event) { met_ << event; }
 
     void openMainMenu(const Then &then = {});
     void seed();
@@ -148,7 +142,6 @@ class Program final {
     std::optional<int> passCount(const QString &id) const;
 
     // The quiz window.
-    void openQuiz();
     void loadCurrentTest(const QString &quiz);
     void shuffleQuestions(const Quiz &quiz);
     void setUpQuestion(const QString &quiz);
@@ -164,7 +157,7 @@ class Program final {
 
     Layouts layouts_;
     Random random_;
-    Store store_;
+    store::Contents store_;
     Run run_;
     /// The quiz window whose clock runs; empty if none does.
     QString clockOf_;
@@ -173,9 +166,9 @@ class Program final {
     std::optional<Alert> alert_;
     std::function<void(bool byDefault)> afterAlert_;
     bool ended_ = false;
-    QList<Write> writes_;
+    QList<store::Write> writes_;
     QStringList log_;
-    QStringList events_;
+    QSet<QString> met_;
     QStringList objections_;
 };
 

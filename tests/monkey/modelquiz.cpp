@@ -39,12 +39,10 @@ void Program::openQuiz() {
                                 u"btnNextQuestion"_s, u"imgQuestion"_s}) {
         control(quiz, name).hidden = true;
     }
-    run_.currentTestId.reset();
-    run_.correctAnswerNumber = 0;
-    run_.correctCount = 0;
-    run_.questionCount = 0;
-    run_.questionIndex = 0;
-    run_.progressRatio = 0;
+    run_ = {.questionOrder = run_.questionOrder,
+            .minutesLeft = run_.minutesLeft,
+            .secondsLeft = run_.secondsLeft,
+            .scoreRatio = run_.scoreRatio};
     control(quiz, u"progressbarMain"_s).value = 0;
     if (store_.contains(u"currentTest"_s)) {
         run_.currentTestId = store_[u"currentTest"_s];
@@ -65,8 +63,7 @@ void Program::loadCurrentTest(const QString &quiz) {
         run_.questionCount = known->questionCount;
         shuffleQuestions(*known);
     } else {
-        const bool none = !run_.currentTestId;
-        happened(none ? u"quiz without an id"_s : u"quiz of an odd id"_s);
+        happened(run_.currentTestId ? u"quiz of an odd id"_s : u"quiz without an id"_s);
         happened(run_.questionOrder.isEmpty() ? u"unknown quiz without questions"_s
                                               : u"unknown quiz with questions left over"_s);
     }

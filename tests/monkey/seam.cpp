@@ -4,7 +4,6 @@
 #include <QAction>
 #include <QDynamicPropertyChangeEvent>
 
-#include "monkey/journal.h"
 #include "windowing/window.h"
 
 using namespace Qt::StringLiterals;
@@ -17,14 +16,12 @@ void Seam::begin(std::unique_ptr<model::Program> model) {
 }
 
 QString Seam::nameOf(QWidget &window) {
-    for (auto entry = windows_.begin(); entry != windows_.end(); ++entry) {
-        if (entry.value() == &window) {
-            return entry.key();
-        }
+    QString name = windows_.key(&window);
+    if (name.isEmpty()) {
+        const QString layout = window.objectName();
+        name = u"%1 %2"_s.arg(layout).arg(++loaded_[layout]);
+        windows_.insert(name, &window);
     }
-    const QString layout = window.objectName();
-    QString name = u"%1 %2"_s.arg(layout).arg(++loaded_[layout]);
-    windows_.insert(name, &window);
     return name;
 }
 
@@ -62,10 +59,9 @@ void Seam::watch(QObject &control) {
             model_->pressInMenuBar(action);
         });
     } else if (auto *button = qobject_cast<QAbstractButton *>(&control)) {
-        const QString layout = button->window()->objectName();
         const QString window = nameOf(*button->window());
-        connect(button, &QAbstractButton::clicked, this, [this, layout, window, action] {
-            if (layout == u"MainLayout") {
+        connect(button, &QAbstractButton::clicked, this, [this, window, action] {
+            if (window.startsWith(u"MainLayout")) {
                 model_->pressInMenuBar(action);
             } else {
                 model_->press(window, action);

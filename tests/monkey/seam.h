@@ -8,7 +8,6 @@
 
 #include "monkey/model.h"
 
-class Journal;
 class QWidget;
 
 /// Tells the model of whatever reaches the program, just before the program learns of it.
@@ -16,12 +15,9 @@ class Seam final : public QObject {
     Q_OBJECT
 
  public:
-    explicit Seam(Journal &journal) : journal_(journal) {}
-
     /// Starts anew, with a model of its own, for another session.
     void begin(std::unique_ptr<model::Program> model);
     model::Program &model() { return *model_; }
-    const model::Program &model() const { return *model_; }
 
     /// Which windows the learner may be closing just now; no other window may be asked to close.
     enum class Closing { Nothing, Auxiliary, Anything };
@@ -39,7 +35,6 @@ class Seam final : public QObject {
     void watch(QObject &control);
     void windowCloses(QWidget &window);
 
-    Journal &journal_;
     std::unique_ptr<model::Program> model_;
     QMap<QString, QPointer<QWidget>> windows_;
     QMap<QString, int> loaded_;

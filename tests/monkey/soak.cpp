@@ -161,10 +161,9 @@ QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArr
     QStringList differences;
     QMap<QByteArray, int> both = before;
     both.insert(now);
-    const QByteArrayList names = both.keys();
-    for (const QByteArray &name : names) {
+    for (const QByteArray &name : both.keys()) {
         if (before.value(name) != now.value(name)) {
-            differences << u"%1: %2, wanted %3"_s.arg(QString::fromLatin1(name))
+            differences << u"%1: %2, wanted %3"_s.arg(QLatin1StringView(name))
                                .arg(now.value(name))
                                .arg(before.value(name));
         }
@@ -190,32 +189,26 @@ int measureOpenWindows(int keepOpen) {
 
 int takeQuizzes(const LiveProgram &program, int count) {
     constexpr int round = int(attempts.size());
-    // Each at the end of a round, when always the same windows are open.
-    static const QList<int> shown{7, 14, 49, 98, 196, 497, 994, 1498};
-    // Indexed by the attempt's place in the round, counted in the second round.
-    QList<QMap<QByteArray, int>> wanted;
+    QMap<QByteArray, int> wanted;
     std::printf("attempts  proportional KiB  private KiB  allocated KiB  objects\n");
     for (int attempt = 1; attempt <= count; ++attempt) {
         takeQuiz(attempt - 1, false);
+        // At the end of a round always the same windows are open.
+        if (attempt % round != 0) {
+            continue;
+        }
         const QMap<QByteArray, int> counts = countObjects(program);
-        if (attempt > round && wanted.size() < round) {
-            wanted << counts;
+        const Memory now = memory();
+        std::printf("%8d  %16.0f  %11.0f  %13.0f  %7d\n", attempt, now.proportionalKiB,
+                    now.privateKiB, now.allocatedKiB, std::reduce(counts.begin(), counts.end()));
+        if (attempt == 2 * round) {
+            wanted = counts;
         }
-        if (attempt > 2 * round) {
-            const QStringList found = differences(wanted[(attempt - 1) % round], counts);
-            if (!found.isEmpty()) {
-                std::printf(
-                    "After attempt %d there are not as many objects as a round before: %s\n",
-                    attempt, qUtf8Printable(found.join(u"; "_s)));
-                return 1;
-            }
-        }
-        if (shown.contains(attempt) || attempt == count) {
-            const Memory now = memory();
-            std::printf("%8d  %16.0f  %11.0f  %13.0f  %7d\n", attempt, now.proportionalKiB,
-                        now.privateKiB, now.allocatedKiB,
-                        std::reduce(counts.begin(), counts.end()));
-            std::fflush(stdout);
+        const QStringList found = attempt > 2 * round ? differences(wanted, counts) : QStringList();
+        if (!found.isEmpty()) {
+            std::printf("There are not as many objects as after the second round: %s\n",
+                        qUtf8Printable(found.join(u"; "_s)));
+            return 1;
         }
     }
     return 0;

@@ -17,9 +17,11 @@ namespace {
 
 constexpr int mostWindows = 12;
 
-QList<QWidget *> visibleControls(const QWidget &window) {
+/// Those of that class that can be seen and used.
+template <class Control>
+QList<QWidget *> controlsOf(const QWidget &window) {
     QList<QWidget *> controls;
-    for (QWidget *control : window.findChildren<QWidget *>()) {
+    for (Control *control : window.findChildren<Control *>()) {
         if (control->window() == &window && control->isVisible() && control->isEnabled() &&
             !control->visibleRegion().isEmpty()) {
             controls << control;
@@ -97,21 +99,18 @@ void Steps::openQuizOfStore(AppDelegate &delegate) {
         spoilChosenQuiz();
     }
     journal_.say(u"opens a quiz window on what the store holds"_s);
-    seam_.model().openQuizOfStore();
+    seam_.model().openQuiz();
     delegate.ShowMainTest();
 }
 
 void Steps::clickAnything() {
     const QWidget &window = activated(anyWindow());
-    QList<QWidget *> controls = visibleControls(window);
+    QList<QWidget *> controls;
     if (!dice_.oneIn(4)) {
-        QList<QWidget *> buttons;
-        for (QWidget *control : controls) {
-            if (qobject_cast<QAbstractButton *>(control) != nullptr) {
-                buttons << control;
-            }
-        }
-        controls = buttons.isEmpty() ? controls : buttons;
+        controls = controlsOf<QAbstractButton>(window);
+    }
+    if (controls.isEmpty()) {
+        controls = controlsOf<QWidget>(window);
     }
     if (!controls.isEmpty()) {
         clickControl(*dice_.pick(controls));

@@ -34,7 +34,6 @@ class Steps final : public Hands {
     /// Takes a step towards what is intended, unless there is nothing to do.
     bool pursueIntent();
     bool closeNext();
-    QWidget *quizToUse();
     void answerOrGoOn(QWidget &quiz);
 
     /// Presses a button and returns the text of the one that this way of answering means.

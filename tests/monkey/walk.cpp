@@ -31,7 +31,7 @@ void Walk::run() {
 
 QStringList Walk::missing() const {
     QStringList missing = model::Program::events();
-    missing.removeIf([this](const QString &event) { return happened_.contains(event); });
+    missing.removeIf([this](const QString &event) { return met_.contains(event); });
     return missing;
 }
 
@@ -75,6 +75,7 @@ void Walk::endProgram() {
     for (const QPointer<platform::Window> &window : platform::Window::onScreen()) {
         window->closeUnasked();
     }
+    met_ += seam_.model().met();
     const QList<QPointer<QObject>> objects = program_->objects();
     program_.reset();
     journal_.wantNone(lookout::remains(objects));
@@ -88,9 +89,6 @@ bool Walk::takeStep(const std::function<void()> &step) {
     journal_.want(result != eventloop::Hung, u"the event loop did not come back"_s);
     liveprogram::settle();
     journal_.wantNone(comparison::differences(seam_, journal_.takeErrors()));
-    for (const QString &event : seam_.model().takeEvents()) {
-        happened_ << event;
-    }
     const bool runs = result == eventloop::StillRunning;
     journal_.want(runs != seam_.model().hasEnded(),
                   runs ? u"the program goes on"_s : u"the program has ended"_s);

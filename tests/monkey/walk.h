@@ -34,10 +34,10 @@ class Walk final : public QObject {
     void appears(QObject *shown);
 
     int steps_;
-    QSet<QString> happened_;
+    QSet<QString> met_;
     Journal journal_;
     Dice dice_;
-    Seam seam_{journal_};
+    Seam seam_;
     Steps choice_{journal_, dice_, seam_};
     std::unique_ptr<LiveProgram> program_;
 };
