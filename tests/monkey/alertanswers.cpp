@@ -15,8 +15,6 @@
 
 using namespace Qt::StringLiterals;
 
-using words::nameOf;
-
 void Steps::answer(QMessageBox &box) {
     const QString name = u"the alert \"%1\" "_s.arg(box.text());
     journal_.wantNone(comparison::differences(seam_, journal_.takeErrors(), &box));
@@ -82,7 +80,8 @@ void Steps::tryBehind(const QMessageBox &box) {
         } else {
             const QKeyCombination key =
                 dice_.oneIn(3) ? Qt::CTRL | Qt::Key_Q : dice_.pick(keys::shortcuts);
-            journal_.say(u"types %1 to %2, behind an alert"_s.arg(nameOf(key), nameOf(window)));
+            journal_.say(u"types %1 to %2, behind an alert"_s.arg(QKeySequence(key).toString(),
+                                                                  nameOf(window)));
             QTest::keyPress(window.windowHandle(), key.key(), key.keyboardModifiers());
             QTest::keyRelease(window.windowHandle(), key.key(), key.keyboardModifiers());
         }

@@ -13,13 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-using words::nameOf;
-
-QString words::nameOf(QKeyCombination key) {
-    return QKeySequence(key).toString();
-}
-
-QString words::nameOf(const QWidget &widget) {
+QString Hands::nameOf(const QWidget &widget) {
     const auto *button = qobject_cast<const QAbstractButton *>(&widget);
     const QString text = button == nullptr ? widget.windowTitle() : button->text();
     return u"%1 \"%2\" %3"_s.arg(QLatin1StringView(widget.metaObject()->className()),
@@ -89,7 +83,7 @@ void Hands::clickControl(QWidget &control) {
 }
 
 void Hands::type(QKeyCombination key, bool held) {
-    journal_.say(u"types %1%2"_s.arg(nameOf(key), held ? u", held"_s : QString()));
+    journal_.say(u"types %1%2"_s.arg(QKeySequence(key).toString(), held ? u", held"_s : QString()));
     const char letter = QTest::keyToAscii(key.key());
     const QString text = letter == 0 ? QString() : QString(QLatin1Char(letter));
     if (key == QKeyCombination(Qt::Key_Escape)) {

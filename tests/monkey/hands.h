@@ -15,6 +15,7 @@ class Hands {
  public:
     Hands(Journal &journal, Dice &dice, Seam &seam) : journal_(journal), dice_(dice), seam_(seam) {}
 
+    static QString nameOf(const QWidget &widget);
     /// Brings a window to the front if none is, as a desktop does.
     void activateLikeAWindowManager();
     /// Uses a menu that would keep the step from ending.
@@ -50,10 +51,3 @@ class Hands {
     /// The windows in the order of their last use, the latest last.
     QList<QPointer<QWidget>> used_;
 };
-
-namespace words {
-
-QString nameOf(QKeyCombination key);
-QString nameOf(const QWidget &widget);
-
-}  // namespace words

@@ -60,12 +60,10 @@ LiveControllers::Controllers LiveControllers::all() const {
 }
 
 LiveControllers::Controllers LiveControllers::used() const {
-    Controllers shown;
-    for (WindowController *controller : all()) {
-        if (controller->window() != nullptr && controller->window()->isVisible()) {
-            shown << controller;
-        }
-    }
+    Controllers shown = all();
+    shown.removeIf([](const WindowController *controller) {
+        return controller->window() == nullptr || !controller->window()->isVisible();
+    });
     return withHeld(shown);
 }
 

@@ -12,8 +12,6 @@
 
 using namespace Qt::StringLiterals;
 
-using words::nameOf;
-
 namespace {
 
 /// Whether Tab reaches it.
@@ -47,7 +45,7 @@ QStringList faultsOfWindows(const LiveControllers &controllers) {
             (isWayBack ? waysBack : others) += widget->isVisible() ? 1 : 0;
         }
         if (isWindow ? !isWayBack && !owned.contains(widget) : !mayLive(*widget)) {
-            faults << u"%1 must not be there"_s.arg(nameOf(*widget));
+            faults << u"%1 must not be there"_s.arg(Hands::nameOf(*widget));
         }
     }
     if (waysBack != (others == 0 ? 1 : 0)) {
@@ -77,8 +75,8 @@ QStringList faultsOfFocus() {
                    focus->isEnabled())) {
         return {};
     }
-    return {u"in %1 the focus is on %2"_s.arg(nameOf(*active),
-                                              focus == nullptr ? u"nothing"_s : nameOf(*focus))};
+    return {u"in %1 the focus is on %2"_s.arg(
+        Hands::nameOf(*active), focus == nullptr ? u"nothing"_s : Hands::nameOf(*focus))};
 }
 
 }  // namespace

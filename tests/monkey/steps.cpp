@@ -11,8 +11,6 @@
 
 using namespace Qt::StringLiterals;
 
-using words::nameOf;
-
 namespace {
 
 constexpr int mostWindows = 12;

@@ -40,7 +40,7 @@ void Steps::changeDesktop() {
     QWidget &window = anyWindow();
     const QSize size(200 + dice_.below(1000), 150 + dice_.below(900));
     journal_.say(
-        u"resizes %1 to %2 x %3"_s.arg(words::nameOf(window)).arg(size.width()).arg(size.height()));
+        u"resizes %1 to %2 x %3"_s.arg(nameOf(window)).arg(size.width()).arg(size.height()));
     window.resize(size);
 }
 
