@@ -5,6 +5,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QTemporaryDir>
 
 /// What the store's file holds after the first start.
@@ -26,14 +27,20 @@ inline QByteArray with(const QByteArrayList &entries, const QByteArray &text) {
     return lines.join('\n');
 }
 
-/// A configuration home of its own, which the program and its processes use from now on. It is in
-/// memory if possible: no test turns the power off.
+/// Files by their paths relative to the program's folder: what they hold, or are.
+using Files = QMap<QByteArray, QByteArray>;
+
+/// A configuration home of its own, which the program and its processes use while this object
+/// exists. It is in memory if possible: no test turns the power off.
 class Configuration final {
  public:
     Configuration() {
         QDir().mkdir(home());
         qputenv("XDG_CONFIG_HOME", home().toUtf8());
     }
+    ~Configuration() { qputenv("XDG_CONFIG_HOME", before_); }
+    Configuration(const Configuration &) = delete;
+    Configuration &operator=(const Configuration &) = delete;
 
     /// What the configuration home is in, and nothing else.
     QString surroundings() const { return place_.path(); }
@@ -41,40 +48,44 @@ class Configuration final {
     QString folder() const { return home() + QStringLiteral("/Zorvan"); }
     QString file() const { return folder() + QStringLiteral("/Zorvan.conf"); }
 
-    /// Writes a file in the program's folder, which is created if it is missing.
-    void write(const QByteArray &content, const QString &name) const {
+    /// Writes the store, or another file in the program's folder, which is created if it is
+    /// missing.
+    void write(const QByteArray &content,
+               const QString &name = QStringLiteral("Zorvan.conf")) const {
         QDir().mkpath(folder());
         QFile target(folder() + u'/' + name);
         if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size()) {
             qFatal("%s cannot be written", qUtf8Printable(target.fileName()));
         }
     }
-    /// Writes the store.
-    void fill(const QByteArray &content) const { write(content, QStringLiteral("Zorvan.conf")); }
 
-    /// The store's bytes; empty if it cannot be read.
-    QByteArray content() const {
-        QFile store(file());
-        return store.open(QIODevice::ReadOnly) ? store.readAll() : QByteArray();
-    }
-
-    /// Every file, by its path relative to the program's folder.
-    QByteArrayList files() const {
-        QByteArrayList files;
+    Files files() const {
+        Files files;
         QDirIterator all(place_.path(), QDir::Files | QDir::Hidden | QDir::System,
                          QDirIterator::Subdirectories);
         while (all.hasNext()) {
-            files << QDir(folder()).relativeFilePath(all.next()).toUtf8();
+            QFile file(all.next());
+            const QFileInfo info(file);
+            QByteArray content = "(nothing to read)";
+            if (info.isSymLink()) {
+                content = "(link to " + info.symLinkTarget().toUtf8() + ')';
+            } else if (info.isFile() && file.open(QIODevice::ReadOnly)) {
+                content = file.readAll();
+            }
+            files[QDir(folder()).relativeFilePath(file.fileName()).toUtf8()] = content;
         }
         return files;
     }
     QByteArrayList filesBesideTheStore() const {
-        QByteArrayList others = files();
+        QByteArrayList others = files().keys();
         others.removeAll("Zorvan.conf");
         return others;
     }
+    /// The store's bytes.
+    QByteArray content() const { return files().value("Zorvan.conf"); }
 
  private:
+    const QByteArray before_ = qgetenv("XDG_CONFIG_HOME");
     QTemporaryDir place_{(QFileInfo(QStringLiteral("/dev/shm")).isWritable()
                               ? QStringLiteral("/dev/shm")
                               : QDir::tempPath()) +

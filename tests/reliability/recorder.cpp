@@ -3,9 +3,8 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QFile>
-#include <QMap>
 
+#include "support/store.h"
 #include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
@@ -15,7 +14,7 @@ using namespace Qt::StringLiterals;
 ///
 ///     recorder PASSES QUIZ...
 ///
-/// After every pass the file itself has to hold what was written under the quizzes' keys.
+/// It fails if, after a pass, the file does not hold what was written under the quizzes' keys.
 namespace {
 
 void say(const QByteArray &line) {
@@ -42,7 +41,7 @@ int main(int argc, char **argv) {
     const int passes = arguments.at(1).toInt();
     const QStringList quizzes = arguments.sliced(2);
 
-    QMap<QString, QString> counts;
+    store::Contents counts;
     for (int pass = 0; pass < passes; ++pass) {
         const QString &quiz = quizzes.at(pass % quizzes.size());
         QString &count = counts[u"quiz"_s + quiz];
@@ -51,16 +50,13 @@ int main(int argc, char **argv) {
         write(u"pass"_s, u"currentStatus"_s);
         write(count, u"quiz"_s + quiz);
         write(quiz, u"currentTest"_s);
-
-        QFile file(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Zorvan/Zorvan.conf"_s);
-        const QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        for (auto written = counts.cbegin(); written != counts.cend(); ++written) {
-            const QByteArray line = (written.key() + u'=' + *written + u'\n').toUtf8();
-            if (!content.contains('\n' + line)) {
-                say("lost " + line);
-            }
+        const store::Contents found = store::contents();
+        store::Contents expected = found;
+        expected.insert(counts);
+        if (found != expected) {
+            std::fprintf(stderr, "a write was lost before the end of pass %d\n", pass);
+            return 1;
         }
     }
-    say("end\n");
     return 0;
 }

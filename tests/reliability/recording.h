@@ -19,33 +19,31 @@ class Recording final {
         return said_.count('\n') >= lines;
     }
 
-    /// Returns whether it has ended by itself.
+    /// Returns whether it has ended by itself and found all of its writes.
     bool waitForEnd() {
         process_.waitForFinished(hung);
         said_ += process_.readAllStandardOutput();
-        return said_.endsWith("end\n") && process_.exitCode() == 0;
+        return process_.exitStatus() == QProcess::NormalExit && process_.exitCode() == 0;
     }
 
-    void kill() {
+    /// Returns whether it was still recording.
+    bool kill() {
         process_.kill();
-        waitForEnd();
-        // Drops a line that is incomplete.
-        said_.truncate(said_.lastIndexOf('\n') + 1);
+        return !waitForEnd() && process_.exitStatus() == QProcess::CrashExit;
     }
 
     /// The entries that were written, in order.
     QByteArrayList done() const { return saidAfter("done "); }
     /// The entry whose write was begun but not announced as done, if any.
     QByteArrayList due() const { return saidAfter("due ").sliced(done().size()); }
-    /// The entries that were no longer in the file after a later write.
-    QByteArrayList lost() const { return saidAfter("lost "); }
 
  private:
     static constexpr int hung = 60'000;
 
     QByteArrayList saidAfter(const QByteArray &word) const {
         QByteArrayList entries;
-        for (const QByteArray &line : said_.split('\n')) {
+        // What follows the last line break is an incomplete line.
+        for (const QByteArray &line : said_.first(said_.lastIndexOf('\n') + 1).split('\n')) {
             if (line.startsWith(word)) {
                 entries << line.sliced(word.size());
             }

@@ -34,6 +34,12 @@ auto watched(const char *name, Describe describe, Arguments... arguments) {
         return perform(arguments...);
     }
     Call call = describe();
+    const QByteArray &folder = watcher->folder();
+    if (!(call.path + '/').startsWith(folder + '/')) {
+        return perform(arguments...);
+    }
+    call.path = call.path.mid(folder.size() + 1);
+    call.oldPath = call.oldPath.mid(folder.size() + 1);
     call.name = name;
     if (const int error = watcher->errorOf(call)) {
         errno = error;
@@ -47,26 +53,28 @@ auto watched(const char *name, Describe describe, Arguments... arguments) {
     return result;
 }
 
-Call describeOpen(const char *path, int flags) {
-    const bool changes = (flags & (O_CREAT | O_TRUNC)) != 0;
-    return {
-        .kind = changes ? Kind::Open : Kind::Read, .path = path, .empties = (flags & O_TRUNC) != 0};
+template <class Function>
+int watchedOpen(const char *name, const char *path, int flags, std::va_list arguments) {
+    const auto describe = [&] {
+        const bool changes = (flags & (O_CREAT | O_TRUNC)) != 0;
+        return Call{.kind = changes ? Kind::Open : Kind::Read,
+                    .path = path,
+                    .empties = (flags & O_TRUNC) != 0};
+    };
+    const auto mode = va_arg(arguments, mode_t);
+    return watched<Function>(name, describe, path, flags, mode);
 }
 
 }  // namespace
 
 namespace systemcalls {
 
-Watcher::Watcher() {
+Watcher::Watcher(const QString &folder) : folder_(folder.toUtf8()) {
     watcher = this;
 }
 
 Watcher::~Watcher() {
     watcher = nullptr;
-}
-
-bool isIn(const QByteArray &folder, const QByteArray &path) {
-    return path == folder || path.startsWith(folder + '/');
 }
 
 }  // namespace systemcalls
@@ -78,19 +86,17 @@ extern "C" {
 int open(const char *path, int flags, ...) {
     std::va_list arguments;
     va_start(arguments, flags);
-    const auto mode = va_arg(arguments, mode_t);
+    const int result = watchedOpen<decltype(::open)>("open", path, flags, arguments);
     va_end(arguments);
-    const auto describe = [&] { return describeOpen(path, flags); };
-    return watched<decltype(::open)>("open", describe, path, flags, mode);
+    return result;
 }
 
 int open64(const char *path, int flags, ...) {
     std::va_list arguments;
     va_start(arguments, flags);
-    const auto mode = va_arg(arguments, mode_t);
+    const int result = watchedOpen<decltype(::open64)>("open64", path, flags, arguments);
     va_end(arguments);
-    const auto describe = [&] { return describeOpen(path, flags); };
-    return watched<decltype(::open64)>("open64", describe, path, flags, mode);
+    return result;
 }
 
 ssize_t read(int descriptor, void *bytes, size_t size) {

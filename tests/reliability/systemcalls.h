@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <QByteArray>
+#include <QString>
 
 /// The calls by which this process reads and changes files. A test program that links this has them
 /// replaced: they go to the system as ever, but a watcher sees them and can make them fail.
@@ -20,6 +21,7 @@ enum class Kind {
     MakeFolder,
 };
 
+/// Paths are relative to the watched folder.
 struct Call {
     Kind kind{};
     /// What it reads or changes; the new path of what is renamed.
@@ -33,10 +35,10 @@ struct Call {
     const char *name = nullptr;
 };
 
-/// While one exists, it is asked before every call. There can be one at a time.
+/// While one exists, it is asked before every call in its folder. There can be one at a time.
 class Watcher {
  public:
-    Watcher();
+    explicit Watcher(const QString &folder);
     virtual ~Watcher();
     Watcher(const Watcher &) = delete;
     Watcher &operator=(const Watcher &) = delete;
@@ -44,9 +46,11 @@ class Watcher {
     /// The error with which the call fails, before it does anything; zero to let it go on.
     virtual int errorOf(const Call & /*call*/) { return 0; }
     virtual void succeeded(const Call & /*call*/) {}
-};
 
-/// Whether the path is the folder's own or leads into it.
-bool isIn(const QByteArray &folder, const QByteArray &path);
+    const QByteArray &folder() const { return folder_; }
+
+ private:
+    QByteArray folder_;
+};
 
 }  // namespace systemcalls

@@ -1,39 +1,113 @@
 #include <algorithm>
+#include <cerrno>
 
 #include <QDebug>
 #include <QTest>
 
-#include "crashes.h"
+#include "crashscenarios.h"
 #include "support/standarderror.h"
 #include "support/testmain.h"
 #include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
 
+using platform::Preferences;
+using systemcalls::Call;
+
 namespace {
 
-/// Whether all is there that was there at that moment.
-bool isAsAt(const Moment &moment, const Tree &state) {
-    return state.contains(storeInTree) == moment.tree.contains(storeInTree) &&
-           std::ranges::all_of(moment.tree, [&](const auto &file) {
-               const auto found = state.find(file.first);
-               return file.first.endsWith(".writing") ||
-                      (found != state.end() && found->second == file.second);
-           });
+/// Keeps the calls that change something. After a given number of them all fail, as if the process
+/// had been killed.
+class Recorder final : public systemcalls::Watcher {
+ public:
+    Recorder(const Configuration &configuration, qsizetype mostCalls)
+        : Watcher(configuration.surroundings()), mostCalls_(mostCalls) {}
+
+    int errorOf(const Call &call) override {
+        return call.kind != systemcalls::Kind::Read && calls_.size() == mostCalls_ ? EIO : 0;
+    }
+    void succeeded(const Call &call) override {
+        if (call.kind != systemcalls::Kind::Read) {
+            calls_ << call;
+        }
+    }
+
+    const QList<Call> &calls() const { return calls_; }
+
+ private:
+    qsizetype mostCalls_;
+    QList<Call> calls_;
+};
+
+/// Writes the values and returns the calls that this took.
+QList<Call> callsToWrite(const store::Contents &values, const Configuration &configuration,
+                         Preferences &preferences, qsizetype mostCalls = 1000) {
+    const Recorder recorder(configuration, mostCalls);
+    {
+        const Preferences::Batch batch(preferences);
+        for (auto value = values.begin(); value != values.end(); ++value) {
+            preferences.setValueForKey(*value, value.key());
+        }
+    }
+    return recorder.calls();
 }
 
-/// What is wrong with what the program does with the state; empty if nothing is.
-QByteArray problemOf(const Tree &state, const Crash &crash) {
+/// Makes the tree what the folder around the configuration home holds.
+void settle(const Tree &tree, const Configuration &configuration) {
+    const QDir folder(configuration.surroundings());
+    folder.rmdir(configuration.home());
+    for (const auto &[path, content] : tree) {
+        QFile file(folder.filePath(QString::fromUtf8(path)));
+        if (content) {
+            if (!file.open(QIODevice::WriteOnly) || file.write(*content) != content->size()) {
+                qFatal("%s cannot be made", path.constData());
+            }
+        } else if (!path.isEmpty()) {
+            folder.mkdir(file.fileName());
+        }
+    }
+}
+
+store::Contents readPreferences() {
+    Preferences preferences;
+    store::Contents values;
+    QStringList keys = store::seeded().keys();
+    for (const QString &key : keys << u"timedQuizzes"_s << u"colour"_s << u"notes"_s) {
+        if (const auto value = preferences.valueForKey(key)) {
+            values.insert(key, *value);
+        }
+    }
+    return values;
+}
+
+/// What is there between two writes. A crash may leave more files.
+struct Moment {
+    Files files;
+    store::Contents values;
+
+    bool isNow(const Configuration &configuration) const {
+        const Files now = configuration.files();
+        return readPreferences() == values &&
+               now.contains("Zorvan.conf") == files.contains("Zorvan.conf") &&
+               std::ranges::all_of(files.keys(), [&](const QByteArray &file) {
+                   return file.endsWith(".writing") ||
+                          (now.contains(file) && now[file] == files[file]);
+               });
+    }
+};
+
+/// What is wrong with what the program does if a crash leaves the tree at one of the moments; empty
+/// if nothing is.
+QByteArray problemOf(const Tree &tree, const QList<Moment> &moments) {
     // QSettings remembers files by their paths.
     const Configuration configuration;
-    settle(configuration, state);
+    settle(tree, configuration);
     store::Contents values = readPreferences();
-    if (std::ranges::none_of(crash.allowed, [&](const Moment &moment) {
-            return values == moment.values && isAsAt(moment, state);
-        })) {
+    if (std::ranges::none_of(moments,
+                             [&](const Moment &moment) { return moment.isNow(configuration); })) {
         return "the program reads: " + QDebug::toString(values).toUtf8();
     }
-    platform::Preferences().setValueForKey(u"3"_s, u"quiz7"_s);
+    Preferences().setValueForKey(u"3"_s, u"quiz7"_s);
     values.insert(u"quiz7"_s, u"3"_s);
     if (readPreferences() != values) {
         return "after the next write the program reads: " +
@@ -44,12 +118,17 @@ QByteArray problemOf(const Tree &state, const Crash &crash) {
     return others.isEmpty() ? QByteArray() : "the next write leaves " + others.join(' ');
 }
 
-/// The same for all states of the crash.
-QByteArray problemOf(const Crash &crash) {
-    for (const Tree &state : crash.states) {
-        const QByteArray problem = problemOf(state, crash);
+/// The same for each of the trees.
+QByteArray problemOf(const std::set<Tree> &trees, const QList<Moment> &moments) {
+    for (const Tree &tree : trees) {
+        QByteArray problem = problemOf(tree, moments);
         if (!problem.isEmpty()) {
-            return "After " + crash.after + ", " + problem + " from\n" + asText(state);
+            problem += " from";
+            for (const auto &[path, content] : tree) {
+                problem += "\n  " + path + ": " +
+                           content.value_or("(folder)").left(300).replace('\0', "\\0");
+            }
+            return problem;
         }
     }
     return {};
@@ -68,13 +147,30 @@ class tst_crashstates final : public QObject {
         const StandardError standardError;
         std::set<Tree> all;
         for (const Scenario &scenario : crashScenarios()) {
-            QByteArray problem;
-            eachCrash(scenario, [&](const Crash &crash) {
-                all.insert(crash.states.begin(), crash.states.end());
-                problem = problemOf(crash);
-                return problem.isEmpty();
-            });
-            QVERIFY2(problem.isEmpty(), scenario.name + (". " + problem));
+            const Configuration configuration;
+            settle(scenario.before, configuration);
+            Preferences preferences;
+            CrashingDisk disk(scenario.before);
+            Moment last{configuration.files(), readPreferences()};
+            for (const store::Contents &write : scenario.writes) {
+                const QList<Call> calls = callsToWrite(write, configuration, preferences);
+                Moment next{configuration.files(), last.values};
+                next.values.insert(write);
+                std::set<Tree> seen;
+                for (const Call &call : calls) {
+                    disk.apply(call);
+                    std::set<Tree> states = disk.afterCrash();
+                    std::erase_if(states, [&](const Tree &tree) { return seen.contains(tree); });
+                    seen.insert(states.begin(), states.end());
+                    const QByteArray problem = problemOf(states, {last, next});
+                    QVERIFY2(problem.isEmpty(),
+                             scenario.name + (". After " + QByteArray(call.name) + ", " + problem));
+                }
+                const QByteArray problem = problemOf(disk.afterCrash(), {next});
+                QVERIFY2(problem.isEmpty(), scenario.name + (". After the write, " + problem));
+                all.merge(seen);
+                last = next;
+            }
         }
         qInfo("%d different states", int(all.size()));
         QVERIFY(all.size() >= 1000);
@@ -83,16 +179,31 @@ class tst_crashstates final : public QObject {
     void writeAfterAKillIsAsSafeAsAnyOther() {
         const StandardError standardError;
         for (const Scenario &scenario : crashScenarios()) {
-            qsizetype calls = 0;
-            while (const auto crash = crashAfterKill(scenario, calls, {{u"quiz2"_s, u"1"_s}})) {
-                const QByteArray problem = problemOf(*crash);
+            for (qsizetype killedAfter = 0;; ++killedAfter) {
+                const Configuration configuration;
+                settle(scenario.before, configuration);
+                Moment end{{}, readPreferences()};
+                store::Contents values = scenario.writes.constFirst();
+                Preferences killed;
+                QList<Call> calls = callsToWrite(values, configuration, killed, killedAfter);
+                if (calls.size() < killedAfter) {
+                    // Those that create, fill, sync and rename the file, and sync its folder.
+                    QVERIFY2(calls.size() >= 5, scenario.name);
+                    break;
+                }
+                values.insert(u"quiz2"_s, u"1"_s);
+                Preferences next;
+                calls << callsToWrite(values, configuration, next);
+
+                CrashingDisk disk(scenario.before);
+                std::ranges::for_each(calls, [&](const Call &call) { disk.apply(call); });
+                end.files = configuration.files();
+                end.values.insert(values);
+                const QByteArray problem = problemOf(disk.afterCrash(), {end});
                 QVERIFY2(problem.isEmpty(),
-                         scenario.name + (". Killed after " + QByteArray::number(calls) +
-                                          " calls. " + problem));
-                ++calls;
+                         scenario.name + (". Killed after " + QByteArray::number(killedAfter) +
+                                          " calls, " + problem));
             }
-            // Those that create, fill, sync and rename the file, and sync its folder.
-            QVERIFY2(calls >= 5, scenario.name);
         }
     }
 };

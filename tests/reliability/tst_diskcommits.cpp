@@ -1,36 +1,32 @@
 #include <functional>
-#include <optional>
 
-#include <QDir>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QTest>
 
+#include "configuration.h"
 #include "support/clocks.h"
 #include "support/learner.h"
 #include "support/quizdesk.h"
 #include "support/testmain.h"
 #include "support/windowtest.h"
+#include "system/preferences.h"
 #include "systemcalls.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// While one exists, it counts the syncs below a folder, and keeps which windows and alerts were
-/// shown after how many.
+/// While one exists, it counts the syncs, and keeps which windows and alerts were shown after how
+/// many.
 class Commits final : public QObject, public systemcalls::Watcher {
     Q_OBJECT
 
  public:
-    explicit Commits(const QString &folder) : folder_(folder.toUtf8()) {
-        qApp->installEventFilter(this);
-    }
+    explicit Commits(const QString &folder) : Watcher(folder) { qApp->installEventFilter(this); }
 
     void succeeded(const systemcalls::Call &call) override {
-        if (call.kind == systemcalls::Kind::Sync && systemcalls::isIn(folder_, call.path)) {
-            ++count_;
-        }
+        count_ += call.kind == systemcalls::Kind::Sync ? 1 : 0;
     }
 
     int count() const { return count_; }
@@ -48,7 +44,6 @@ class Commits final : public QObject, public systemcalls::Watcher {
     }
 
  private:
-    QByteArray folder_;
     int count_ = 0;
     QStringList shown_;
 };
@@ -64,41 +59,41 @@ class tst_diskcommits final : public ProgramTest {
     Q_OBJECT
 
  private Q_SLOTS:
-    void initTestCase() {
-        // Inside the one that the test has, so that it can be missing.
-        home_ = QFile::decodeName(qgetenv("XDG_CONFIG_HOME")) + u"/home"_s;
-        qputenv("XDG_CONFIG_HOME", home_.toUtf8());
-    }
-
-    void firstStartWaitsForEachNewName_data() {
-        QTest::addColumn<QString>("missing");
-        QTest::addColumn<QString>("present");
-        QTest::addColumn<int>("commits");
-        // The name of each folder that is created has to be on the disk, too.
-        QTest::newRow("configuration home missing") << QString() << QString() << 4;
-        QTest::newRow("folder missing") << u"/Zorvan"_s << u"/other.conf"_s << 3;
-        // A kill may have left it before its name was on the disk.
-        QTest::newRow("folder empty") << u"/Zorvan/Zorvan.conf"_s << u"/other.conf"_s << 3;
-        QTest::newRow("folder in use") << u"/Zorvan/Zorvan.conf"_s << u"/Zorvan/other.conf"_s << 2;
-    }
-
-    void firstStartWaitsForEachNewName() {
-        QFETCH(const QString, missing);
-        QFETCH(const QString, present);
-        QFETCH(const int, commits);
-        QVERIFY(QFile::remove(home_ + missing) || QDir(home_ + missing).removeRecursively());
-        if (!present.isEmpty()) {
-            QVERIFY(QFile(home_ + present).open(QIODevice::WriteOnly));
-        }
-        const auto start = [this] {
-            alerts_->answer(u"OK"_s);
-            delegate_->applicationDidFinishLaunching();
+    void firstWriteWaitsForEachNewName() {
+        struct Place {
+            QString missing;
+            QString present;
+            int commits;
         };
-        const QString greeting =
-            u"Welcome to Zorvan, this is the main progress screen where you can select quizzes to "
-            "take and track your progress."_s;
-        take("first start", start, commits,
-             {u"0 MainMenu"_s, QString::number(commits) + u' ' + greeting});
+        for (const Place &place : {
+                 Place{u""_s, u""_s, 4},
+                 // The name of each folder that is created has to be on the disk, too.
+                 {u"/Zorvan"_s, u"/other.conf"_s, 3},
+                 // A kill may have left an empty one before its name was on the disk.
+                 {u"/Zorvan/Zorvan.conf"_s, u"/other.conf"_s, 3},
+                 {u"/Zorvan/Zorvan.conf"_s, u"/Zorvan/other.conf"_s, 2},
+             }) {
+            const Configuration configuration;
+            configuration.write(seeded);
+            const QString missing = configuration.home() + place.missing;
+            QVERIFY(QFile::remove(missing) || QDir(missing).removeRecursively());
+            if (!place.present.isEmpty()) {
+                QVERIFY(QFile(configuration.home() + place.present).open(QIODevice::WriteOnly));
+            }
+            const Commits counted(configuration.surroundings());
+            platform::Preferences().setValueForKey(u"1"_s, u"quiz1"_s);
+            QVERIFY2(counted.count() == place.commits,
+                     qUtf8Printable(place.missing + place.present));
+        }
+    }
+
+    void greetingWaitsForTheFirstWrite() {
+        store::wipe();
+        alerts_->answer(u"OK"_s);
+        take("first start", [&] { delegate_->applicationDidFinishLaunching(); }, 2,
+             {u"0 MainMenu"_s,
+              u"2 Welcome to Zorvan, this is the main progress screen where you can select quizzes "
+              "to take and track your progress."_s});
     }
 
     void stepsCommitAsOftenAsTheyMustAndTellAfterwards() {
@@ -181,13 +176,11 @@ class tst_diskcommits final : public ProgramTest {
         if (QTest::currentTestFailed()) {
             return;
         }
-        const Commits counted(QFileInfo(home_).path());
+        const Commits counted(QFileInfo(store::path()).path());
         step();
         QVERIFY2(counted.count() == commits, name + (": " + QByteArray::number(counted.count())));
         QVERIFY2(counted.shown() == shown, name + (":\n" + counted.shown().join(u'\n').toUtf8()));
     }
-
-    QString home_;
 };
 
 ZORVAN_TEST(tst_diskcommits)
