@@ -21,7 +21,6 @@ void say(const QByteArray &line) {
     // Not buffered: no line may be lost when the process is killed.
     if (::write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size())) !=
         line.size()) {
-        std::perror("recorder");
         std::_Exit(2);
     }
 }

@@ -12,14 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Trouble { Once, FullForGood };
-
 /// A disk on which the call with that number fails, counted from one, of those that read or change
-/// something in a configuration home. If it is full for good, nothing takes any room from then on.
+/// something in a configuration home. If it stays full, nothing takes any room from then on.
 class FailingDisk final : public systemcalls::Watcher {
  public:
-    FailingDisk(const Configuration &configuration, int failsAt, Trouble trouble = Trouble::Once)
-        : Watcher(configuration.home()), failsAt_(failsAt), trouble_(trouble) {}
+    FailingDisk(const Configuration &configuration, int failsAt, bool staysFull = false)
+        : Watcher(configuration.home()), failsAt_(failsAt), staysFull_(staysFull) {}
 
     int errorOf(const systemcalls::Call &call) override {
         using systemcalls::Kind;
@@ -30,7 +28,7 @@ class FailingDisk final : public systemcalls::Watcher {
         calls_ << call.name;
         const bool takesRoom =
             call.kind == Kind::Open || call.kind == Kind::Write || call.kind == Kind::MakeFolder;
-        const bool isFull = trouble_ == Trouble::FullForGood && hasFailed() && takesRoom;
+        const bool isFull = staysFull_ && hasFailed() && takesRoom;
         return calls_.size() == failsAt_ || isFull ? ENOSPC : 0;
     }
 
@@ -39,7 +37,7 @@ class FailingDisk final : public systemcalls::Watcher {
 
  private:
     int failsAt_;
-    Trouble trouble_;
+    bool staysFull_;
     QByteArrayList calls_;
 };
 
@@ -51,15 +49,15 @@ class tst_failingdisk final : public QObject {
 
  private Q_SLOTS:
     void failureAtAnyStepLosesNothing_data() {
-        QTest::addColumn<Trouble>("trouble");
+        QTest::addColumn<bool>("staysFull");
         QTest::addColumn<QByteArray>("before");
         QTest::addColumn<QByteArray>("after");
         const QByteArray texts = with({"quiz1=2"}, seeded);
-        for (const Trouble trouble : {Trouble::Once, Trouble::FullForGood}) {
+        for (const bool staysFull : {false, true}) {
             const auto row = [&](const char *file, const QByteArray &before,
                                  const QByteArray &after) {
-                QTest::addRow("%s, %s", trouble == Trouble::Once ? "once" : "full for good", file)
-                    << trouble << before << after;
+                QTest::addRow("%s, %s", staysFull ? "full for good" : "once", file)
+                    << staysFull << before << after;
             };
             row("no file yet", "", "[General]\nquiz1=2\n");
             row("a file with a broken line", seeded + "[Broken\n", texts + "[Broken\n");
@@ -69,7 +67,7 @@ class tst_failingdisk final : public QObject {
     }
 
     void failureAtAnyStepLosesNothing() {
-        QFETCH(const Trouble, trouble);
+        QFETCH(const bool, staysFull);
         QFETCH(const QByteArray, before);
         QFETCH(const QByteArray, after);
         int failures = 0;
@@ -84,7 +82,7 @@ class tst_failingdisk final : public QObject {
             QByteArray failed;
             QByteArray where = "step " + QByteArray::number(step) + " of ";
             {
-                const FailingDisk disk(configuration, step, trouble);
+                const FailingDisk disk(configuration, step, staysFull);
                 preferences.setValueForKey(u"2"_s, u"quiz1"_s);
                 hasFailed = disk.hasFailed();
                 where += disk.calls().join(' ') + ", " + standardError.lines().join(u' ').toUtf8();

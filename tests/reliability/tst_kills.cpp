@@ -23,7 +23,6 @@ class tst_kills final : public QObject {
 
         qsizetype writes = 0;
         int inAWrite = 0;
-        int landed = 0;
         for (int kill = 1; kill <= kills; ++kill) {
             const QByteArray where =
                 "kill " + QByteArray::number(kill) + ", seed " + QByteArray::number(seed) + ": ";
@@ -38,9 +37,8 @@ class tst_kills final : public QObject {
             const QByteArray withDue = with(recording.due(), announced);
             writes += recording.done().size();
             inAWrite += recording.due().isEmpty() ? 0 : 1;
-            if (withDue != announced && configuration.content() == withDue) {
+            if (configuration.content() == withDue) {
                 announced = withDue;
-                ++landed;
             }
             QVERIFY2(configuration.content() == announced,
                      where + configuration.content() + "but announced\n" + announced);
@@ -48,8 +46,8 @@ class tst_kills final : public QObject {
             const QByteArrayList others = configuration.filesBesideTheStore();
             QVERIFY2(others.size() <= 1, where + others.join(", "));
         }
-        qInfo("%d kills, %d of them within a write (%d landed); all %d announced writes are there",
-              kills, inAWrite, landed, static_cast<int>(writes));
+        qInfo("%d kills, %d of them within a write; all %d announced writes are there", kills,
+              inAWrite, static_cast<int>(writes));
         QVERIFY(inAWrite > kills / 2);
     }
 };
