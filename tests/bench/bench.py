@@ -1,7 +1,4 @@
-"""Measures the program beside a window of ten plain widgets, and each step of a learner's way.
-
-    bench.py FOLDER     the folder with what was built; see --help
-"""
+"""Measures the program beside a window of ten plain widgets, and each step of a learner's way."""
 
 import argparse
 import json
@@ -47,14 +44,12 @@ def main():
 
 
 def arguments():
-    parser = argparse.ArgumentParser(prog="bench", description=__doc__.partition("\n")[0])
+    parser = argparse.ArgumentParser(prog="bench", description=__doc__)
     parser.add_argument("folder", type=Path, help=argparse.SUPPRESS)
     parser.add_argument("--rounds", type=int, default=100, help="how often each program is started")
     parser.add_argument("--attempts", type=int, default=1000, help="how many quizzes are taken")
     parser.add_argument("--main-tests", type=int, default=20, help="how many of 30 questions")
-    parser.add_argument(
-        "--against", type=Path, help="another program in place of the ten widgets"
-    )
+    parser.add_argument("--against", type=Path, help="another program in place of the ten widgets")
     return parser.parse_args()
 
 
@@ -70,46 +65,32 @@ class Bench:
 
     def run(self):
         describe_machine()
-        with self.desktop():
+        # No screen reader, and a runtime folder in memory, as desktops have it.
+        os.environ.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")
+        os.environ |= self.display.environment
+        memory = "/dev/shm" if os.path.isdir("/dev/shm") else None
+        with tempfile.TemporaryDirectory(dir=memory) as os.environ["XDG_RUNTIME_DIR"]:
             self.compare_starts()
             self.compare_rest()
             self.time_steps()
-
-    @contextmanager
-    def desktop(self):
-        """Gives the programs a store, a runtime folder in memory as desktops have it, and no screen
-        reader.
-        """
-        os.environ.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON")
-        os.environ |= self.display.environment
-        memory = Path("/dev/shm")
-        place = memory if memory.is_dir() else None
-        with tempfile.TemporaryDirectory(dir=place) as runtime:
-            os.environ["XDG_RUNTIME_DIR"] = runtime
-            yield
 
     # The program beside the ten widgets
 
     def compare_starts(self):
         self.fill_store()
         starts = {name: [] for name in self.programs}
-        for turn in range(-2, self.options.rounds):
-            order = list(self.programs)
-            for name in order if turn % 2 == 0 else reversed(order):
-                start = self.start(self.programs[name])
-                if turn >= 0:
-                    starts[name].append(start)
+        for turn in range(self.options.rounds + 2):
+            for name in list(self.programs)[:: 1 if turn % 2 == 0 else -1]:
+                starts[name].append(self.start(self.programs[name]))
 
         print(f"{self.options.rounds} starts of each in turn, after two that are not counted\n")
         header("", *self.programs, "ratio", "wanted")
         for place, (label, form, wanted) in enumerate(STARTS):
-            values = {name: [start[place] for start in starts[name]] for name in self.programs}
+            values = {name: [start[place] for start in starts[name][2:]] for name in self.programs}
             compare(label, values, form, wanted)
         sizes = {name: [stripped_size(program)] for name, program in self.programs.items()}
         compare("stripped binary, KiB", sizes, "{:.0f}", None)
-        print(
-            "\nMedian, with least and most in brackets; the ratio is the median of that of each turn.\n"
-        )
+        print("\nMedian (least to most); the ratio is the median of that of each turn.\n")
 
     def start(self, program):
         with self.running(program) as times:
@@ -127,27 +108,35 @@ class Bench:
     @contextmanager
     def running(self, *command):
         """Starts a program, waits until its window is painted, and yields when that was."""
-        process = subprocess.Popen(
-            [self.tools / "firstpaint", *command],
+        with self.tool(self.display, "firstpaint", *command) as (_, read):
+            yield read()
+
+    @contextmanager
+    def tool(self, display, name, *options):
+        """Starts a tool, which ends with its input; yields it, and a function that reads its next line."""
+        log = display.session.log(name)
+        with log.open("a") as errors, subprocess.Popen(
+            [self.tools / name, *options],
+            env=os.environ | display.environment,
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
+            stderr=errors,
             text=True,
-        )
-        try:
-            written = process.stdout.readline()
-            if not written:
-                sys.exit(f"{command[0]} was not painted: {process.stderr.read()}")
-            yield json.loads(written)
-        finally:
-            process.communicate()
+        ) as process:
+
+            def read():
+                written = process.stdout.readline()
+                if not written:
+                    sys.exit(f"{name} has failed: {log.read_text()}")
+                return json.loads(written)
+
+            yield process, read
 
     # At rest
 
     def compare_rest(self):
         print(f"How often a program wakes up, a second, over {IDLE_SECONDS} seconds at rest\n")
         header("", "least", "median", "most", "wanted")
-        self.fill_store()
         for name, program in self.programs.items():
             self.watch_rest(f"{name}, {IDLE_COPIES} at once", [[program]] * IDLE_COPIES, "0")
         ours = [self.programs[OURS]]
@@ -231,31 +220,19 @@ class Bench:
     @contextmanager
     def learner(self, display):
         """Yields a function that takes a quiz with the program and returns how it went."""
-        process = subprocess.Popen(
-            [self.tools / "attempts"],
-            env=os.environ | display.environment,
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            text=True,
-        )
+        with self.tool(display, "attempts") as (process, read):
 
-        def take_quiz(number):
-            print(number, file=process.stdin, flush=True)
-            written = process.stdout.readline()
-            if not written:
-                sys.exit("An attempt failed.")
-            return json.loads(written) | {"pss": kibibytes(process.pid, "smaps_rollup", "Pss")}
+            def take_quiz(number):
+                print(number, file=process.stdin, flush=True)
+                return read() | {"pss": kibibytes(process.pid, "smaps_rollup", "Pss")}
 
-        with process:
             yield take_quiz
 
-    # The store
-
     def fill_store(self, **more):
-        store = Path(os.environ["XDG_CONFIG_HOME"]) / "Zorvan/Zorvan.conf"
-        store.parent.mkdir(exist_ok=True)
-        lines = [f"{key}={value}" for key, value in (SEEDS | more).items()]
-        store.write_text("\n".join(["[General]", *lines, ""]))
+        store = Path.home() / ".config/Zorvan/Zorvan.conf"
+        store.parent.mkdir(parents=True, exist_ok=True)
+        lines = [f"{key}={value}\n" for key, value in (SEEDS | more).items()]
+        store.write_text("[General]\n" + "".join(lines))
 
 
 if __name__ == "__main__":

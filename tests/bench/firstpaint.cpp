@@ -8,22 +8,18 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
-#include <memory>
+#include <map>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <unordered_map>
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 
 #include <QRegion>
-#include <QScopedPointer>
 
 namespace {
-
-template <class Reply>
-using ReplyPointer = std::unique_ptr<Reply, QScopedPointerPodDeleter>;
 
 double seconds(clockid_t clock) {
     timespec now{};
@@ -35,37 +31,33 @@ double seconds(clockid_t clock) {
 class Screen final {
  public:
     Screen() {
-        if (xcb_connection_has_error(connection_) != 0) {
-            qFatal("There is no X server");
-        }
         const auto *extension = xcb_get_extension_data(connection_, &xcb_damage_id);
         if (extension == nullptr || extension->present == 0) {
-            qFatal("The X server does not report damage");
+            qFatal("There is no X server that reports damage");
         }
-        damageNotify_ = std::uint8_t(extension->first_event + XCB_DAMAGE_NOTIFY);
-        const ReplyPointer<xcb_damage_query_version_reply_t> version(xcb_damage_query_version_reply(
+        damageNotify_ = extension->first_event + XCB_DAMAGE_NOTIFY;
+        std::free(xcb_damage_query_version_reply(
             connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
-        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-        listen(root, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-        synchronize();
+        listen(xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root,
+               XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+        // Returns when the server listens.
+        std::free(
+            xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
     }
-    ~Screen() { xcb_disconnect(connection_); }
-    Screen(const Screen &) = delete;
-    Screen &operator=(const Screen &) = delete;
 
     /// Waits until a window is on screen and every part of it has been drawn; returns when it came
     /// on screen.
     double waitUntilPainted() {
-        while (true) {
-            const ReplyPointer<xcb_generic_event_t> event(xcb_wait_for_event(connection_));
-            if (!event) {
-                qFatal("The X server has gone");
-            }
-            if (const Picture *picture = changed(*event);
-                picture != nullptr && picture->isComplete()) {
-                return picture->mapped;
+        while (xcb_generic_event_t *event = xcb_wait_for_event(connection_)) {
+            take(*event);
+            std::free(event);
+            for (const auto &[window, picture] : pictures_) {
+                if (picture.isComplete()) {
+                    return picture.mapped;
+                }
             }
         }
+        qFatal("The X server has gone");
     }
 
  private:
@@ -86,59 +78,44 @@ class Screen final {
     void listen(xcb_window_t window, std::uint32_t events) {
         xcb_change_window_attributes(connection_, window, XCB_CW_EVENT_MASK, &events);
     }
-    void synchronize() {
-        const ReplyPointer<xcb_get_input_focus_reply_t> reply(
-            xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+
+    template <class Event>
+    static const Event &as(const xcb_generic_event_t &event) {
+        return reinterpret_cast<const Event &>(event);
     }
 
-    /// The picture that the event has changed; null if it has changed none.
-    const Picture *changed(const xcb_generic_event_t &event) {
-        const auto type = std::uint8_t(event.response_type & 0x7fU);
+    void take(const xcb_generic_event_t &event) {
+        const int type = event.response_type & 0x7f;
         if (type == XCB_CREATE_NOTIFY) {
-            const auto &made = reinterpret_cast<const xcb_create_notify_event_t &>(event);
+            const auto &made = as<xcb_create_notify_event_t>(event);
             if (made.override_redirect == 0) {
-                pictures_.emplace(made.window, Picture());
+                pictures_[made.window] = {};
                 listen(made.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
                 xcb_damage_create(connection_, xcb_generate_id(connection_), made.window,
                                   XCB_DAMAGE_REPORT_LEVEL_DELTA_RECTANGLES);
                 xcb_flush(connection_);
             }
         } else if (type == XCB_REPARENT_NOTIFY) {
-            const auto &managed = reinterpret_cast<const xcb_reparent_notify_event_t &>(event);
-            if (const auto found = pictures_.find(managed.window); found != pictures_.end()) {
-                found->second.managed = true;
-                return &found->second;
-            }
+            pictures_[as<xcb_reparent_notify_event_t>(event).window].managed = true;
         } else if (type == XCB_MAP_NOTIFY) {
-            const auto &mapped = reinterpret_cast<const xcb_map_notify_event_t &>(event);
-            if (const auto found = pictures_.find(mapped.window); found != pictures_.end()) {
-                found->second.mapped = seconds(CLOCK_MONOTONIC);
-                return &found->second;
-            }
+            pictures_[as<xcb_map_notify_event_t>(event).window].mapped = seconds(CLOCK_MONOTONIC);
         } else if (type == damageNotify_) {
-            const auto &damage = reinterpret_cast<const xcb_damage_notify_event_t &>(event);
-            if (const auto found = pictures_.find(damage.drawable); found != pictures_.end()) {
-                Picture &picture = found->second;
-                picture.rect = QRect(0, 0, damage.geometry.width, damage.geometry.height);
-                picture.painted +=
-                    QRect(damage.area.x, damage.area.y, damage.area.width, damage.area.height);
-                return &picture;
-            }
+            const auto &damage = as<xcb_damage_notify_event_t>(event);
+            const auto &area = damage.area;
+            Picture &picture = pictures_[damage.drawable];
+            picture.rect = QRect(0, 0, damage.geometry.width, damage.geometry.height);
+            picture.painted += QRect(area.x, area.y, area.width, area.height);
         }
-        return nullptr;
     }
 
     xcb_connection_t *connection_ = xcb_connect(nullptr, nullptr);
-    std::uint8_t damageNotify_ = 0;
-    std::unordered_map<xcb_window_t, Picture> pictures_;
+    int damageNotify_ = 0;
+    std::map<xcb_window_t, Picture> pictures_;
 };
 
 }  // namespace
 
-int main(int argc, char **argv) {
-    if (argc < 2) {
-        qFatal("Which program?");
-    }
+int main(int, char **argv) {
     Screen screen;
     pid_t program = 0;
     const double start = seconds(CLOCK_MONOTONIC);

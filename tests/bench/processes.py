@@ -8,8 +8,7 @@ from pathlib import Path
 
 
 def kibibytes(pid, file, field):
-    text = Path(f"/proc/{pid}/{file}").read_text()
-    return int(re.search(rf"^{field}:\s+(\d+) kB$", text, re.MULTILINE)[1])
+    return number_in(Path(f"/proc/{pid}/{file}"), field)
 
 
 def libraries(pid):
@@ -20,8 +19,11 @@ def libraries(pid):
 def wake_ups(pid):
     """How often any of its threads has stopped to wait."""
     statuses = Path(f"/proc/{pid}/task").glob("*/status")
-    pattern = re.compile(r"^voluntary_ctxt_switches:\s+(\d+)$", re.MULTILINE)
-    return sum(int(pattern.search(status.read_text())[1]) for status in statuses)
+    return sum(number_in(status, "voluntary_ctxt_switches") for status in statuses)
+
+
+def number_in(file, field):
+    return int(re.search(rf"^{field}:\s+(\d+)", file.read_text(), re.MULTILINE)[1])
 
 
 def wait_until_still(pid):

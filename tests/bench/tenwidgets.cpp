@@ -1,8 +1,6 @@
 // The least that a window costs with Qt: ten plain widgets, and nothing else.
 //
-//     tenwidgets [--tick]
-//
-// With --tick, one of them shows another text every second.
+//     tenwidgets [--tick]      with --tick, one of them shows another text every second
 
 #include <chrono>
 
@@ -11,7 +9,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QWidget>
 
 using namespace Qt::StringLiterals;
 
