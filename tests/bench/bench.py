@@ -113,7 +113,7 @@ class Bench:
 
     @contextmanager
     def tool(self, display, name, *options):
-        """Starts a tool, which ends with its input; yields it, and a function that reads its next line."""
+        """Yields a tool, which ends with its input, and a function that reads what it writes next."""
         log = display.session.log(name)
         with log.open("a") as errors, subprocess.Popen(
             [self.tools / name, *options],
