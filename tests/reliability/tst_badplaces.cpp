@@ -77,6 +77,7 @@ class tst_badplaces final : public QObject {
         row("file read-only", filled(twoPasses, 0400), laterStart);
         row("file without permissions", filled(twoPasses, 0), firstStart);
         row("store is a pipe", pipe, firstStart);
+        row("link to a device that never ends", linkedTo(u"/dev/zero"_s), firstStart);
         row("link to a folder that is missing", linkedTo(u"nowhere/file"_s), firstStart);
         row("link to itself", linkedTo(u"Zorvan.conf"_s), firstStart);
 
