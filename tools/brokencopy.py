@@ -1,0 +1,126 @@
+"""The copy of the program that is broken, built and tested."""
+
+import filecmp
+import hashlib
+import json
+import os
+import re
+import shutil
+import subprocess
+import sys
+from collections import defaultdict
+from pathlib import Path
+
+from mutations import ROOMS, ROOT
+
+COPY = ROOT / 'build-mutate' / 'source'
+BUILD = ROOT / 'build-mutate' / 'build'
+# The labels of tests of the program from outside and of tests that take minutes.
+LEFT_OUT = {'e2e', 'desktops', 'packaging', 'full'}
+# Tests of the sources and of the pictures, and one that takes most of a minute.
+LEFT_OUT_TOO = ['rooms', 'tst_pictures', 'tst_company']
+# What is made from these is not seen by the program or its tests, but from outside.
+OUTSIDE = ('cmake/', 'packaging/')
+SECONDS_PER_TEST = 60
+
+
+def copy_if_different(source, target):
+    # With the current time, so that what was built from a mutation is older than its replacement.
+    if not (os.path.exists(target) and filecmp.cmp(source, target, shallow=False)):
+        shutil.copy(source, target)
+
+
+def labels_of(test):
+    return {label for entry in test['properties'] if entry['name'] == 'LABELS'
+            for label in entry['value']}
+
+
+def room_of(test):
+    """The folder that has the test's source, if it is a test class."""
+    sources = (ROOT / 'tests').glob(f'*/{test.partition("_at_")[0]}.cpp')
+    return next((source.parent.name for source in sources), None)
+
+
+class Copy:
+    """The copy of the sources that is broken and built, with its tests."""
+
+    # The tests that have caught a mutation, by file.
+    caught = defaultdict(set)
+
+    def prepare(self, further):
+        """`further` are tests that are to be run besides those that are not left out."""
+        shutil.copytree(ROOT, COPY, ignore=shutil.ignore_patterns('build*', '.git'),
+                        copy_function=copy_if_different, dirs_exist_ok=True)
+        configured = self.run(
+            'cmake', '-S', COPY, '-B', BUILD, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Debug',
+            # Shared libraries, so that a mutation is one compilation and one link.
+            '-DBUILD_SHARED_LIBS=ON', '-DCMAKE_LINK_DEPENDS_NO_SHARED=ON',
+            '-DCMAKE_CXX_FLAGS_DEBUG=-O0')
+        if configured.returncode or self.build().returncode:
+            sys.exit('The program as it is cannot be built in the copy.')
+        self.original = self.fingerprint()
+        shown = json.loads(self.run('ctest', '--test-dir', BUILD, '--show-only=json-v1').stdout)
+        labels = {test['name']: labels_of(test) for test in shown['tests']}
+        self.tests = [test for test in labels
+                      if not labels[test] & LEFT_OUT and test not in LEFT_OUT_TOO]
+        if unknown := further.difference(labels):
+            sys.exit(f'There are no such tests: {", ".join(unknown)}')
+        if caught := self.failing_test([*self.tests, *further]):
+            sys.exit(f'The program as it is fails {caught}.')
+
+    def run(self, *command):
+        return subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, text=True)
+
+    def build(self, target='all'):
+        return self.run('cmake', '--build', BUILD, '-j2', '--target', target)
+
+    def fingerprint(self):
+        libraries = [BUILD / room / f'libzorvan_{room}.so' for room in [*ROOMS, 'resources']]
+        return [hashlib.sha256(built.read_bytes()).digest() for built in (*libraries, BUILD / 'zorvan')]
+
+    def failing_test(self, tests):
+        """The first of these tests to fail or hang."""
+        names = '|'.join(re.escape(name) for name in tests)
+        done = self.run('ctest', '--test-dir', BUILD, '--stop-on-failure', '-j3',
+                        '--timeout', str(SECONDS_PER_TEST), '-R', f'^({names})$')
+        if done.returncode == 0:
+            return None
+        failed = re.search(r'Test +#\d+: (\S+) .*\*\*\*', done.stdout)
+        if not failed:
+            sys.exit(done.stdout)
+        return failed[1]
+
+    def rings(self, file):
+        """The tests, from those that will notice most probably to those that hardly will."""
+        path = Path(file)
+        words = path.stem.split('_')
+        left = self.tests
+        for is_near in (
+                lambda test: test in self.caught[file] or any(word in test for word in words),
+                lambda test: room_of(test) == path.parts[0],
+                lambda test: room_of(test) not in ('look', 'reliability', None),
+                lambda test: True):
+            ring = [test for test in left if is_near(test)]
+            left = [test for test in left if test not in ring]
+            if ring:
+                yield ring
+
+    def verdict(self, mutation):
+        path = COPY / mutation.file
+        right = path.read_text()
+        path.write_text(mutation.source)
+        try:
+            outside = mutation.file.startswith(OUTSIDE)
+            if self.build('zorvan' if outside else 'all').returncode:
+                return 'does not compile'
+            # Only code is compiled into what the fingerprint is taken of.
+            if path.suffix in ('.cpp', '.h') and self.fingerprint() == self.original:
+                return 'is the same program'
+            caught = self.failing_test(mutation.tests) if mutation.tests else None
+            for tests in self.rings(mutation.file) if not outside else []:
+                caught = caught or self.failing_test(tests)
+            self.caught[mutation.file].add(caught)
+            return f'caught by {caught}' if caught else 'SURVIVES'
+        finally:
+            path.write_text(right)
