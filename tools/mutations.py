@@ -4,7 +4,7 @@ import hashlib
 import re
 import sys
 import tomllib
-from dataclasses import dataclass, replace
+from dataclasses import dataclass
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
@@ -31,6 +31,11 @@ class Mutation:
 
     def __str__(self):
         return f'{self.file}:{self.line} {self.operator}: {self.was} => {self.now or "(nothing)"}'
+
+
+class Mistake(Mutation):
+    def __str__(self):
+        return f'{self.file}:{self.line} {self.operator}'
 
 
 class Source:
@@ -243,5 +248,6 @@ def written():
                          'The text has to be there once, and to be replaced by another.')
             start = source.text.index(was)
             mutation = source.mutation(f'{group}: {mistake["what"]}', start, start + len(was), now)
-            chosen.append(replace(mutation, tests=tuple(mistake.get('tests', '').split())))
+            mutation.tests = tuple(mistake.get('tests', '').split())
+            chosen.append(Mistake(**vars(mutation)))
     return list(enumerate(chosen, 1))
