@@ -15,11 +15,13 @@ from mutations import ROOMS, ROOT
 
 COPY = ROOT / 'build-mutate' / 'source'
 BUILD = ROOT / 'build-mutate' / 'build'
+# The program in one piece, as it is delivered.
+DELIVERED = ROOT / 'build-mutate' / 'delivered'
 # The labels of tests of the program from outside and of tests that take minutes.
 LEFT_OUT = {'e2e', 'desktops', 'packaging', 'full'}
 # Tests of the sources, of what is installed and of the pictures, and one that takes most of a minute.
 LEFT_OUT_TOO = ['rooms', 'packaging_files', 'tst_pictures', 'tst_company']
-# What is made from these is not seen by the program or its tests, but from outside.
+# What comes of these is only seen from outside.
 OUTSIDE = ('cmake/', 'packaging/')
 
 
@@ -34,6 +36,10 @@ def labels_of(test):
             for label in entry['value']}
 
 
+def is_outside(mutation):
+    return mutation.file.startswith(OUTSIDE)
+
+
 def room_of(test):
     """The folder that has the test's source, if it is a test class."""
     sources = (ROOT / 'tests').glob(f'*/{test.partition("_at_")[0]}.cpp')
@@ -46,42 +52,53 @@ class Copy:
     # The tests that have caught a mutation, by file.
     caught = defaultdict(set)
 
-    def prepare(self, further):
-        """`further` are tests that are to be run besides those that are not left out."""
+    def prepare(self, mutations):
+        """Builds what these mutations need, and sees that the program as it is passes its tests."""
         shutil.copytree(ROOT, COPY, ignore=shutil.ignore_patterns('build*', '.git'),
                         copy_function=copy_if_different, dirs_exist_ok=True)
-        configured = self.run(
-            'cmake', '-S', COPY, '-B', BUILD, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Debug',
+        inside, outside = ({test for one in mutations if is_outside(one) == wanted
+                            for test in one.tests} for wanted in (False, True))
+        if not all(map(is_outside, mutations)):
             # Shared libraries, so that a mutation is one compilation and one link.
-            '-DBUILD_SHARED_LIBS=ON', '-DCMAKE_LINK_DEPENDS_NO_SHARED=ON',
-            '-DCMAKE_CXX_FLAGS_DEBUG=-O0')
-        if configured.returncode or self.build().returncode:
-            sys.exit('The program as it is cannot be built in the copy.')
-        self.original = self.fingerprint()
+            self.configure(BUILD, '-DBUILD_SHARED_LIBS=ON', '-DCMAKE_LINK_DEPENDS_NO_SHARED=ON')
+            self.original = self.fingerprint()
+            self.tests = self.tests_of_behaviour()
+            self.expect_success([*self.tests, *inside], BUILD)
+        if outside:
+            self.configure(DELIVERED)
+            self.expect_success(outside, DELIVERED)
+
+    def tests_of_behaviour(self):
         shown = json.loads(self.run('ctest', '--test-dir', BUILD, '--show-only=json-v1').stdout)
-        labels = {test['name']: labels_of(test) for test in shown['tests']}
-        self.tests = [test for test in labels
-                      if not labels[test] & LEFT_OUT and test not in LEFT_OUT_TOO]
-        if unknown := further.difference(labels):
-            sys.exit(f'There are no such tests: {", ".join(unknown)}')
-        if caught := self.failing_test([*self.tests, *further]):
-            sys.exit(f'The program as it is fails {caught[0]}: {caught[1]}')
+        return [test['name'] for test in shown['tests']
+                if not labels_of(test) & LEFT_OUT and test['name'] not in LEFT_OUT_TOO]
 
     def run(self, *command):
         return subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, text=True)
 
-    def build(self, target='all'):
-        return self.run('cmake', '--build', BUILD, '-j2', '--target', target)
+    def configure(self, folder, *options):
+        configured = self.run('cmake', '-S', COPY, '-B', folder, '-G', 'Ninja',
+                              '-DCMAKE_BUILD_TYPE=Debug', '-DCMAKE_CXX_FLAGS_DEBUG=-O0', *options)
+        if configured.returncode or self.build(folder).returncode:
+            sys.exit('The program as it is cannot be built in the copy.')
+
+    def build(self, folder):
+        target = 'zorvan' if folder == DELIVERED else 'all'
+        return self.run('cmake', '--build', folder, '-j2', '--target', target)
 
     def fingerprint(self):
         libraries = [BUILD / room / f'libzorvan_{room}.so' for room in [*ROOMS, 'resources']]
         return [hashlib.sha256(built.read_bytes()).digest() for built in (*libraries, BUILD / 'zorvan')]
 
-    def failing_test(self, tests):
+    def expect_success(self, tests, folder):
+        if caught := self.failing_test(tests, folder):
+            sys.exit(f'The program as it is fails {caught[0]}: {caught[1]}')
+
+    def failing_test(self, tests, folder):
         """The first of these tests to fail or hang, and how it did."""
         names = '|'.join(re.escape(name) for name in tests)
-        done = self.run('ctest', '--test-dir', BUILD, '--stop-on-failure', '-j3',
+        done = self.run('ctest', '--test-dir', folder, '--stop-on-failure', '--no-tests=error', '-j3',
                         # On a busy machine a test may need longer than it has.
                         '--repeat', 'after-timeout:2', '-R', f'^({names})$')
         if done.returncode == 0:
@@ -111,15 +128,15 @@ class Copy:
         right = path.read_text()
         path.write_text(mutation.source)
         try:
-            outside = mutation.file.startswith(OUTSIDE)
-            if self.build('zorvan' if outside else 'all').returncode:
+            folder = DELIVERED if is_outside(mutation) else BUILD
+            if self.build(folder).returncode:
                 return 'does not compile'
             # Only code is compiled into what the fingerprint is taken of.
             if path.suffix in ('.cpp', '.h') and self.fingerprint() == self.original:
                 return 'is the same program'
-            caught = self.failing_test(mutation.tests) if mutation.tests else None
-            for tests in self.rings(mutation.file) if not outside else []:
-                caught = caught or self.failing_test(tests)
+            caught = self.failing_test(mutation.tests, folder) if mutation.tests else None
+            for tests in self.rings(mutation.file) if folder == BUILD else []:
+                caught = caught or self.failing_test(tests, folder)
             if not caught:
                 return 'SURVIVES'
             test, how = caught
