@@ -36,11 +36,13 @@ class Screen final {
             qFatal("There is no X server that reports damage");
         }
         damageNotify_ = extension->first_event + XCB_DAMAGE_NOTIFY;
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): xcb made it
         std::free(xcb_damage_query_version_reply(
             connection_, xcb_damage_query_version(connection_, 1, 1), nullptr));
         listen(xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root,
                XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
         // Returns when the server listens.
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): as above
         std::free(
             xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
     }
@@ -50,7 +52,7 @@ class Screen final {
     double waitUntilPainted() {
         while (xcb_generic_event_t *event = xcb_wait_for_event(connection_)) {
             take(*event);
-            std::free(event);
+            std::free(event);  // NOLINT(cppcoreguidelines-no-malloc): as above
             for (const auto &[window, picture] : pictures_) {
                 if (picture.isComplete()) {
                     return picture.mapped;

@@ -47,11 +47,11 @@ class tst_shuffle final : public QObject {
             {{3, 1, 4, 1, 5, 9, 2}, u"dcgebaf"_s},
             {QList<std::uint32_t>(7, largest), u"decgbaf"_s},
         };
-        for (const auto &[draws, order] : rows) {
+        for (const auto &row : rows) {
             QStringList list = u"a b c d e f g"_s.split(u' ');
             qsizetype drawn = 0;
-            content::shuffle(list, [&] { return draws.value(drawn++); });
-            QCOMPARE(list.join(QString()), order);
+            content::shuffle(list, [&] { return row.draws.value(drawn++); });
+            QCOMPARE(list.join(QString()), row.order);
             QCOMPARE(drawn, 7);
         }
     }

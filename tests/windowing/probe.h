@@ -108,5 +108,6 @@ class Probe final : public platform::WindowController {
         }
     }
 
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): layouts hold no state
     static inline std::function<void(QMainWindow &)> alteration_;
 };

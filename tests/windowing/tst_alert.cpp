@@ -1,3 +1,5 @@
+#include <vector>
+
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -62,10 +64,11 @@ class tst_alert final : public WindowTest {
     }
 
     void keysPressTheDefaultAndTheAlternate() {
-        struct {
+        struct Row {
             Alert::Buttons buttons;
-            int escape;
-        } const rows[]{
+            int escape = 0;
+        };
+        const std::vector<Row> rows{
             {{u"OK"_s}, 1},
             {{u"Yes"_s, u"No"_s}, 0},
             {{u"Yes"_s, u"No"_s, u"Later"_s}, 0},
@@ -134,7 +137,7 @@ class tst_alert final : public WindowTest {
         TestWindow behind;
         TestWindow front;
         QVERIFY(behind.appear() && front.appear());
-        const std::pair<Window *, Window *> owners[]{
+        const std::vector<std::pair<Window *, Window *>> owners{
             {hidden.window.get(), front.window.get()},
             {nullptr, front.window.get()},
             {behind.window.get(), behind.window.get()},

@@ -1,3 +1,5 @@
+#include <vector>
+
 #include <QKeyEvent>
 #include <QTest>
 #include <QWindow>
@@ -46,11 +48,12 @@ class tst_keyrepeat final : public QObject {
     }
 
     void otherStrokesAreLetThrough() {
-        struct {
-            const char *name;
+        struct Row {
+            const char *name = nullptr;
             Stroke release;
             Stroke press;
-        } const rows[]{
+        };
+        const std::vector<Row> rows{
             {"another key", {}, {.scanCode = scanCode + 1}},
             {"later", {}, {.time = moment + 1}},
             {"marked as a repetition", {}, {.autoRepeat = true}},

@@ -17,7 +17,7 @@ class tst_outlets final : public WindowTest {
     void buttonsAndMenuItemsCallTheirAction() {
         Probe::provideLayout([](QMainWindow &window) { addItem(window, u"item"_s, u"act"_s); });
         const auto probe = Probe::open();
-        QPushButton &button = desk::control<QPushButton>(probe->window(), u"btnAct"_s);
+        auto &button = desk::control<QPushButton>(probe->window(), u"btnAct"_s);
         QTest::mousePress(&button, Qt::LeftButton);
         QCOMPARE(probe->acted, 0);
         QTest::mouseRelease(&button, Qt::LeftButton);

@@ -1,4 +1,5 @@
 #include <stdexcept>
+#include <vector>
 
 #include <QTest>
 
@@ -132,7 +133,7 @@ class tst_windowcontroller final : public WindowTest {
     }
 
     void exceptionOfAnActionIsLoggedInOneLine() {
-        const std::pair<QString, void (*)(Probe &)> faults[]{
+        const std::vector<std::pair<QString, void (*)(Probe &)>> faults{
             {u"of the platform"_s,
              [](Probe &) { throw platform::Exception(u"of the platform"_s); }},
             {u"two lines"_s, [](Probe &) { throw std::runtime_error("two\nlines"); }},
