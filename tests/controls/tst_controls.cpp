@@ -1,6 +1,7 @@
 #include <QMainWindow>
 #include <QTest>
 
+#include "controls/levelindicator.h"
 #include "support/answerrow.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
@@ -13,6 +14,20 @@ class tst_controls final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
+    void rowsButtonIsDescribedByItsLevel() {
+        platform::ActionRow row;
+        const platform::RowButton button(u"Variables"_s, &row);
+        platform::LevelIndicator level(&row);
+        level.setCounted(u"passes"_s);
+        level.setMaximum(3);
+        row.show();
+        for (const int passes : {0, 2}) {
+            level.setDoubleValue(passes);
+            QCoreApplication::processEvents();
+            QCOMPARE(button.accessibleDescription(), u"%1 of 3 passes"_s.arg(passes));
+        }
+    }
+
     void keysOfALayoutPressTheirButtonFromAnywhere() {
         AnswerRow answer;
         answer.button.setProperty("shortcuts", u"C 3"_s);

@@ -43,6 +43,11 @@ def test_the_metainfo_names_what_is_installed(metainfo, prefix, version):
     assert newest == version
 
 
+def test_the_manual_tells_what_passes():
+    manual = (ROOT / "packaging/linux/zorvan.1.in").read_text("utf-8")
+    assert "With at least 80 % right you pass, and a quiz that you pass three times" in manual
+
+
 def test_an_icon_has_the_size_of_its_folder(prefix):
     for size in SIZES:
         picture = prefix / f"share/icons/hicolor/{size}x{size}/apps/{ID}.png"

@@ -32,6 +32,9 @@ class tst_windowmenu final : public ProgramTest {
         QCOMPARE(windowsListed(help),
                  QStringList({u""_s, u"&1 Help && more*"_s, u"&2 Settings"_s}));
         help->close();
+        settings->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(settings));
+        QCOMPARE(windowsListed(settings), QStringList({u""_s, u"&1 Settings*"_s}));
         settings->close();
         QCoreApplication::processEvents();
         const platform::Window *wayBack = desk::window(u"MainLayout"_s);
