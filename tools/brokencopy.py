@@ -56,6 +56,9 @@ class Copy:
         """Builds what these mutations need, and sees that the program as it is passes its tests."""
         shutil.copytree(ROOT, COPY, ignore=shutil.ignore_patterns('build*', '.git'),
                         copy_function=copy_if_different, dirs_exist_ok=True)
+        for path in COPY.rglob('*'):
+            if path.is_file() and not (ROOT / path.relative_to(COPY)).exists():
+                path.unlink()
         inside, outside = ({test for one in mutations if is_outside(one) == wanted
                             for test in one.tests} for wanted in (False, True))
         if not all(map(is_outside, mutations)):
