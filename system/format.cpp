@@ -2,8 +2,7 @@
 
 #include <cstdarg>
 #include <cstdio>
-
-#include <QByteArray>
+#include <string>
 
 namespace platform {
 
@@ -13,11 +12,12 @@ QString stringWithFormat(const char *format, ...) {
     va_start(arguments, format);
     std::va_list again;
     va_copy(again, arguments);
-    QByteArray text(qMax(std::vsnprintf(nullptr, 0, format, arguments), 0), '\0');
-    std::vsnprintf(text.data(), static_cast<std::size_t>(text.size()) + 1, format, again);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+    std::vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
     va_end(arguments);
-    return QString::fromUtf8(text);
+    return QString::fromStdString(text);
 }
 
 }  // namespace platform

@@ -27,7 +27,8 @@ class tst_format final : public QObject {
         QCOMPARE(stringWithFormat("%d:%02d", 3, 5), u"3:05"_s);
     }
 
-    void longTextsAreWhole() {
+    void textsOfAnyLengthAreWhole() {
+        QCOMPARE(stringWithFormat("%s", ""), u""_s);
         const QByteArray words(1000, 'x');
         QCOMPARE(stringWithFormat("%s, %i", words.constData(), 7),
                  QString::fromLatin1(words + ", 7"));
