@@ -60,7 +60,8 @@ class tst_contrast final : public QObject {
 
     void everythingIsSeen_data() {
         QTest::addColumn<QString>("state");
-        for (const QString &state : states_.keys()) {
+        const QStringList names = states_.keys();
+        for (const QString &state : names) {
             QTest::newRow(qUtf8Printable(state)) << state;
         }
     }

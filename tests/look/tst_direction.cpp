@@ -10,9 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Texts that mean something else from right to left.
-const QStringList texts{u"( 3 <> 4 )"_s, u".php"_s, u"$a = 3;"_s};
-
 /// Whether the label looks as it does with its text held from left to right.
 bool readsFromLeftToRight(QLabel &label) {
     constexpr QChar leftToRight(0x202d);
@@ -40,9 +37,9 @@ class tst_direction final : public WindowTest {
 
  private Q_SLOTS:
     void answerInTheQuiz() {
-        states::quiz([](QWidget &window) {
+        states::quiz([this](QWidget &window) {
             auto &answer = desk::control<platform::TextLabel>(&window, u"lblAnswer1");
-            for (const QString &text : texts) {
+            for (const QString &text : texts_) {
                 answer.setStringValue(text);
                 QCoreApplication::processEvents();
                 QVERIFY2(readsFromLeftToRight(answer), qPrintable(text));
@@ -53,7 +50,7 @@ class tst_direction final : public WindowTest {
     }
 
     void alert() {
-        for (const QString &text : texts) {
+        for (const QString &text : texts_) {
             alerts_->answer(u"OK"_s, [&] {
                 QVERIFY2(readsFromLeftToRight(labelOf(*QApplication::activeModalWidget(), text)),
                          qPrintable(text));
@@ -63,13 +60,17 @@ class tst_direction final : public WindowTest {
     }
 
     void toolTip() {
-        for (const QString &text : texts) {
+        for (const QString &text : texts_) {
             QToolTip::showText(QPoint(20, 20), text);
             auto *tip = qobject_cast<QLabel *>(&states::shownWindow("QTipLabel"));
             QVERIFY2(tip != nullptr && readsFromLeftToRight(*tip), qPrintable(text));
             QToolTip::hideText();
         }
     }
+
+ private:
+    /// They mean something else from right to left.
+    const QStringList texts_{u"( 3 <> 4 )"_s, u".php"_s, u"$a = 3;"_s};
 };
 
 ZORVAN_TEST(tst_direction)

@@ -68,7 +68,8 @@ class tst_livepalette final : public QObject {
     void addStates(const QString &without) {
         QTest::addColumn<QString>("state");
         const QRegularExpression left(without);
-        for (const QString &state : states_.keys()) {
+        const QStringList names = states_.keys();
+        for (const QString &state : names) {
             if (without.isEmpty() || !state.contains(left)) {
                 QTest::newRow(qUtf8Printable(state)) << state;
             }

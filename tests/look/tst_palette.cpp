@@ -48,7 +48,7 @@ class tst_palette final : public QObject {
     }
 
     void everyStateHasMoreOfTheAccent() {
-        const auto stepsFromAccent = [this](Fill fill) {
+        const auto stepsFromAccent = [](Fill fill) {
             const QColor color = fillColor(fill);
             const QColor accent = platform::look::accent(palette());
             return qAbs(color.red() - accent.red()) + qAbs(color.green() - accent.green()) +

@@ -95,7 +95,8 @@ void compareWindows(QStringList &differences, Seam &seam) {
             }
         }
     }
-    for (const QString &layout : model::outlets().keys()) {
+    const QStringList layouts = model::outlets().keys();
+    for (const QString &layout : layouts) {
         for (QWidget *window : desk::windows(layout)) {
             if (const QString name = seam.nameOf(*window); !seam.model().isOpen(name)) {
                 differences << name + u" is open, but not in the model"_s;
@@ -109,7 +110,8 @@ using Facts = QMap<QString, QString>;
 void compareFacts(QStringList &differences, const Facts &found, const Facts &wanted) {
     Facts all = wanted;
     all.insert(found);
-    for (const QString &fact : all.keys()) {
+    const QStringList names = all.keys();
+    for (const QString &fact : names) {
         compare(differences, fact, found.value(fact, u"(absent)"_s),
                 wanted.value(fact, u"(absent)"_s));
     }

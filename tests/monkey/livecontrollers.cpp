@@ -38,7 +38,7 @@ LiveControllers::LiveControllers(AppDelegate &delegate) : delegate_(delegate) {
     QCoreApplication::instance()->installEventFilter(this);
     for (auto &[name, make] : platform::controllers()) {
         make = [this, make = make] {
-            const std::shared_ptr<WindowController> controller = make();
+            std::shared_ptr<WindowController> controller = make();
             met_ << controller.get();
             return controller;
         };

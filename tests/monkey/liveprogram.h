@@ -41,7 +41,8 @@ class LiveProgram final {
     /// The controllers, and all widgets.
     QList<QPointer<QObject>> objects() const {
         QList<QPointer<QObject>> objects;
-        for (platform::WindowController *controller : controllers_.all()) {
+        const LiveControllers::Controllers controllers = controllers_.all();
+        for (platform::WindowController *controller : controllers) {
             objects << controller;
         }
         for (QWidget *widget : QApplication::allWidgets()) {

@@ -161,7 +161,8 @@ QStringList differences(const QMap<QByteArray, int> &before, const QMap<QByteArr
     QStringList differences;
     QMap<QByteArray, int> both = before;
     both.insert(now);
-    for (const QByteArray &name : both.keys()) {
+    const QByteArrayList names = both.keys();
+    for (const QByteArray &name : names) {
         if (before.value(name) != now.value(name)) {
             differences << u"%1: %2, wanted %3"_s.arg(QLatin1StringView(name))
                                .arg(now.value(name))

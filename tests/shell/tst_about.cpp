@@ -21,7 +21,7 @@ class tst_about final : public ProgramTest {
         menu_ = openWindow(u"MainMenu"_s);
         learner::pick(menu_, u"about"_s);
         QCOMPARE(boxes().size(), 1);
-        box_ = boxes().first();
+        box_ = boxes().constFirst();
         // A modal box would stop the clock of an open quiz, as an alert does.
         QVERIFY(!box_->isModal());
         QVERIFY(QTest::qWaitForWindowActive(box_));

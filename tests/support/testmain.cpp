@@ -16,8 +16,9 @@ QMap<QString, testmain::Run> &classes() {
 
 }  // namespace
 
-testmain::Registration::Registration(const QString &name, Run run) {
-    classes().insert(name, run);
+bool testmain::add(const char *name, Run run) {
+    classes().insert(QString::fromLatin1(name), run);
+    return true;
 }
 
 int main(int argc, char **argv) {

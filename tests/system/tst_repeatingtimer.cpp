@@ -80,8 +80,8 @@ class tst_repeatingtimer final : public QObject {
         const auto second = start(1s);
         auto hour = start(1h);
         QCOMPARE(RepeatingTimer::running(), (QList<RepeatingTimer *>{second.get(), hour.get()}));
-        QVERIFY(second->interval() == 1s);
-        QVERIFY(hour->interval() == 1h);
+        QCOMPARE(second->interval(), std::chrono::milliseconds(1s));
+        QCOMPARE(hour->interval(), std::chrono::milliseconds(1h));
         second->invalidate();
         QCOMPARE(RepeatingTimer::running(), QList<RepeatingTimer *>{hour.get()});
         hour.reset();
