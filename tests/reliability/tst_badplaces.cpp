@@ -30,11 +30,11 @@ Prepare linkedTo(const QString &target) {
 }
 
 /// What the program says of itself, which finds nothing, two passes of quiz 5, or an odd count.
-const QByteArray firstStart =
+constexpr const char *firstStart =
     "alert: Welcome to Zorvan, this is the main progress screen where you can select quizzes to "
     "take and track your progress.\npasses of quiz 5: 1\n";
-const QByteArray laterStart = "passes of quiz 5: 3\n";
-const QByteArray oddCount = "passes of quiz 5: 0\n";
+constexpr const char *laterStart = "passes of quiz 5: 3\n";
+constexpr const char *oddCount = "passes of quiz 5: 0\n";
 
 }  // namespace
 
@@ -72,7 +72,11 @@ class tst_badplaces final : public QObject {
             QDir().mkpath(place.folder());
             ::mkfifo(qUtf8Printable(place.file()), 0600);
         };
+        const auto unlistedHome = [](const Configuration &place) {
+            ::chmod(qUtf8Printable(place.home()), 0300);
+        };
         row("configuration home read-only", readOnlyHome, firstStart);
+        row("configuration home that cannot be listed", unlistedHome, firstStart);
         row("folder read-only", readOnlyFolder, laterStart);
         row("file read-only", filled(twoPasses, 0400), laterStart);
         row("file without permissions", filled(twoPasses, 0), firstStart);
@@ -83,9 +87,9 @@ class tst_badplaces final : public QObject {
 
         // Places that are odd.
         const auto noHome = [](const Configuration &place) { QDir().rmdir(place.home()); };
-        const auto unlistedHome = [](const Configuration &place) {
+        const auto folderInUnlistedHome = [=](const Configuration &place) {
             QDir().mkpath(place.folder());
-            ::chmod(qUtf8Printable(place.home()), 0300);
+            unlistedHome(place);
         };
         const auto linkToAFile = [=](const Configuration &place) {
             linkedTo(u"elsewhere.conf"_s)(place);
@@ -97,7 +101,7 @@ class tst_badplaces final : public QObject {
             place.write("", u"Zorvan.conf.lock"_s);
         };
         row("configuration home missing", noHome, firstStart, {{store, firstPass}});
-        row("configuration home that cannot be listed", unlistedHome, firstStart,
+        row("folder in a home that cannot be listed", folderInUnlistedHome, firstStart,
             {{store, firstPass}});
         row("link to a file", linkToAFile, laterStart, {{"elsewhere.conf", threePasses}});
         row("link to a file that is missing", linkedTo(u"elsewhere.conf"_s), firstStart,
