@@ -33,10 +33,10 @@ class tst_menubar final : public ProgramTest {
 
     void screenReaderFindsEachWindowsOwnItems() {
         const QStringList expected{
-            u"Zorvan"_s,    u"About Zorvan"_s, u"Settings"_s,  QString(),       u"Quit"_s,
-            u"Quizzes"_s,   u"Terminology"_s,  u"Variables"_s, u"Methods"_s,    u"Functions"_s,
-            u"Structure"_s, u"Syntax"_s,       QString(),      u"Main Test"_s,  u"Window"_s,
-            u"Main Menu"_s, u"Close Window"_s, u"Help"_s,      u"Zorvan Help"_s};
+            u"Menu bar"_s,  u"Zorvan"_s,    u"About Zorvan"_s, u"Settings"_s,  QString(),
+            u"Quit"_s,      u"Quizzes"_s,   u"Terminology"_s,  u"Variables"_s, u"Methods"_s,
+            u"Functions"_s, u"Structure"_s, u"Syntax"_s,       QString(),      u"Main Test"_s,
+            u"Window"_s,    u"Main Menu"_s, u"Close Window"_s, u"Help"_s,      u"Zorvan Help"_s};
         delegate_->ShowHelp();
         delegate_->goPreferences();
         QCOMPARE(itemsRead(*delegate_->theHelp->window()), expected);
@@ -89,8 +89,8 @@ class tst_menubar final : public ProgramTest {
 
  private:
     static QStringList itemsRead(const platform::Window &window) {
-        QStringList names;
         const QAccessibleInterface *bar = QAccessible::queryAccessibleInterface(window.menuBar());
+        QStringList names{bar->text(QAccessible::Name)};
         for (int i = 0; i < bar->childCount(); ++i) {
             const QAccessibleInterface *menu = bar->child(i);
             if (menu->parent() != bar) {
