@@ -19,6 +19,7 @@ class tst_about final : public ProgramTest {
     void init() {
         ProgramTest::init();
         menu_ = openWindow(u"MainMenu"_s);
+        QVERIFY(QTest::qWaitForWindowActive(menu_));
         learner::pick(menu_, u"about"_s);
         QCOMPARE(boxes().size(), 1);
         box_ = boxes().constFirst();
