@@ -80,7 +80,10 @@ void waitForTheUser(Window *window) {
                              loop.quit();
                          }
                      });
-    loop.exec();
+    // Asking takes events, and the user may have come back with one of them.
+    if (QGuiApplication::focusWindow() == nullptr) {
+        loop.exec();
+    }
 }
 
 /// What exec() returns if the box has to be shown again. Buttons added with a role return numbers

@@ -179,6 +179,24 @@ class tst_alert final : public WindowTest {
         Alert(u"Done"_s, {u"OK"_s}).runModal(owner.window.get());
     }
 
+    void windowStaysWhileItsAlertIsOnItsWay() {
+        TestWindow owner;
+        {
+            TestWindow other;
+            QVERIFY(owner.appear() && other.appear());
+        }
+        // The offscreen platform gives the keyboard of a window that is freed to none.
+        QVERIFY(QGuiApplication::focusWindow() == nullptr);
+        bool isClosed = true;
+        QTimer::singleShot(0, owner.window.get(), [&] {
+            isClosed = owner.window->close();
+            owner.appear();
+        });
+        alerts_->answer(u"OK"_s);
+        Alert(u"Time is up"_s, {u"OK"_s}).runModal(owner.window.get(), Alert::Cause::Event);
+        QVERIFY(!isClosed);
+    }
+
     void alertWhoseOwnerIsFreedIsAnsweredAsByEscape() {
         for (const auto &[alternate, result] : {std::pair{QString(), 1}, {u"No"_s, 0}}) {
             TestWindow owner;
