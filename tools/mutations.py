@@ -11,7 +11,7 @@ ROOT = Path(__file__).resolve().parent.parent
 MISTAKES = ROOT / 'tools' / 'mistakes.toml'
 
 ROOMS = ['system', 'look', 'controls', 'windowing', 'content', 'progress', 'quizrun', 'shell']
-# What these paint is checked by the tests of the look and by the pictures, not by tests of logic.
+# What these paint is checked by the tests of the look, not by tests of logic.
 PAINTING = ['banner', 'imagelabel', 'keylabel', 'log', 'metrics', 'painting', 'palette', 'polish',
             'questionlabel', 'rowbutton', 'statusicon', 'style', 'textlabel', 'typesetting']
 # A change in a header rebuilds half the program, so only the one that is all data is included.

@@ -55,7 +55,7 @@ class tst_livepalette final : public QObject {
 
     void openWindowsFollowTheFont_data() {
         // What is under the pointer or scrolled into view depends on sizes.
-        addStates(u"hovered|pressed|keys|open menu|tip"_s);
+        addStates(u"hovered|pressed|keys|open menu"_s);
     }
 
     void openWindowsFollowTheFont() {

@@ -24,8 +24,8 @@ QString fileOf(const QString &folder, QString state, const QString &theme, doubl
 }
 
 void takeAll(const QString &folder, const QString &theme) {
-    // A menu or a tip alone, or what is under the pointer, is of no use to a reader.
-    static const QRegularExpression unsuitable(u"menu$|tip|hovered|pressed"_s);
+    // A menu alone, or what is under the pointer, is of no use to a reader.
+    static const QRegularExpression unsuitable(u"menu$|hovered|pressed"_s);
     const QMap<QString, states::State> states = states::all();
     for (auto state = states.begin(); state != states.end(); ++state) {
         if (state.key() != u"main menu" && state.key().contains(unsuitable)) {

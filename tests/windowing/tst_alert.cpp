@@ -43,7 +43,6 @@ class tst_alert final : public WindowTest {
     Q_OBJECT
 
  private Q_SLOTS:
-    // Runs first: once a window has had the keyboard, the offscreen platform never takes it away.
     void alertAfterAnEventWaitsForNobody() {
         TestWindow owner;
         // As on a desktop without a keyboard: the offscreen platform gives tool tips no keyboard.
