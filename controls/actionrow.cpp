@@ -6,6 +6,7 @@
 
 #include "controls/levelindicator.h"
 #include "controls/textlabel.h"
+#include "look/focus.h"
 #include "look/metrics.h"
 #include "look/painting.h"
 #include "look/palette.h"
@@ -161,7 +162,7 @@ void ActionRow::paintEvent(QPaintEvent *) {
     } else if (isHovered()) {
         fill = state_ == RowState::Next ? look::Fill::Pressed : look::Fill::Hovered;
     }
-    if (button_->hasFocus()) {
+    if (look::showsFocus(*button_)) {
         border = look::Border::Focus;
     }
     QPainter painter(this);

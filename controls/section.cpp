@@ -7,6 +7,7 @@
 
 #include "controls/actionrow.h"
 #include "controls/textlabel.h"
+#include "look/focus.h"
 #include "look/metrics.h"
 #include "look/painting.h"
 #include "look/palette.h"
@@ -90,13 +91,14 @@ void Section::scrollIntoView() {
 }
 
 void Section::paintEvent(QPaintEvent *) {
-    if (panel_ || hasFocus()) {
+    const bool focus = look::showsFocus(*this);
+    if (panel_ || focus) {
         QPainter painter(this);
         look::paintPanel(painter, palette(),
                          {.rect = rect(),
                           .unit = look::unit(*this),
                           .fill = panel_ ? look::Fill::Surface : look::Fill::None,
-                          .border = hasFocus() ? look::Border::Focus : look::Border::Hairline});
+                          .border = focus ? look::Border::Focus : look::Border::Hairline});
     }
 }
 

@@ -30,6 +30,10 @@ Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
             .border = Border::None};
 }
 
+bool showsFocus(const QStyleOption &option) {
+    return option.state.testFlags(QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange);
+}
+
 bool isDefault(const QStyleOptionButton &button) {
     return button.features.testFlag(QStyleOptionButton::DefaultButton);
 }
@@ -44,7 +48,7 @@ void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
     Panel panel = controlPanel(button, button.rect);
     const bool pressed = button.state.testFlag(QStyle::State_Sunken);
     const bool hovered = button.state.testFlag(QStyle::State_MouseOver);
-    const bool focused = button.state.testFlag(QStyle::State_HasFocus);
+    const bool focused = showsFocus(button);
     if (isDefault(button)) {
         panel.fill = pressed || hovered ? Fill::HoveredAccent : Fill::Accent;
         if (focused) {
@@ -153,7 +157,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
     part.rect = subElementRect(SE_RadioButtonContents, button, widget);
     drawControl(CE_RadioButtonLabel, &part, &painter, widget);
-    if (button->state.testFlag(State_HasFocus)) {
+    if (showsFocus(*button)) {
         drawFocus(*button, painter);
     }
 }

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include "controls/accessibility.h"
+#include "look/focus.h"
 #include "look/polish.h"
 #include "look/style.h"
 #include "windowing/aboutbox.h"
@@ -36,6 +37,7 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     QAccessible::installFactory(describeControl);
     installEventFilter(new KeyRepeat(this));
     installEventFilter(new BaseSize(this));
+    installEventFilter(new look::FocusVisibility(this));
     keyboardKeeper_.setSingleShot(true);
     connect(&keyboardKeeper_, &QTimer::timeout, this, &Application::activateAWindow);
 #ifndef Q_OS_MACOS

@@ -4,6 +4,7 @@
 #include "look/palette.h"
 #include "support/answerrow.h"
 #include "support/drawing.h"
+#include "support/keyboard.h"
 #include "support/optics.h"
 #include "support/pointer.h"
 #include "support/testmain.h"
@@ -83,6 +84,7 @@ class tst_rows final : public QObject {
 
     void borderShowsTheFocusAndTheRightAnswer() {
         Row row;
+        keyboard::use(row.window);
         for (const RowState state : states) {
             row.row.setState(state);
             row.another.setFocus();
@@ -156,6 +158,7 @@ class tst_rows final : public QObject {
 
     void focusIsSeenInEveryState() {
         Row row;
+        keyboard::use(row.window);
         for (const RowState state : states) {
             row.row.setState(state);
             row.another.setFocus();

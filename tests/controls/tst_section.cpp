@@ -9,6 +9,7 @@
 #include "controls/section.h"
 #include "controls/textlabel.h"
 #include "look/palette.h"
+#include "support/keyboard.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -76,6 +77,7 @@ class tst_section final : public QObject {
         const QColor background = window.palette().color(QPalette::Window);
         const QColor accent = platform::look::accent(window.palette());
         const auto at = [&](int y) { return section.grab().toImage().pixelColor(150, y); };
+        keyboard::use(window);
         QVERIFY(section.hasFocus());
         QCOMPARE(at(0), accent);
         QCOMPARE(at(100), background);

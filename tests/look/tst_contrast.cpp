@@ -10,6 +10,7 @@
 #include "controls/textlabel.h"
 #include "shell/appdelegate.h"
 #include "support/drawing.h"
+#include "support/keyboard.h"
 #include "support/optics.h"
 #include "support/states.h"
 #include "support/testmain.h"
@@ -108,6 +109,7 @@ class tst_contrast final : public QObject {
     }
 
     void measureFocus(QWidget &window) {
+        keyboard::use(window);
         QWidget *focused = window.focusWidget();
         for (QWidget *widget : shown<QWidget>(window)) {
             if (!widget->isEnabled() || (widget->focusPolicy() & Qt::TabFocus) == 0) {

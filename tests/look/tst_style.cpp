@@ -11,6 +11,7 @@
 
 #include "look/palette.h"
 #include "support/drawing.h"
+#include "support/keyboard.h"
 #include "support/optics.h"
 #include "support/pointer.h"
 #include "support/testmain.h"
@@ -30,7 +31,8 @@ struct Shown {
         auto *column = new QVBoxLayout(&window);
         column->addWidget(&button);
         column->addWidget(&another);
-        button.setMinimumHeight(36);
+        // Wide enough for its text in any font.
+        button.setMinimumSize(240, 36);
         another.setFocus();
         window.show();
         window.activateWindow();
@@ -99,6 +101,7 @@ class tst_style final : public QObject {
         Shown<QPushButton> shown;
         makeDefault(shown.button, true);
         shown.button.setFocus();
+        keyboard::use(shown.window);
         const QImage picture = shown.button.grab().toImage();
         for (const auto &[from, inwards] : sidesOf(picture)) {
             const QList<int> widths = ringGapAndFill(picture, from, inwards, accent());
@@ -215,6 +218,7 @@ class tst_style final : public QObject {
     static QColor onAccent() { return platform::look::onAccent(QApplication::palette()); }
 
     static void expectRingRound(QWidget &button, QWidget &another) {
+        keyboard::use(*button.window());
         another.setFocus();
         QCOMPARE(drawing::pixels(button, accent()), 0);
         button.setFocus();

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace platform::look {
+
+/// Whether the widget has the focus and shows it.
+bool showsFocus(const QWidget &widget);
+
+/// Has windows show the focus from the moment a key is pressed until something is pressed with a
+/// pointer: whoever uses the mouse takes a ring for a choice. It sets Qt::WA_KeyboardFocusChange,
+/// which Qt passes on to styles. To be installed as the application's event filter.
+class FocusVisibility final : public QObject {
+    Q_OBJECT
+
+ public:
+    using QObject::QObject;
+
+ protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+ private:
+    void setShown(bool shown);
+
+    bool shown_ = false;
+};
+
+}  // namespace platform::look
