@@ -6,6 +6,7 @@
 #include "controls/actionrow.h"
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
+#include "controls/messagebox.h"
 #include "controls/section.h"
 #include "controls/textlabel.h"
 
@@ -72,6 +73,9 @@ QAccessibleInterface *describeControl(const QString &, QObject *object) {
     }
     if (auto *row = qobject_cast<ActionRow *>(object)) {
         return new AccessibleActionRow(row);
+    }
+    if (auto *box = qobject_cast<MessageBox *>(object)) {
+        return new QAccessibleWidget(box, QAccessible::AlertMessage);
     }
     if (auto *frame = qobject_cast<QFrame *>(object);
         frame != nullptr && frame->frameShape() == QFrame::HLine) {

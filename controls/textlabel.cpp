@@ -1,6 +1,8 @@
 #include "controls/textlabel.h"
 
+#include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 #include <QPainter>
@@ -36,6 +38,11 @@ void TextLabel::setCharacters(int characters) {
 
 void TextLabel::setLines(int lines) {
     lines_ = lines;
+    updateGeometry();
+}
+
+void TextLabel::setBalanced(bool balanced) {
+    balanced_ = balanced;
     updateGeometry();
 }
 
@@ -115,11 +122,19 @@ int TextLabel::keptWidth() const {
     return int(std::ceil(width));
 }
 
+int TextLabel::balancedWidth(int widest) const {
+    const int height = textSize(widest).height();
+    const auto widths = std::views::iota(1, widest);
+    const auto least = std::ranges::partition_point(
+        widths, [&](int width) { return textSize(width).height() > height; });
+    return least == widths.end() ? widest : *least;
+}
+
 QSize TextLabel::sizeHint() const {
     const int kept = keptWidth();
     QSize size = textSize(kept > 0 ? kept : QWIDGETSIZE_MAX);
     if (kept > 0) {
-        size.setWidth(kept);
+        size.setWidth(balanced_ ? balancedWidth(kept) : kept);
     }
     if (lines_ > 0) {
         // A user's style sheet may have other font sizes than the lines were counted with.

@@ -20,6 +20,9 @@ class TextLabel : public QLabel {
     Q_PROPERTY(QString widestText MEMBER widestText_)
     /// How many lines there is always room for; 0 leaves it to the text.
     Q_PROPERTY(int lines READ lines WRITE setLines)
+    /// Makes the lines about equally long, instead of the last one shorter: the text is only as
+    /// wide as the number of lines allows.
+    Q_PROPERTY(bool balanced READ balanced WRITE setBalanced)
     /// The line spacing, as a multiple of the font's own.
     Q_PROPERTY(double lineHeight MEMBER lineHeight_)
     /// What the text is a value of, for a screen reader: "Score" makes the name "Score: 67 %".
@@ -36,6 +39,8 @@ class TextLabel : public QLabel {
     void setCharacters(int characters);
     int lines() const { return lines_; }
     void setLines(int lines);
+    bool balanced() const { return balanced_; }
+    void setBalanced(bool balanced);
     const QString &caption() const { return caption_; }
     void setCaption(const QString &caption);
     bool band() const { return band_; }
@@ -74,9 +79,11 @@ class TextLabel : public QLabel {
     int keptWidth() const;
     const Typesetting &typeset(double width) const;
     QSize textSize(double width) const;
+    int balancedWidth(int widest) const;
 
     int characters_ = 0;
     int lines_ = 0;
+    bool balanced_ = false;
     double lineHeight_ = 1;
     bool secondary_ = false;
     bool band_ = false;

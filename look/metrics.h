@@ -24,6 +24,8 @@ void setSize(QFont &font, const QFont &other, double times = 1);
 inline constexpr double smallestTarget = 4.5;
 /// The status icon of a row.
 inline constexpr double statusIconSize = 3.5;
+/// The icon beside a message.
+inline constexpr double messageIconSize = 8;
 /// A key in a text that names keys.
 inline constexpr double keyHeight = 2.8;
 inline constexpr double keyPadding = 0.7;

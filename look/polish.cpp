@@ -7,11 +7,9 @@
 #include <QAbstractButton>
 #include <QBackingStore>
 #include <QBoxLayout>
-#include <QDialog>
 #include <QEvent>
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -51,12 +49,19 @@ struct Spacing {
 };
 
 constexpr std::array spacings{
-    Spacing{u"window", 3, 2.25, 1, 1.8}, Spacing{u"flush", 0, 0, 0, 0},
-    Spacing{u"section", 0, 0, 2, 2},     Spacing{u"panel", 2, 2, 2, 1},
-    Spacing{u"row", 1.5, 1, 1.5, 0},     Spacing{u"step", 1.5, 0.5, 1.5, 0},
-    Spacing{u"list", 0, 0, 1, 0.6},      Spacing{u"page", 2, 2, 0, 0.5},
-    Spacing{u"text", 1, 1, 2, 0.8},      Spacing{u"foot", 3, 2, 1, 1},
-    Spacing{u"edge", 0, 0, 3, 1},        Spacing{u"", 0, 0, 1, 1},
+    Spacing{u"window", 3, 2.25, 1, 1.8},
+    Spacing{u"flush", 0, 0, 0, 0},
+    Spacing{u"section", 0, 0, 2, 2},
+    Spacing{u"panel", 2, 2, 2, 1},
+    Spacing{u"row", 1.5, 1, 1.5, 0},
+    Spacing{u"step", 1.5, 0.5, 1.5, 0},
+    Spacing{u"list", 0, 0, 1, 0.6},
+    Spacing{u"page", 2, 2, 0, 0.5},
+    Spacing{u"text", 1, 1, 2, 0.8},
+    Spacing{u"foot", 3, 2, 1, 1},
+    Spacing{u"edge", 0, 0, 3, 1},
+    Spacing{u"dialog", 3, 2.25, 1, 3},
+    Spacing{u"", 0, 0, 1, 1},
 };
 
 template <class Entry, std::size_t size>
@@ -94,9 +99,7 @@ void setGaps(QLayout &layout, const Spacing &spacing, double unit) {
 
 void space(const QWidget &widget, double unit) {
     QLayout *layout = widget.layout();
-    const bool isDialog = qobject_cast<const QDialog *>(&widget) != nullptr;
-    const Spacing *spacing = named(
-        spacings, isDialog ? QVariant(u"window"_s) : widget.property(layoutproperties::spacing));
+    const Spacing *spacing = named(spacings, widget.property(layoutproperties::spacing));
     if (spacing == nullptr || (qobject_cast<QBoxLayout *>(layout) == nullptr &&
                                qobject_cast<QGridLayout *>(layout) == nullptr)) {
         return;
@@ -107,12 +110,6 @@ void space(const QWidget &widget, double unit) {
     setGaps(*layout, *spacing, unit);
     for (QLayout *within : layout->findChildren<QLayout *>()) {
         setGaps(*within, *spacing, unit);
-    }
-    const auto *box = qobject_cast<const QMessageBox *>(&widget);
-    auto *grid = qobject_cast<QGridLayout *>(layout);
-    if (box != nullptr && grid != nullptr && box->iconPixmap().isNull()) {
-        // No gap is needed before the text if there is no icon.
-        grid->setHorizontalSpacing(0);
     }
 }
 
@@ -170,13 +167,6 @@ class Polisher final : public QObject {
         settle();
         if (polishedAgain_) {
             polishedAgain_();
-        }
-        if (qobject_cast<QMessageBox *>(&window_) != nullptr) {
-            // A message box takes a new size only when it is asked to, not when its content does.
-            settle();
-            window_.layout()->invalidate();
-            QEvent request(QEvent::LayoutRequest);
-            QCoreApplication::sendEvent(&window_, &request);
         }
     }
 

@@ -1,12 +1,13 @@
 #pragma once
 
-class QMessageBox;
 class QWidget;
 
 namespace platform {
 
+class MessageBox;
+
 /// A box that tells the program's version and what it runs on. It is not modal, and is freed when
 /// it is closed.
-QMessageBox *newAboutBox(QWidget *parent);
+MessageBox *newAboutBox(QWidget *parent);
 
 }  // namespace platform

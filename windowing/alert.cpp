@@ -2,18 +2,15 @@
 
 #include <chrono>
 #include <memory>
-#include <optional>
 #include <utility>
 
 #include <QApplication>
 #include <QEventLoop>
-#include <QLabel>
-#include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
 #include <QTimer>
 #include <QWindow>
 
+#include "controls/messagebox.h"
 #include "look/polish.h"
 #include "system/repeatingtimer.h"
 #include "windowing/application.h"
@@ -86,13 +83,12 @@ void waitForTheUser(Window *window) {
     }
 }
 
-/// What exec() returns if the box has to be shown again. Buttons added with a role return numbers
-/// of their own.
+/// What exec() returns if the box has to be shown again.
 constexpr int Covered = -70;
 
 /// Gives the keyboard back to the alert when a window that it blocks gets it, and raises the
 /// alert's owner too: not every desktop knows that an alert blocks more than its owner.
-void keepInFront(QMessageBox &box) {
+void keepInFront(MessageBox &box) {
     const auto follow = [&box, hadIt = false](const QWindow *focused) mutable {
         if (focused == nullptr) {
             return;
@@ -126,27 +122,16 @@ Alert::Alert(QString message, Buttons buttons, QString informativeText)
       buttons_(std::move(buttons)),
       informativeText_(std::move(informativeText)) {}
 
-QMessageBox *Alert::newBox(Window *over) const {
-    auto *box = new QMessageBox(over);
-    box->setText(message_);
-    box->setInformativeText(informativeText_);
-    // The box's own setTextFormat() does not apply to the informative text.
-    for (QLabel *label : box->findChildren<QLabel *>()) {
-        label->setTextFormat(Qt::PlainText);
-        label->setIndent(0);
-    }
+MessageBox *Alert::newBox(Window *over) const {
+    auto *box = new MessageBox(message_, informativeText_, over);
     box->setAccessibleName(message_);
-
-    QPushButton *standard = box->addButton(buttons_.defaultButton, QMessageBox::AcceptRole);
-    box->setDefaultButton(standard);
-    box->setEscapeButton(standard);
+    box->addButton(buttons_.defaultButton, QDialogButtonBox::AcceptRole, DefaultReturn);
     if (!buttons_.alternateButton.isEmpty()) {
-        box->setEscapeButton(box->addButton(buttons_.alternateButton, QMessageBox::RejectRole));
+        box->addButton(buttons_.alternateButton, QDialogButtonBox::RejectRole, AlternateReturn);
     }
     if (!buttons_.otherButton.isEmpty()) {
-        box->addButton(buttons_.otherButton, QMessageBox::DestructiveRole);
+        box->addButton(buttons_.otherButton, QDialogButtonBox::DestructiveRole, OtherReturn);
     }
-
     look::keepPolished(*box);
     return box;
 }
@@ -161,32 +146,19 @@ int Alert::runModal(Window *owner, Cause cause) const {
     if (!over.isNull()) {
         over->comeForward();
     }
-    std::optional<int> answer;
-    while (!answer) {
-        const QPointer<QMessageBox> box = newBox(over);
+    int answer = Covered;
+    while (answer == Covered) {
+        const QPointer<MessageBox> box = newBox(over);
         keepInFront(*box);
-        if (box->exec() != Covered || box.isNull()) {
-            answer = resultOf(box);
+        answer = box->exec();
+        if (box.isNull()) {
+            // It was freed with its owner.
+            answer = buttons_.alternateButton.isEmpty() ? DefaultReturn : AlternateReturn;
         }
-        // If it was not freed with its owner.
-        std::unique_ptr<QMessageBox>(box.data()).reset();
+        std::unique_ptr<MessageBox>(box.data()).reset();
     }
     Application::shared().keepTheKeyboard();
-    return *answer;
-}
-
-int Alert::resultOf(const QMessageBox *box) const {
-    if (box == nullptr) {
-        return buttons_.alternateButton.isEmpty() ? DefaultReturn : AlternateReturn;
-    }
-    switch (box->buttonRole(box->clickedButton())) {
-        case QMessageBox::AcceptRole:
-            return DefaultReturn;
-        case QMessageBox::RejectRole:
-            return AlternateReturn;
-        default:
-            return OtherReturn;
-    }
+    return answer;
 }
 
 }  // namespace platform

@@ -2,10 +2,9 @@
 
 #include <QString>
 
-class QMessageBox;
-
 namespace platform {
 
+class MessageBox;
 class Window;
 
 /// A modal message in plain text, without a title or an icon. Return presses the focused button,
@@ -37,9 +36,7 @@ class Alert final {
     int runModal(Window *owner, Cause cause = Cause::UserAction) const;
 
  private:
-    QMessageBox *newBox(Window *over) const;
-    /// `box` is null if it has been freed.
-    int resultOf(const QMessageBox *box) const;
+    MessageBox *newBox(Window *over) const;
 
     QString message_;
     Buttons buttons_;

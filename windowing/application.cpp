@@ -5,10 +5,10 @@
 #include <utility>
 
 #include <QAccessible>
-#include <QMessageBox>
 #include <QTimer>
 
 #include "controls/accessibility.h"
+#include "controls/messagebox.h"
 #include "look/focus.h"
 #include "look/polish.h"
 #include "look/style.h"

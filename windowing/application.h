@@ -8,11 +8,10 @@
 
 #include "windowing/window.h"
 
-class QMessageBox;
-
 namespace platform {
 
 class Menus;
+class MessageBox;
 
 /// The event loop, the one menu bar, and the way back when no window is left.
 ///
@@ -58,7 +57,7 @@ class Application final : public QApplication, public WindowDelegate {
     std::unique_ptr<Window> mainLayout_;
     std::unique_ptr<Menus> menus_;
     bool wayBackIsPolished_ = false;
-    QPointer<QMessageBox> aboutBox_;
+    QPointer<MessageBox> aboutBox_;
     QTimer keyboardKeeper_;
     bool quitting_ = false;
 };

@@ -72,15 +72,19 @@ class tst_focus final : public QObject {
         const auto add = [](const char *name, Use use, bool shown) {
             QTest::newRow(name) << use << shown;
         };
-        add("Tab", [](Desk &desk) { QTest::keyClick(&desk.row.window, Qt::Key_Tab); }, true);
-        add("a letter", [](Desk &desk) { QTest::keyClick(&desk.row.window, Qt::Key_X); }, true);
-        add("the key of a shortcut",
+        add(
+            "Tab", [](Desk &desk) { QTest::keyClick(&desk.row.window, Qt::Key_Tab); }, true);
+        add(
+            "a letter", [](Desk &desk) { QTest::keyClick(&desk.row.window, Qt::Key_X); }, true);
+        add(
+            "the key of a shortcut",
             [](Desk &desk) {
                 desk.push.setShortcut(Qt::CTRL | Qt::Key_J);
                 QTest::keyClick(&desk.row.window, Qt::Key_J, Qt::ControlModifier);
             },
             true);
-        add("the mouse", [](Desk &desk) { QTest::mouseClick(&desk.row.window, Qt::LeftButton); },
+        add(
+            "the mouse", [](Desk &desk) { QTest::mouseClick(&desk.row.window, Qt::LeftButton); },
             false);
         add("a finger", tap, false);
     }
@@ -102,9 +106,9 @@ class tst_focus final : public QObject {
     void modifiersAndThePointersWayChangeNothing() {
         Desk desk;
         QTest::mouseClick(&desk.row.window, Qt::LeftButton);
-        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr,
-                                  Qt::Key_Meta, Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_CapsLock,
-                                  Qt::Key_NumLock}) {
+        for (const Qt::Key key :
+             {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta,
+              Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_CapsLock, Qt::Key_NumLock}) {
             QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
             QCoreApplication::sendEvent(&desk.row.window, &press);
             expectShown(desk, false);

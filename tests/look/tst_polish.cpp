@@ -1,4 +1,3 @@
-#include <QDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMainWindow>
@@ -57,7 +56,8 @@ class tst_polish final : public QObject {
               Spacing{u"row"_s, 1.5, 1, 1.5, 0}, Spacing{u"step"_s, 1.5, 0.5, 1.5, 0},
               Spacing{u"list"_s, 0, 0, 1, 0.6}, Spacing{u"page"_s, 2, 2, 0, 0.5},
               Spacing{u"text"_s, 1, 1, 2, 0.8}, Spacing{u"foot"_s, 3, 2, 1, 1},
-              Spacing{u"edge"_s, 0, 0, 3, 1}, Spacing{QString(), 0, 0, 1, 1}}) {
+              Spacing{u"edge"_s, 0, 0, 3, 1}, Spacing{u"dialog"_s, 3, 2.25, 1, 3},
+              Spacing{QString(), 0, 0, 1, 1}}) {
             for (const double points : {8.0, 21.0}) {
                 QWidget window;
                 setPointSize(window, points);
@@ -107,14 +107,6 @@ class tst_polish final : public QObject {
                 QVERIFY2(style.isValid() == (part->font() != font), qPrintable(style.toString()));
             }
         }
-    }
-
-    void dialogIsSpacedAsAWindow() {
-        QDialog dialog;
-        auto *column = new QVBoxLayout(&dialog);
-        platform::look::polish(dialog);
-        QCOMPARE(column->contentsMargins(), margins(3, 2.25, dialog));
-        QCOMPARE(column->spacing(), pixels(1.8, dialog));
     }
 
     void textStylesAreAScale() {

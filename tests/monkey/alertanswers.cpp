@@ -1,21 +1,22 @@
 #include <array>
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QWindow>
 
+#include "controls/messagebox.h"
 #include "monkey/comparison.h"
 #include "monkey/dice.h"
 #include "monkey/journal.h"
 #include "monkey/keys.h"
 #include "monkey/seam.h"
 #include "monkey/steps.h"
+#include "windowing/alert.h"
 
 using namespace Qt::StringLiterals;
 
-void Steps::answer(QMessageBox &box) {
+void Steps::answer(platform::MessageBox &box) {
     const QString name = u"the alert \"%1\" "_s.arg(box.text());
     journal_.wantNone(comparison::differences(seam_, journal_.takeErrors(), &box));
     journal_.want(
@@ -35,17 +36,18 @@ void Steps::answer(QMessageBox &box) {
     const QString way = dice_.pick(ways);
     const QString wanted = answerIn(way, box);
     journal_.want(!box.isVisible(), name + u"stays after "_s + way);
+    const QStringList buttons = seam_.model().alert()->buttons;
     const QString pressed =
-        box.clickedButton() == nullptr ? QString() : box.clickedButton()->text();
+        box.result() == platform::Alert::DefaultReturn ? buttons.first() : buttons.last();
     journal_.want(pressed == wanted, name + u"is answered with \"%1\" by %2"_s.arg(pressed, way));
     seam_.model().answer(pressed);
 }
 
-QString Steps::answerIn(const QString &way, QMessageBox &box) {
+QString Steps::answerIn(const QString &way, platform::MessageBox &box) {
     const QStringList buttons = seam_.model().alert()->buttons;
     if (way == u"mouse") {
-        const QList<QAbstractButton *> all = box.buttons();
-        QAbstractButton &button = *dice_.pick(all);
+        const auto all = box.findChildren<QPushButton *>();
+        QPushButton &button = *dice_.pick(all);
         clickControl(button);
         return button.text();
     }
@@ -66,7 +68,7 @@ QString Steps::answerIn(const QString &way, QMessageBox &box) {
     return buttons.last();
 }
 
-void Steps::tryBehind(const QMessageBox &box) {
+void Steps::tryBehind(const platform::MessageBox &box) {
     for (int tries = 1 + dice_.below(4); tries > 0; --tries) {
         QList<QWidget *> behind = windows();
         behind.removeIf([&box](const QWidget *window) { return window == &box; });

@@ -2,11 +2,11 @@
 
 #include <QAbstractButton>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include "controls/imagelabel.h"
 #include "controls/levelindicator.h"
+#include "controls/messagebox.h"
 #include "controls/textlabel.h"
 #include "monkey/seam.h"
 #include "quizrun/quizrun.h"
@@ -149,12 +149,12 @@ QStringList listed(const QList<store::Write> &writes) {
 }
 
 /// What an alert shows and over which window, from its default button on; nothing if there is none.
-QStringList described(const QMessageBox *alert, Seam &seam) {
+QStringList described(const platform::MessageBox *alert, Seam &seam) {
     if (alert == nullptr) {
         return {};
     }
     QStringList buttons;
-    for (QAbstractButton *button : alert->buttons()) {
+    for (const QPushButton *button : alert->findChildren<QPushButton *>()) {
         buttons.insert(button == alert->defaultButton() ? 0 : buttons.size(), button->text());
     }
     const QWidget *owner = alert->parentWidget();
@@ -184,7 +184,7 @@ model::Program::Layouts comparison::layouts() {
 }
 
 QStringList comparison::differences(Seam &seam, const QStringList &errors,
-                                    const QMessageBox *alert) {
+                                    const platform::MessageBox *alert) {
     model::Program &model = seam.model();
     QStringList differences = model.takeObjections();
     compare(differences, u"alert"_s, described(alert, seam), described(model.alert()));

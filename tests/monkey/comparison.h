@@ -2,7 +2,9 @@
 
 #include "monkey/model.h"
 
-class QMessageBox;
+namespace platform {
+class MessageBox;
+}
 class Seam;
 
 /// The program beside its model.
@@ -12,6 +14,7 @@ namespace comparison {
 model::Program::Layouts layouts();
 
 /// Where the program differs from its model, in words; `alert` is the one on screen.
-QStringList differences(Seam &seam, const QStringList &errors, const QMessageBox *alert = nullptr);
+QStringList differences(Seam &seam, const QStringList &errors,
+                        const platform::MessageBox *alert = nullptr);
 
 }  // namespace comparison

@@ -2,10 +2,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QMessageBox>
 #include <QTest>
 #include <QWindow>
 
+#include "controls/messagebox.h"
 #include "monkey/dice.h"
 #include "monkey/journal.h"
 #include "monkey/seam.h"
@@ -25,7 +25,7 @@ QList<QWidget *> Hands::windows() {
     for (const QWindow *handle : QGuiApplication::topLevelWindows()) {
         QWidget *widget = handle->isVisible() ? QWidget::find(handle->winId()) : nullptr;
         if (qobject_cast<platform::Window *>(widget) != nullptr ||
-            qobject_cast<QMessageBox *>(widget) != nullptr) {
+            qobject_cast<platform::MessageBox *>(widget) != nullptr) {
             windows << widget;
         }
     }

@@ -4,8 +4,8 @@
 
 #include <QApplication>
 #include <QMenu>
-#include <QMessageBox>
 
+#include "controls/messagebox.h"
 #include "monkey/hands.h"
 #include "monkey/liveprogram.h"
 #include "support/clocks.h"
@@ -22,7 +22,7 @@ bool takesFocus(const QWidget &widget) {
 
 /// A closed alert or About box is freed; only the About box outlives the step that opened it.
 bool mayLive(const QWidget &widget) {
-    if (const auto *box = qobject_cast<const QMessageBox *>(&widget)) {
+    if (const auto *box = qobject_cast<const platform::MessageBox *>(&widget)) {
         return box->isVisible() && !box->isModal();
     }
     return !widget.isVisible() || qobject_cast<const QMenu *>(&widget) != nullptr ||

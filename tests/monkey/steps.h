@@ -3,7 +3,9 @@
 #include "monkey/hands.h"
 
 class AppDelegate;
-class QMessageBox;
+namespace platform {
+class MessageBox;
+}
 
 /// The steps of a walk: what the learner does, and what happens around the program.
 class Steps final : public Hands {
@@ -16,7 +18,7 @@ class Steps final : public Hands {
     /// No control does this, but whatever quiz the store names has to be taken as it comes.
     void openQuizOfStore(AppDelegate &delegate);
     /// Answers an alert in one of the ways that a learner has.
-    void answer(QMessageBox &box);
+    void answer(platform::MessageBox &box);
     /// To be called when a quiz window appears.
     void quizAppears();
 
@@ -37,8 +39,8 @@ class Steps final : public Hands {
     void answerOrGoOn(QWidget &quiz);
 
     /// Presses a button and returns the text of the one that this way of answering means.
-    QString answerIn(const QString &way, QMessageBox &box);
-    void tryBehind(const QMessageBox &box);
+    QString answerIn(const QString &way, platform::MessageBox &box);
+    void tryBehind(const platform::MessageBox &box);
 
     /// Stops when the time of a quiz is up.
     void letSecondsPass(int seconds);

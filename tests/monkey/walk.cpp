@@ -2,10 +2,10 @@
 
 #include <QApplication>
 #include <QMenu>
-#include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 
+#include "controls/messagebox.h"
 #include "monkey/comparison.h"
 #include "monkey/lookout.h"
 #include "support/eventloop.h"
@@ -100,7 +100,7 @@ bool Walk::takeStep(const std::function<void()> &step) {
 }
 
 void Walk::appears(QObject *shown) {
-    if (auto *box = qobject_cast<QMessageBox *>(shown); box != nullptr && box->isModal()) {
+    if (auto *box = qobject_cast<platform::MessageBox *>(shown); box != nullptr && box->isModal()) {
         QTimer::singleShot(0, box, [this, box] { choice_.answer(*box); });
     } else if (auto *menu = qobject_cast<QMenu *>(shown)) {
         QTimer::singleShot(0, menu, [this, menu] { choice_.leaveIfBlocking(*menu); });

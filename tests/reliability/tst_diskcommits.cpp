@@ -1,10 +1,10 @@
 #include <functional>
 
-#include <QMessageBox>
 #include <QRadioButton>
 #include <QTest>
 
 #include "configuration.h"
+#include "controls/messagebox.h"
 #include "support/clocks.h"
 #include "support/learner.h"
 #include "support/quizdesk.h"
@@ -36,7 +36,7 @@ class Commits final : public QObject, public systemcalls::Watcher {
     bool eventFilter(QObject *watched, QEvent *event) override {
         const auto *widget = qobject_cast<QWidget *>(watched);
         if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) {
-            const auto *box = qobject_cast<QMessageBox *>(watched);
+            const auto *box = qobject_cast<platform::MessageBox *>(watched);
             shown_ << QString::number(count_) + u' ' +
                           (box == nullptr ? widget->objectName() : box->text());
         }

@@ -1,15 +1,18 @@
 #include "support/alerts.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
-#include <QMessageBox>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+
+#include "controls/messagebox.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +23,17 @@ char *toString(const ShownAlert &alert) {
             alert.title, alert.hasIcon ? u"an icon"_s : u"no icon"_s);
     return qstrdup(qUtf8Printable(text));
 }
+
+namespace {
+
+bool hasIcon(const QWidget &box) {
+    const QList<QLabel *> labels = box.findChildren<QLabel *>();
+    return std::ranges::any_of(labels, [&box](const QLabel *label) {
+        return label->isVisibleTo(&box) && label->text().isEmpty();
+    });
+}
+
+}  // namespace
 
 Alerts::Alerts() {
     qApp->installEventFilter(this);
@@ -56,22 +70,22 @@ bool Alerts::verify() const {
 }
 
 bool Alerts::eventFilter(QObject *watched, QEvent *event) {
-    auto *box = qobject_cast<QMessageBox *>(watched);
+    auto *box = qobject_cast<platform::MessageBox *>(watched);
     if (box != nullptr && box->isModal() && event->type() == QEvent::Show) {
         QTimer::singleShot(0, box, [this, box] { handle(*box); });
     }
     return false;
 }
 
-void Alerts::handle(QMessageBox &box) {
+void Alerts::handle(platform::MessageBox &box) {
     const QWidget *owner = box.parentWidget();
     ShownAlert alert{.message = box.text(),
                      .buttons = {},
                      .over = owner == nullptr ? QString() : owner->objectName(),
                      .informativeText = box.informativeText(),
                      .title = box.windowTitle(),
-                     .hasIcon = !box.iconPixmap().isNull() || box.icon() != QMessageBox::NoIcon};
-    for (const QAbstractButton *button : box.buttons()) {
+                     .hasIcon = hasIcon(box)};
+    for (const QAbstractButton *button : box.findChildren<QPushButton *>()) {
         if (button == box.defaultButton()) {
             alert.buttons.prepend(button->text());
         } else {
@@ -93,7 +107,7 @@ void Alerts::handle(QMessageBox &box) {
         QTest::keyClick(&box, *answer.key);
         return;
     }
-    for (QAbstractButton *button : box.buttons()) {
+    for (QAbstractButton *button : box.findChildren<QPushButton *>()) {
         if (button->text() == answer.button) {
             button->click();
             return;

@@ -7,7 +7,9 @@
 #include <QObject>
 #include <QStringList>
 
-class QMessageBox;
+namespace platform {
+class MessageBox;
+}
 
 /// What an alert showed. The program's alerts have nothing but a message, buttons and a window.
 struct ShownAlert {
@@ -56,7 +58,7 @@ class Alerts final : public QObject {
         std::function<void()> meanwhile;
     };
 
-    void handle(QMessageBox &box);
+    void handle(platform::MessageBox &box);
 
     QList<Answer> answers_;
     QList<ShownAlert> shown_;

@@ -5,12 +5,12 @@
 #include <QMap>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
+#include "controls/messagebox.h"
 #include "progress/progress.h"
 #include "progress/quizcomplete.h"
 #include "quizrun/maintest.h"
@@ -172,7 +172,7 @@ inline void openMenu(const Look &look) {
 inline void about(const Look &look) {
     mainMenu([&](QWidget &) {
         platform::Application::shared().about();
-        QWidget &box = shownWindow("QMessageBox");
+        QWidget &box = shownWindow("platform::MessageBox");
         settle(box);
         look(box);
         box.close();
@@ -182,7 +182,7 @@ inline void about(const Look &look) {
 inline void alert(const Look &look) {
     mainMenu([&](QWidget &) {
         QTimer::singleShot(0, qApp, [&] {
-            QWidget &box = shownWindow("QMessageBox");
+            QWidget &box = shownWindow("platform::MessageBox");
             settle(box);
             look(box);
             box.close();

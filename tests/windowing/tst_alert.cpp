@@ -1,11 +1,11 @@
 #include <vector>
 
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 
+#include "controls/messagebox.h"
 #include "support/optics.h"
 #include "support/testmain.h"
 #include "support/windowtest.h"
@@ -206,8 +206,8 @@ class tst_alert final : public WindowTest {
     }
 
  private:
-    static QMessageBox &box() {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    static platform::MessageBox &box() {
+        auto *box = qobject_cast<platform::MessageBox *>(QApplication::activeModalWidget());
         if (box == nullptr) {
             qFatal("No alert is up");
         }

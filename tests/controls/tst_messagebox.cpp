@@ -1,0 +1,148 @@
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QTest>
+
+#include "controls/messagebox.h"
+#include "look/polish.h"
+#include "support/optics.h"
+#include "support/testmain.h"
+
+using namespace Qt::StringLiterals;
+
+using platform::MessageBox;
+
+namespace {
+
+/// The order of buttons on some desktop.
+class DesktopStyle final : public QProxyStyle {
+    Q_OBJECT
+
+ public:
+    explicit DesktopStyle(QDialogButtonBox::ButtonLayout layout) : layout_(layout) {}
+
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returned) const override {
+        return hint == SH_DialogButtonLayout
+                   ? layout_
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+
+ private:
+    QDialogButtonBox::ButtonLayout layout_;
+};
+
+QList<optics::Text> linesOf(MessageBox &box) {
+    QList<optics::Text> lines = optics::texts(box);
+    lines.removeIf([&box](const optics::Text &line) { return line.text == u"OK"; });
+    return lines;
+}
+
+}  // namespace
+
+class tst_messagebox final : public QObject {
+    Q_OBJECT
+
+ private Q_SLOTS:
+    void buttonsStandInTheDesktopsOrder_data() {
+        QTest::addColumn<QDialogButtonBox::ButtonLayout>("layout");
+        QTest::addColumn<QStringList>("order");
+        QTest::newRow("Windows") << QDialogButtonBox::WinLayout << QStringList{u"Yes"_s, u"No"_s};
+        QTest::newRow("KDE") << QDialogButtonBox::KdeLayout << QStringList{u"Yes"_s, u"No"_s};
+        QTest::newRow("GNOME") << QDialogButtonBox::GnomeLayout << QStringList{u"No"_s, u"Yes"_s};
+        QTest::newRow("macOS") << QDialogButtonBox::MacLayout << QStringList{u"No"_s, u"Yes"_s};
+    }
+
+    void buttonsStandInTheDesktopsOrder() {
+        QFETCH(const QDialogButtonBox::ButtonLayout, layout);
+        DesktopStyle style(layout);
+        MessageBox box(u"Sure?"_s, {}, nullptr);
+        box.findChild<QDialogButtonBox *>()->setStyle(&style);
+        box.addButton(u"Yes"_s, QDialogButtonBox::AcceptRole, 1);
+        box.addButton(u"No"_s, QDialogButtonBox::RejectRole, 0);
+        box.show();
+        QList<QPushButton *> buttons = box.findChildren<QPushButton *>();
+        std::ranges::sort(buttons, {}, &QWidget::x);
+        QStringList texts;
+        for (const QPushButton *button : buttons) {
+            texts << button->text();
+        }
+        QTEST(texts, "order");
+    }
+
+    void noLineIsMuchShorterThanTheOthers_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("lines");
+        QTest::newRow("one line") << u"All progress on quizzes has been reset"_s << 1;
+        QTest::newRow("one word too many")
+            << u"This will reset all progress. Are you certain of what you do?"_s << 2;
+        QTest::newRow("two sentences")
+            << u"This will reset all progress. Are you sure you want to clear your progress?"_s
+            << 2;
+        QTest::newRow("one long sentence")
+            << u"Welcome to Zorvan, this is the main progress screen where you can select quizzes "
+               "to take and track your progress."_s
+            << 3;
+    }
+
+    void noLineIsMuchShorterThanTheOthers() {
+        QFETCH(const QString, text);
+        QFETCH(const int, lines);
+        MessageBox box(text, {}, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        platform::look::polish(box);
+        box.show();
+        const QList<optics::Text> drawn = linesOf(box);
+        QCOMPARE(drawn.size(), lines);
+        const auto [shortest, longest] = std::ranges::minmax_element(
+            drawn, {}, [](const optics::Text &line) { return line.place.width(); });
+        QVERIFY(shortest->place.width() * 3 > longest->place.width() * 2);
+        QVERIFY(longest->text.size() <= 60);
+    }
+
+    void messageIsLargerThanWhatExplainsIt() {
+        MessageBox box(u"Message"_s, u"Explanation"_s, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        platform::look::polish(box);
+        box.show();
+        const QList<optics::Text> drawn = linesOf(box);
+        QCOMPARE(drawn.size(), 2);
+        QVERIFY(drawn[0].font.pointSizeF() > 1.3 * drawn[1].font.pointSizeF());
+        QVERIFY(drawn[0].place.bottom() < drawn[1].place.top());
+        QCOMPARE(drawn[0].place.left(), drawn[1].place.left());
+    }
+
+    void boxIsAsLargeAsItsContent() {
+        MessageBox box(u"Message"_s, {}, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        platform::look::keepPolished(box);
+        box.show();
+        const QSize before = box.size();
+        QFont font = box.font();
+        font.setPointSizeF(2 * font.pointSizeF());
+        box.setFont(font);
+        QTRY_VERIFY(box.height() > 1.8 * before.height());
+        box.resize(before);
+        QCOMPARE(box.size(), box.sizeHint());
+    }
+
+    void messageCanBeCopied() {
+        MessageBox box(u"<b>Message</b>"_s, {}, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        box.show();
+        QTest::keyClick(&box, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"<b>Message</b>"_s);
+        QVERIFY(box.isVisible());
+    }
+
+    void screenReaderIsToldThatItIsAnAlert() {
+        MessageBox box(u"Message"_s, {}, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        QCOMPARE(QAccessible::queryAccessibleInterface(&box)->role(), QAccessible::AlertMessage);
+    }
+};
+
+ZORVAN_TEST(tst_messagebox)
+#include "tst_messagebox.moc"
