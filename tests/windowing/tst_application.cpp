@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "support/optics.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -34,6 +35,22 @@ class tst_application final : public QObject {
         }
     }
 
+    void smallIconsStandOutOnLightAndDarkPanels() {
+        // The darkest of the light panels and the lightest of the dark ones.
+        const QList<QRgb> panels{0xffeff0f1, 0xff31363b};
+        for (const int size : {16, 24, 32}) {
+            const QImage icon(iconFile(size));
+            for (const QPoint &at : edge(icon)) {
+                QCOMPARE(qAlpha(icon.pixel(at)), 255);
+                for (const QRgb panel : panels) {
+                    const double contrast = optics::contrast(icon.pixel(at), panel);
+                    QVERIFY2(contrast >= 3,
+                             qPrintable(u"%1: %2"_s.arg(iconFile(size)).arg(contrast)));
+                }
+            }
+        }
+    }
+
     void stepsOfAResizeCountFromTheWindowsSize() {
         QWidget window;
         QWidget part(&window);
@@ -47,6 +64,17 @@ class tst_application final : public QObject {
     }
 
  private:
+    /// What is outermost on the straight middle of each side.
+    static QList<QPoint> edge(const QImage &icon) {
+        const int last = icon.width() - 1;
+        QList<QPoint> points;
+        for (int along = icon.width() / 4; along <= last - icon.width() / 4; ++along) {
+            points << QPoint(along, 0) << QPoint(along, last) << QPoint(0, along)
+                   << QPoint(last, along);
+        }
+        return points;
+    }
+
     static QString iconFile(int size) {
         return QStringLiteral(RESOURCES "/icons/zorvan-%1.png").arg(size);
     }
