@@ -19,6 +19,9 @@ if(UNIX AND NOT APPLE)
         install(FILES resources/icons/zorvan-${size}.png
             DESTINATION ${icons}/${size}x${size}/apps RENAME ${ZORVAN_ID}.png)
     endforeach()
+    # For sizes that no picture has, such as 96 pixels on screens of double density.
     install(FILES resources/artwork/zorvan.svg
         DESTINATION ${icons}/scalable/apps RENAME ${ZORVAN_ID}.svg)
+    install(FILES resources/artwork/zorvan-symbolic.svg
+        DESTINATION ${icons}/symbolic/apps RENAME ${ZORVAN_ID}-symbolic.svg)
 endif()

@@ -24,4 +24,7 @@ wanted[100] = f"scalable/apps/{ID}.svg"
 for size, file in wanted.items():
     icon = theme.lookup_by_gicon(entry.get_icon(), size, Gtk.IconLookupFlags(0))
     assert icon.get_filename() == f"{ICONS}/{file}", f"{size} pixels: {icon.get_filename()}"
+symbolic = theme.lookup_icon(f"{ID}-symbolic", 16, Gtk.IconLookupFlags(0))
+assert symbolic.is_symbolic()
+assert symbolic.get_filename() == f"{ICONS}/symbolic/apps/{ID}-symbolic.svg"
 print("Found by its entry and its icons")

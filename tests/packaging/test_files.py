@@ -3,6 +3,7 @@
 import plistlib
 import re
 import struct
+import xml.etree.ElementTree as ElementTree
 from configparser import RawConfigParser
 
 from conftest import ICONS, ID, ROOT, pictures_of_windows
@@ -18,6 +19,7 @@ def test_every_file_has_its_place(prefix):
         f"share/metainfo/{ID}.metainfo.xml",
         "share/man/man1/zorvan.1",
         f"share/icons/hicolor/scalable/apps/{ID}.svg",
+        f"share/icons/hicolor/symbolic/apps/{ID}-symbolic.svg",
     } | {f"share/icons/hicolor/{size}x{size}/apps/{ID}.png" for size in SIZES}
 
 
@@ -52,6 +54,17 @@ def test_an_icon_has_the_size_of_its_folder(prefix):
     for size in SIZES:
         picture = prefix / f"share/icons/hicolor/{size}x{size}/apps/{ID}.png"
         assert size_of_png(picture.read_bytes()) == (size, size)
+
+
+def test_the_symbolic_icon_is_filled_with_one_colour(prefix):
+    file = prefix / f"share/icons/hicolor/symbolic/apps/{ID}-symbolic.svg"
+    picture = ElementTree.parse(file).getroot()
+    assert picture.attrib == {"width": "16", "height": "16", "viewBox": "0 0 16 16"}
+    for shape in picture:
+        # Desktops replace this colour, and leave strokes, styles and other elements as they are.
+        assert shape.tag == "{http://www.w3.org/2000/svg}path"
+        assert shape.attrib == {"fill": "#2e3436", "d": shape.get("d")}
+    assert len(picture) > 0
 
 
 def size_of_png(data):
