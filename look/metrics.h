@@ -40,10 +40,22 @@ inline constexpr double glyphWidth = 0.3;
 inline constexpr double focusWidth = 0.35;
 /// Between the focus ring and a fill on which it would not be visible.
 inline constexpr double focusGap = 0.3;
+/// Around a question on its panel.
+inline constexpr double questionMargin = 2;
 /// Around the lines of code in a text, and beside the text on a band.
 inline constexpr double codeSideMargin = 1.5;
 inline constexpr double codeEndMargin = 1;
 inline constexpr double bandSideMargin = 2;
+/// Menus. An item's highlight is inset from the menu, and its text from the highlight.
+inline constexpr double menuItemHeight = 3.25;
+inline constexpr double menuSeparatorHeight = 1.1;
+inline constexpr double menuInset = 0.5;
+inline constexpr double menuPadding = 1.25;
+inline constexpr double menuMarkSize = 2;
+inline constexpr double menuGlyphScale = 0.7;
+inline constexpr double menuShortcutGap = 4;
+inline constexpr double menuBarItemHeight = 3.4;
+inline constexpr double menuBarPadding = 1;
 /// The segments of a level: a filled one is a block, an empty one a line. A few segments are wide,
 /// to be read one by one; many are narrow, to be read as a whole.
 inline constexpr double wideSegment = 3;

@@ -1,7 +1,5 @@
 #include "look/painting.h"
 
-#include <array>
-
 #include <QPainter>
 #include <QPen>
 
@@ -75,12 +73,17 @@ void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyp
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(color, glyphWidth * unit, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (glyph == Glyph::Tick) {
-        const std::array points{at(0.27, 0.53), at(0.43, 0.69), at(0.73, 0.34)};
-        painter.drawPolyline(points.data(), int(points.size()));
-    } else {
-        painter.drawLine(at(0.32, 0.32), at(0.68, 0.68));
-        painter.drawLine(at(0.68, 0.32), at(0.32, 0.68));
+    switch (glyph) {
+        case Glyph::Tick:
+            painter.drawPolyline(QPolygonF{at(0.27, 0.53), at(0.43, 0.69), at(0.73, 0.34)});
+            break;
+        case Glyph::Cross:
+            painter.drawLine(at(0.32, 0.32), at(0.68, 0.68));
+            painter.drawLine(at(0.68, 0.32), at(0.32, 0.68));
+            break;
+        case Glyph::Chevron:
+            painter.drawPolyline(QPolygonF{at(0.4, 0.25), at(0.65, 0.5), at(0.4, 0.75)});
+            break;
     }
     painter.restore();
 }

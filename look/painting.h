@@ -25,7 +25,7 @@ struct Panel {
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
 
 /// Glyphs are told apart by shape, and are drawn within a square.
-enum class Glyph { Tick, Cross };
+enum class Glyph { Tick, Cross, Chevron };
 void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
                 const QColor &color);
 

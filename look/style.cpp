@@ -5,6 +5,7 @@
 #include <QStyleOption>
 #include <QWidget>
 
+#include "look/menupainting.h"
 #include "look/metrics.h"
 #include "look/painting.h"
 #include "look/palette.h"
@@ -92,17 +93,6 @@ void drawRadioIndicator(const QStyleOption &option, QPainter &painter) {
     }
 }
 
-void drawMenuBarItem(const QStyleOptionMenuItem &item, QPainter &painter) {
-    if (item.state.testFlag(QStyle::State_Selected)) {
-        const bool open = item.state.testFlag(QStyle::State_Sunken);
-        drawFill(item, open ? Fill::Pressed : Fill::Prominent, painter);
-    }
-    painter.setPen(item.palette.color(QPalette::WindowText));
-    painter.drawText(item.rect,
-                     Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine,
-                     item.text);
-}
-
 }  // namespace
 
 void Style::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
@@ -121,17 +111,14 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
     }
     if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option)) {
         if (element == CE_MenuItem) {
-            QStyleOptionMenuItem ours(*item);
-            ours.palette.setColor(QPalette::Highlight, accent(ours.palette));
-            ours.palette.setColor(QPalette::HighlightedText, onAccent(ours.palette));
-            QProxyStyle::drawControl(element, &ours, painter, widget);
-            return;
-        }
-        if (element == CE_MenuBarEmptyArea) {
+            paintMenuItem(*painter, *item);
             return;
         }
         if (element == CE_MenuBarItem) {
-            drawMenuBarItem(*item, *painter);
+            paintMenuBarItem(*painter, *item);
+            return;
+        }
+        if (element == CE_MenuBarEmptyArea || element == CE_MenuEmptyArea) {
             return;
         }
     }
@@ -164,7 +151,12 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                           const QWidget *widget) const {
-    if (element == PE_PanelMenuBar || element == PE_PanelScrollAreaCorner) {
+    if (element == PE_PanelMenuBar || element == PE_PanelScrollAreaCorner ||
+        element == PE_FrameMenu) {
+        return;
+    }
+    if (element == PE_PanelMenu) {
+        paintMenuPanel(*painter, *option);
         return;
     }
     if (element == PE_IndicatorRadioButton) {
@@ -253,6 +245,13 @@ QRect Style::subControlRect(ComplexControl control, const QStyleOptionComplex *o
 
 QSize Style::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
                               const QWidget *widget) const {
+    if (const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+        type == CT_MenuItem && item != nullptr) {
+        return menuItemSize(*item, contents);
+    }
+    if (type == CT_MenuBarItem) {
+        return menuBarItemSize(*option, contents);
+    }
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     return type == CT_RadioButton ? size + QSize(2 * padding(*option), 0) : size;
 }
@@ -280,6 +279,12 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption *option,
             return qRound(unit);
         case PM_ScrollBarExtent:
             return qRound(scrollBarWidth * unit);
+        case PM_MenuPanelWidth:
+            return 1;
+        case PM_MenuHMargin:
+            return 0;
+        case PM_MenuVMargin:
+            return qRound(menuInset * unit);
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
     }
