@@ -11,6 +11,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include "controls/scrollarea.h"
 #include "controls/section.h"
 #include "look/layoutproperties.h"
 #include "look/metrics.h"
@@ -144,8 +145,7 @@ QSize Window::scrolledSize() const {
 
 void Window::letContentScroll() {
     const QPointer<QWidget> focused = focusWidget();
-    auto *area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
+    auto *area = new ScrollArea;
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setWidget(takeCentralWidget());
