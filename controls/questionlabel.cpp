@@ -30,9 +30,22 @@ Typesetting::Source QuestionLabel::source() const {
     return source;
 }
 
+QMargins QuestionLabel::padding() const {
+    const int margin = qRound(look::questionMargin * baseUnit());
+    return {margin, margin, margin, margin};
+}
+
+void QuestionLabel::paintBackground(QPainter &painter) const {
+    look::paintPanel(painter, palette(), {.rect = rect(), .unit = baseUnit()});
+}
+
 void QuestionLabel::paintBehind(QPainter &painter, const Typesetting &typesetting) const {
     if (!typesetting.codePanel().isEmpty()) {
-        look::paintPanel(painter, palette(), {.rect = typesetting.codePanel(), .unit = baseUnit()});
+        look::paintPanel(painter, palette(),
+                         {.rect = typesetting.codePanel(),
+                          .unit = baseUnit(),
+                          .radius = look::controlRadius,
+                          .fill = look::Fill::Window});
     }
 }
 

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// A question. Its first line is prose; every further line is code, which is drawn on a panel, in
-/// the desktop's fixed-width font at the size of the surrounding text.
+/// A question on a panel. Its first line is prose; every further line is code, which has a panel of
+/// its own, in the desktop's fixed-width font at the size of the surrounding text.
 class QuestionLabel final : public TextLabel {
     Q_OBJECT
 
@@ -14,6 +14,8 @@ class QuestionLabel final : public TextLabel {
 
  protected:
     Typesetting::Source source() const override;
+    QMargins padding() const override;
+    void paintBackground(QPainter &painter) const override;
     void paintBehind(QPainter &painter, const Typesetting &typesetting) const override;
 
  private:

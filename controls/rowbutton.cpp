@@ -16,7 +16,7 @@ RowButton::RowButton(const QString &text, QWidget *parent) : RowButton(parent) {
 }
 
 QSize RowButton::sizeHint() const {
-    const int side = qRound(look::unit(*this) * look::smallestTarget);
+    const int side = qRound(look::unit(*window()) * look::smallestTarget);
     return {badge_ ? side : qCeil(QFontMetricsF(font()).horizontalAdvance(text())), side};
 }
 

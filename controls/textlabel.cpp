@@ -122,6 +122,10 @@ int TextLabel::keptWidth() const {
     return int(std::ceil(width));
 }
 
+int TextLabel::keptHeight() const {
+    return lines_ * int(std::ceil(QFontMetricsF(font()).height() * lineHeight_));
+}
+
 int TextLabel::balancedWidth(int widest) const {
     const int height = textSize(widest).height();
     const auto widths = std::views::iota(1, widest);
@@ -136,10 +140,8 @@ QSize TextLabel::sizeHint() const {
     if (kept > 0) {
         size.setWidth(balanced_ ? balancedWidth(kept) : kept);
     }
-    if (lines_ > 0) {
-        // A user's style sheet may have other font sizes than the lines were counted with.
-        size.setHeight(qMax(size.height(), lines_ * fontMetrics().lineSpacing()));
-    }
+    // A user's style sheet may have other font sizes than the lines were counted with.
+    size.setHeight(qMax(size.height(), keptHeight()));
     size = size.grownBy(padding());
     return band_ ? size.expandedTo({0, qRound(look::smallestTarget * baseUnit())}) : size;
 }
@@ -150,12 +152,11 @@ QSize TextLabel::minimumSizeHint() const {
 
 int TextLabel::heightForWidth(int width) const {
     const QMargins margins = padding();
-    const int height = textSize(width - margins.left() - margins.right()).grownBy(margins).height();
-    return lines_ > 0 ? qMax(height, lines_ * fontMetrics().lineSpacing()) : height;
+    const int height = textSize(width - margins.left() - margins.right()).height();
+    return qMax(height, keptHeight()) + margins.top() + margins.bottom();
 }
 
-void TextLabel::paintEvent(QPaintEvent *) {
-    QPainter painter(this);
+void TextLabel::paintBackground(QPainter &painter) const {
     if (band_) {
         look::paintPanel(painter, palette(),
                          {.rect = rect(),
@@ -164,6 +165,11 @@ void TextLabel::paintEvent(QPaintEvent *) {
                           .fill = look::Fill::Band,
                           .border = look::Border::None});
     }
+}
+
+void TextLabel::paintEvent(QPaintEvent *) {
+    QPainter painter(this);
+    paintBackground(painter);
     const QRectF place = contentsRect().marginsRemoved(padding());
     const Typesetting &set = typeset(place.width());
     double top = place.top();

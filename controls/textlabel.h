@@ -68,6 +68,10 @@ class TextLabel : public QLabel {
 
     /// The text to set in lines, and how.
     virtual Typesetting::Source source() const;
+    /// Between the edges and the text, in pixels.
+    virtual QMargins padding() const;
+    /// Called before anything else is drawn.
+    virtual void paintBackground(QPainter &painter) const;
     /// Called before the text is drawn, with the text's top left corner as the origin.
     virtual void paintBehind(QPainter &, const Typesetting &) const {}
     /// The unit of the surrounding text, whatever the size of this one.
@@ -75,8 +79,8 @@ class TextLabel : public QLabel {
 
  private:
     void describe();
-    QMargins padding() const;
     int keptWidth() const;
+    int keptHeight() const;
     const Typesetting &typeset(double width) const;
     QSize textSize(double width) const;
     int balancedWidth(int widest) const;

@@ -50,7 +50,7 @@ void Typesetting::breakLines(QTextLayout &paragraph, double left, double width) 
         line.setLineWidth(width);
         // In whole pixels, so that every line is as sharp as the first.
         line.setPosition({left, height_});
-        height_ += std::round(line.height() * source_.lineHeight);
+        height_ += std::ceil(line.height() * source_.lineHeight);
         naturalWidth_ = qMax(naturalWidth_, left + std::ceil(line.naturalTextWidth()));
     }
     paragraph.endLayout();

@@ -48,6 +48,8 @@ QColor fillColor(const QPalette &palette, Fill fill) {
     switch (fill) {
         case Fill::None:
             break;
+        case Fill::Window:
+            return palette.color(QPalette::Window);
         case Fill::Surface:
             return surface;
         case Fill::Hovered:

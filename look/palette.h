@@ -22,9 +22,10 @@ QColor hairline(const QPalette &palette);
 /// How opaque a disabled control is.
 inline constexpr double disabledOpacity = 0.5;
 
-/// What a panel is filled with; Band is dark, for white text.
+/// What a panel is filled with: Window on a panel within a panel. Band is dark, for white text.
 enum class Fill {
     None,
+    Window,
     Surface,
     Hovered,
     Pressed,

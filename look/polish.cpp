@@ -54,14 +54,14 @@ constexpr std::array spacings{
     Spacing{u"section", 0, 0, 2, 2},
     Spacing{u"panel", 2, 2, 2, 1},
     Spacing{u"row", 1.5, 1, 1.5, 0},
-    Spacing{u"step", 1.5, 0.5, 1.5, 0},
+    Spacing{u"step", 1.5, 0.75, 1.5, 0},
     Spacing{u"list", 0, 0, 1, 0.6},
     Spacing{u"page", 2, 2, 0, 0.5},
     Spacing{u"text", 1, 1, 2, 0.8},
     Spacing{u"foot", 3, 2, 1, 1},
     Spacing{u"edge", 0, 0, 3, 1},
     Spacing{u"dialog", 3, 2.25, 1, 3},
-    Spacing{u"", 0, 0, 1, 1},
+    Spacing{u"figures", 0, 0, 3, 0.25},  Spacing{u"", 0, 0, 1, 1},
 };
 
 template <class Entry, std::size_t size>

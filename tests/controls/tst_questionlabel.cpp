@@ -37,18 +37,18 @@ class tst_questionlabel final : public QObject {
         label.setStringValue(u"What does this print?\necho 1;"_s);
         label.resize(label.sizeHint() + QSize(60, 0));
         const QImage panel = optics::picture(label, {.texts = true}).pixels;
-        const QColor window = label.palette().color(QPalette::Window);
+        const QColor base = label.palette().color(QPalette::Base);
         const QList<optics::Text> lines = optics::texts(label);
         const QRect question = lines.at(0).place;
         const QRect code = lines.at(1).place;
-        QCOMPARE(panel.pixelColor(question.center()), window);
-        QVERIFY2(panel.pixelColor(code.center()) != window, "the code has no panel");
+        QCOMPARE(panel.pixelColor(question.center()), base);
+        QVERIFY2(panel.pixelColor(code.center()) != base, "the code has no panel");
         // There is a gap between the panel's edge and the code, and between question and panel.
         QVERIFY(code.left() > question.left());
         QVERIFY(code.top() - question.bottom() > question.height() / 2);
 
         label.setStringValue(u"What does this print?"_s);
-        QCOMPARE(optics::mainColor(optics::picture(label, {.texts = true}).pixels), window.rgb());
+        QCOMPARE(optics::mainColor(optics::picture(label, {.texts = true}).pixels), base.rgb());
     }
 
     void codeHasTheSizeOfTheTextAround() {

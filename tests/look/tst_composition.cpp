@@ -111,8 +111,9 @@ class tst_composition final : public QObject {
                            u"Progress | Settings | Refresh"_s};
         QTest::newRow("verdict")
             << u"quiz, wrong"_s
-            << QStringList{u"Main Test | Time left | 7:36 | Score | 67%"_s,
-                           u"(level 11/30) | 12/30"_s,
+            << QStringList{u"Main Test | Time left | Score"_s,
+                           u"12/30 | 7:36 | 67%"_s,
+                           u"(level 11/30)"_s,
                            u"What will be displayed in a browser when the following is executed: "
                            "if !(8 >= 7 || 'Hello' == 'World') { echo 'Hello World'; }"_s,
                            u"A | Hello World | (cross)"_s,

@@ -53,11 +53,11 @@ class tst_polish final : public QObject {
         for (const Spacing &spacing :
              {Spacing{u"window"_s, 3, 2.25, 1, 1.8}, Spacing{u"flush"_s, 0, 0, 0, 0},
               Spacing{u"section"_s, 0, 0, 2, 2}, Spacing{u"panel"_s, 2, 2, 2, 1},
-              Spacing{u"row"_s, 1.5, 1, 1.5, 0}, Spacing{u"step"_s, 1.5, 0.5, 1.5, 0},
+              Spacing{u"row"_s, 1.5, 1, 1.5, 0}, Spacing{u"step"_s, 1.5, 0.75, 1.5, 0},
               Spacing{u"list"_s, 0, 0, 1, 0.6}, Spacing{u"page"_s, 2, 2, 0, 0.5},
               Spacing{u"text"_s, 1, 1, 2, 0.8}, Spacing{u"foot"_s, 3, 2, 1, 1},
               Spacing{u"edge"_s, 0, 0, 3, 1}, Spacing{u"dialog"_s, 3, 2.25, 1, 3},
-              Spacing{QString(), 0, 0, 1, 1}}) {
+              Spacing{u"figures"_s, 0, 0, 3, 0.25},              Spacing{QString(), 0, 0, 1, 1}}) {
             for (const double points : {8.0, 21.0}) {
                 QWidget window;
                 setPointSize(window, points);

@@ -21,7 +21,7 @@ class tst_textfits final : public ProgramTest {
         QTest::addColumn<QString>("styleSheet");
         QTest::newRow("100 %") << 1.0 << QSize(1280, 720) << QString();
         QTest::newRow("200 %") << 2.0 << QSize(1920, 1080) << QString();
-        QTest::newRow("style sheet") << 1.0 << QSize(1920, 1080) << u"* { font-size: 18pt }"_s;
+        QTest::newRow("style sheet") << 1.0 << QSize(1920, 1080) << u"* { font-size: %1pt }"_s;
     }
 
     void init() {
@@ -29,9 +29,15 @@ class tst_textfits final : public ProgramTest {
         QFETCH_GLOBAL(const double, textSize);
         QFETCH_GLOBAL(const QString, styleSheet);
         QFont font = QApplication::font();
-        font.setPointSizeF(font.pointSizeF() * textSize);
+        // As large in any font.
+        constexpr double lineHeight = 14;
+        const double points =
+            font.pointSizeF() * lineHeight / QFontMetricsF(font).height();
+        font.setPointSizeF(points * textSize);
         QApplication::setFont(font);
-        qApp->setStyleSheet(styleSheet);
+        if (!styleSheet.isEmpty()) {
+            qApp->setStyleSheet(styleSheet.arg(2 * points));
+        }
     }
 
     void everyWindow_data() { layoutRows(); }
