@@ -171,12 +171,17 @@ void TextLabel::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     paintBackground(painter);
     const QRectF place = contentsRect().marginsRemoved(padding());
-    const Typesetting &set = typeset(place.width());
+    const int width = balanced_ ? balancedWidth(int(place.width())) : int(place.width());
+    const Typesetting &set = typeset(width);
+    double left = place.left();
+    if (alignment().testFlag(Qt::AlignHCenter)) {
+        left += std::round((place.width() - width) / 2);
+    }
     double top = place.top();
     if (alignment().testFlag(Qt::AlignVCenter)) {
         top += std::round((place.height() - set.height()) / 2);
     }
-    painter.translate(place.left(), top);
+    painter.translate(left, top);
     painter.setOpacity(alphaValue_);
     paintBehind(painter, set);
     const QColor ink = textColor_.isValid() ? textColor_

@@ -61,7 +61,9 @@ constexpr std::array spacings{
     Spacing{u"foot", 3, 2, 1, 1},
     Spacing{u"edge", 0, 0, 3, 1},
     Spacing{u"dialog", 3, 2.25, 1, 3},
-    Spacing{u"figures", 0, 0, 3, 0.25},  Spacing{u"", 0, 0, 1, 1},
+    Spacing{u"figures", 0, 0, 3, 0.25},
+    Spacing{u"levels", 2.5, 2.25, 3, 2},
+    Spacing{u"", 0, 0, 1, 1},
 };
 
 template <class Entry, std::size_t size>

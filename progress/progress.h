@@ -17,6 +17,13 @@ class progress final : public platform::WindowController {
     platform::TextOutlet lblQuiz5Progress{*this, "lblQuiz5Progress"};
     platform::TextOutlet lblQuiz6Progress{*this, "lblQuiz6Progress"};
 
+    platform::LevelOutlet progressbarQuiz1{*this, "progressbarQuiz1"};
+    platform::LevelOutlet progressbarQuiz2{*this, "progressbarQuiz2"};
+    platform::LevelOutlet progressbarQuiz3{*this, "progressbarQuiz3"};
+    platform::LevelOutlet progressbarQuiz4{*this, "progressbarQuiz4"};
+    platform::LevelOutlet progressbarQuiz5{*this, "progressbarQuiz5"};
+    platform::LevelOutlet progressbarQuiz6{*this, "progressbarQuiz6"};
+
     void SetProgressBars();
 
  protected:

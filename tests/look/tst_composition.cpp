@@ -128,13 +128,16 @@ class tst_composition final : public QObject {
                            u"Congratulations you have passed this quiz. Only one more pass needed "
                            "to have this quiz mastered."_s,
                            u"Home"_s};
-        QTest::newRow("progress")
-            << u"progress"_s
-            << QStringList{
-                   u"Progress"_s,        u"Terminology | 100%"_s,
-                   u"Variables | 67%"_s, u"Methods | 33%"_s,
-                   u"Functions | 0%"_s,  u"Structure | 100%"_s,
-                   u"Syntax | 0%"_s,     u"The main menu shows how far Main Test has come."_s};
+        QTest::newRow("progress") << u"progress"_s
+                                  << QStringList{
+                                         u"Progress"_s,
+                                         u"Terminology | (level 3/3) | 100%"_s,
+                                         u"Variables | (level 2/3) | 67%"_s,
+                                         u"Methods | (level 1/3) | 33%"_s,
+                                         u"Functions | (level 0/3) | 0%"_s,
+                                         u"Structure | (level 3/3) | 100%"_s,
+                                         u"Syntax | (level 0/3) | 0%"_s,
+                                         u"The main menu shows how far Main Test has come."_s};
         QTest::newRow("settings")
             << u"settings"_s
             << QStringList{u"Timing"_s,

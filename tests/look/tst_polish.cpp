@@ -57,7 +57,8 @@ class tst_polish final : public QObject {
               Spacing{u"list"_s, 0, 0, 1, 0.6}, Spacing{u"page"_s, 2, 2, 0, 0.5},
               Spacing{u"text"_s, 1, 1, 2, 0.8}, Spacing{u"foot"_s, 3, 2, 1, 1},
               Spacing{u"edge"_s, 0, 0, 3, 1}, Spacing{u"dialog"_s, 3, 2.25, 1, 3},
-              Spacing{u"figures"_s, 0, 0, 3, 0.25},              Spacing{QString(), 0, 0, 1, 1}}) {
+              Spacing{u"figures"_s, 0, 0, 3, 0.25}, Spacing{u"levels"_s, 2.5, 2.25, 3, 2},
+              Spacing{QString(), 0, 0, 1, 1}}) {
             for (const double points : {8.0, 21.0}) {
                 QWidget window;
                 setPointSize(window, points);

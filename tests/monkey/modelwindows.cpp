@@ -30,7 +30,7 @@ const QMap<QString, QStringList> &outlets() {
                          u"imgQuestion"_s}},
         {u"QuizComplete"_s,
          numbered(u"theImage%1"_s, 3) + QStringList{u"lblQuizName"_s, u"lblTheStatus"_s}},
-        {u"progress"_s, numbered(u"lblQuiz%1Progress"_s, 6)},
+        {u"progress"_s, numbered(u"lblQuiz%1Progress"_s, 6) + numbered(u"progressbarQuiz%1"_s, 6)},
         {u"Settings"_s, {u"noRadio"_s, u"yesRadio"_s}},
         {u"Help"_s, {}},
     };
@@ -96,8 +96,9 @@ void Program::openProgress() {
     static const QStringList percentages{u"0%"_s, u"33%"_s, u"67%"_s, u"100%"_s};
     const QString window = load(u"progress"_s);
     for (int quiz = 1; quiz <= 6; ++quiz) {
-        control(window, u"lblQuiz%1Progress"_s.arg(quiz)).text =
-            percentages.at(passCount(QString::number(quiz)).value_or(0));
+        const int passes = passCount(QString::number(quiz)).value_or(0);
+        control(window, u"lblQuiz%1Progress"_s.arg(quiz)).text = percentages.at(passes);
+        control(window, u"progressbarQuiz%1"_s.arg(quiz)).value = passes;
     }
     show(window);
 }

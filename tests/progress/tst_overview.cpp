@@ -35,6 +35,7 @@ class tst_overview final : public WindowTest {
         for (int quiz = 1; quiz <= 6; ++quiz) {
             QCOMPARE(desk::text(overview->window(), u"lblQuiz%1Progress"_s.arg(quiz)),
                      percentages.at(quiz - 1));
+            QCOMPARE(level(*overview, u"progressbarQuiz%1"_s.arg(quiz)), levels.at(quiz - 1));
         }
     }
 
@@ -52,8 +53,8 @@ class tst_overview final : public WindowTest {
     }
 
  private:
-    static double level(const MainMenu &menu, const QString &name) {
-        return desk::control<platform::LevelIndicator>(menu.window(), name).doubleValue();
+    static double level(const platform::WindowController &controller, const QString &name) {
+        return desk::control<platform::LevelIndicator>(controller.window(), name).doubleValue();
     }
 };
 

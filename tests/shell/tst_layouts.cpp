@@ -30,7 +30,7 @@ class tst_layouts final : public QObject {
             {u"Settings"_s, u"noRadio yesRadio"_s},
             {u"progress"_s,
              u"lblQuiz1Progress lblQuiz2Progress lblQuiz3Progress lblQuiz4Progress "
-             "lblQuiz5Progress lblQuiz6Progress"_s}};
+             "lblQuiz5Progress lblQuiz6Progress progressbarQuiz1 progressbarQuiz2 progressbarQuiz3 progressbarQuiz4 progressbarQuiz5 progressbarQuiz6"_s}};
         QCOMPARE(layouts(), outlets.keys());
         for (const auto &[layout, names] : outlets.asKeyValueRange()) {
             const auto window = build(layout);
