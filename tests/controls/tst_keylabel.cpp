@@ -1,8 +1,8 @@
 #include <QTest>
 
 #include "controls/keylabel.h"
-#include "inkcontrast.h"
 #include "support/drawing.h"
+#include "support/inkcontrast.h"
 #include "support/optics.h"
 #include "support/testmain.h"
 

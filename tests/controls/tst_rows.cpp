@@ -1,9 +1,9 @@
 #include <QTransform>
 
-#include "inkcontrast.h"
 #include "look/palette.h"
 #include "support/answerrow.h"
 #include "support/drawing.h"
+#include "support/inkcontrast.h"
 #include "support/keyboard.h"
 #include "support/optics.h"
 #include "support/pointer.h"

@@ -4,9 +4,9 @@
 #include <QTest>
 
 #include "controls/textlabel.h"
-#include "inkcontrast.h"
 #include "support/desk.h"
 #include "support/drawing.h"
+#include "support/inkcontrast.h"
 #include "support/optics.h"
 #include "support/testmain.h"
 #include "windowing/layouts.h"
