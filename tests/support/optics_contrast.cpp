@@ -81,9 +81,10 @@ double contrast(QRgb one, QRgb other) {
 
 std::optional<double> inkContrast(const QImage &with, const QImage &without, const QRect &place) {
     const auto covers = [&](const QPoint &at) {
-        constexpr std::array around{QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)};
-        return std::ranges::all_of(
-            around, [&](const QPoint &step) { return changed(with, without, at + step); });
+        return changed(with, without, at + QPoint(1, 0)) &&
+               changed(with, without, at - QPoint(1, 0)) &&
+               changed(with, without, at + QPoint(0, 1)) &&
+               changed(with, without, at - QPoint(0, 1));
     };
     QList<double> contrasts;
     visitChanged(with, without, place & with.rect().adjusted(1, 1, -1, -1), [&](const QPoint &at) {
