@@ -139,7 +139,7 @@ void ActionRow::paintEvent(QPaintEvent *) {
     switch (state_) {
         case RowState::Open:
             if (!button_->isEnabled()) {
-                fill = look::Fill::None;
+                fill = look::Fill::Faded;
             }
             break;
         case RowState::Done:
@@ -153,7 +153,7 @@ void ActionRow::paintEvent(QPaintEvent *) {
             break;
         case RowState::Wrong:
         case RowState::Other:
-            fill = look::Fill::None;
+            fill = look::Fill::Faded;
             break;
     }
     // Only the fill changes: the border belongs to the focus.

@@ -67,8 +67,7 @@ void KeyLabel::paintEvent(QPaintEvent *) {
                               .radius = look::keyRadius,
                               .border = look::Border::Outline});
         }
-        painter.setPen(piece.isKey ? palette().color(foregroundRole())
-                                   : look::secondaryText(palette()));
+        painter.setPen(piece.isKey ? look::text(palette()) : look::secondaryText(palette()));
         painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, piece.text);
     }
 }

@@ -32,10 +32,11 @@ void RowButton::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     const ActionRow &row = ActionRow::around(*this);
     const bool right = row.state() == RowState::Right;
-    if (!isEnabled() && !right) {
+    const bool faded = !isEnabled() && !right;
+    if (faded) {
         painter.setOpacity(look::disabledOpacity);
     }
-    const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
+    const QColor text = faded ? look::fadedText(palette()) : look::text(palette());
     if (!badge_) {
         painter.setPen(text);
         painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, this->text());

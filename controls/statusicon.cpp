@@ -36,7 +36,7 @@ void StatusIcon::paintEvent(QPaintEvent *) {
                           .fill = filled ? look::Fill::Accent : look::Fill::None,
                           .border = filled ? look::Border::None : look::Border::Outline});
     }
-    const QColor ink = filled ? look::onAccent(palette()) : palette().color(foregroundRole());
+    const QColor ink = filled ? look::onAccent(palette()) : look::text(palette());
     if (state == RowState::Done || state == RowState::Right) {
         look::paintGlyph(painter, rect(), unit, look::Glyph::Tick, ink);
     } else if (crossed) {

@@ -185,8 +185,9 @@ void TextLabel::paintEvent(QPaintEvent *) {
     painter.setOpacity(alphaValue_);
     paintBehind(painter, set);
     const QColor ink = textColor_.isValid() ? textColor_
+                       : alphaValue_ < 1    ? look::fadedText(palette())
                        : secondary_         ? look::secondaryText(palette())
-                                            : palette().color(foregroundRole());
+                                            : look::text(palette());
     painter.setPen(ink);
     set.draw(painter);
 }

@@ -53,14 +53,15 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     };
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    if (panel.fill == Fill::None) {
+    const QColor inside = fillColor(palette, panel.fill);
+    if (inside.alpha() == 0) {
         draw(width / 2, pen, Qt::NoBrush);
     } else {
         // Two fills, one on the other: drawing a line takes several times as long as filling.
         if (width > 0) {
             draw(0, Qt::NoPen, pen.color());
         }
-        draw(width, Qt::NoPen, fillColor(palette, panel.fill));
+        draw(width, Qt::NoPen, inside);
     }
     painter.restore();
 }
