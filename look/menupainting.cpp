@@ -54,7 +54,7 @@ void paintMenuBarItem(QPainter &painter, const QStyleOptionMenuItem &item) {
         const bool open = item.state.testFlag(QStyle::State_Sunken);
         paintHighlight(painter, item, item.rect, open ? Fill::Pressed : Fill::Prominent);
     }
-    painter.setPen(item.palette.color(QPalette::WindowText));
+    painter.setPen(look::text(item.palette));
     painter.drawText(item.rect, Qt::AlignHCenter | textFlags, item.text);
 }
 
@@ -89,8 +89,7 @@ void paintMenuItem(QPainter &painter, const QStyleOptionMenuItem &item) {
     }
     rect.adjust(menuPadding * unit, 0, -menuPadding * unit, 0);
 
-    const QColor ink = selected ? onAccent(item.palette)
-                                : item.palette.color(QPalette::Active, QPalette::WindowText);
+    const QColor ink = selected ? onAccent(item.palette) : look::text(item.palette);
     painter.save();
     painter.setOpacity(enabled ? 1 : disabledOpacity);
     const QSizeF markSize = QSizeF(menuMarkSize, menuMarkSize) * unit;

@@ -102,9 +102,12 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
             drawPushButton(*button, *painter);
             return;
         }
-        if (element == CE_PushButtonLabel && isDefault(*button)) {
+        if (element == CE_PushButtonLabel) {
+            // It stands on our fill, not on the palette's.
             QStyleOptionButton label(*button);
-            label.palette.setColor(QPalette::ButtonText, onAccent(label.palette));
+            label.palette.setColor(QPalette::ButtonText, isDefault(*button)
+                                                             ? onAccent(label.palette)
+                                                             : text(label.palette));
             QProxyStyle::drawControl(element, &label, painter, widget);
             return;
         }
@@ -143,6 +146,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     part.rect = subElementRect(SE_RadioButtonIndicator, button, widget);
     drawPrimitive(PE_IndicatorRadioButton, &part, &painter, widget);
     part.rect = subElementRect(SE_RadioButtonContents, button, widget);
+    part.palette.setColor(QPalette::WindowText, text(part.palette));
     drawControl(CE_RadioButtonLabel, &part, &painter, widget);
     if (showsFocus(*button)) {
         drawFocus(*button, painter);
@@ -176,6 +180,8 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
         QStyleOptionToolButton rest(*button);
         rest.features |= QStyleOptionToolButton::Arrow;
         rest.arrowType = Qt::DownArrow;
+        // The base style draws arrows half transparent.
+        rest.palette.setColor(QPalette::WindowText, fadedText(rest.palette));
         QProxyStyle::drawComplexControl(control, &rest, painter, widget);
         return;
     }

@@ -11,8 +11,10 @@
 
 #include "look/palette.h"
 #include "support/drawing.h"
+#include "support/inkcontrast.h"
 #include "support/keyboard.h"
 #include "support/optics.h"
+#include "support/palettes.h"
 #include "support/pointer.h"
 #include "support/testmain.h"
 
@@ -82,7 +84,12 @@ class tst_style final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void initTestCase_data() { drawing::addPalettes(); }
+    void initTestCase_data() {
+        QTest::addColumn<QPalette>("palette");
+        for (const auto &[name, palette] : palettes::all()) {
+            QTest::newRow(name) << palette;
+        }
+    }
 
     void init() {
         QFETCH_GLOBAL(const QPalette, palette);
@@ -135,6 +142,22 @@ class tst_style final : public QObject {
             pointer::moveTo(shown.another);
             QCOMPARE(shown.background(), usual);
         }
+    }
+
+    void textIsReadableUnderThePointer() {
+        const QPalette palette = QApplication::palette();
+        const double usual = optics::contrast(palette.color(QPalette::WindowText).rgb(),
+                                              palette.color(QPalette::Window).rgb());
+        Shown<QPushButton> push;
+        makeDefault(push.button, false);
+        pointer::moveTo(push.button);
+        QVERIFY(inkContrasts(push.button).constFirst() >= qMin(usual, 4.5));
+        push.button.setDown(true);
+        QVERIFY(inkContrasts(push.button).constFirst() >= qMin(usual, 4.5));
+        push.button.setDown(false);
+        Shown<QRadioButton> radio;
+        pointer::moveTo(radio.button);
+        QVERIFY(inkContrasts(radio.button).constFirst() >= qMin(usual, 4.5));
     }
 
     void optionIsPressedAnywhereOnItsRow() {
