@@ -9,9 +9,9 @@
 #include "controls/statusicon.h"
 #include "controls/textlabel.h"
 #include "shell/appdelegate.h"
-#include "support/drawing.h"
 #include "support/keyboard.h"
 #include "support/optics.h"
+#include "support/palettes.h"
 #include "support/states.h"
 #include "support/testmain.h"
 
@@ -40,24 +40,42 @@ bool isInRow(const QWidget &widget) {
     return qobject_cast<const platform::RowButton *>(&widget) != nullptr;
 }
 
-double contrastWanted(const optics::Text &drawn, const QWidget &widget) {
+bool isAtHalfOpacity(const QWidget &widget) {
     const auto *label = qobject_cast<const platform::TextLabel *>(&widget);
-    const bool halfOpacity =
-        (isInRow(widget) && !widget.isEnabled()) || (label != nullptr && label->alphaValue() < 1);
+    return (isInRow(widget) && !widget.isEnabled()) ||
+           (label != nullptr && label->alphaValue() < 1);
+}
+
+/// Less only if the desktop's own text has less.
+double contrastWanted(const optics::Text &drawn, const QWidget &widget) {
+    const QPalette palette = QApplication::palette();
+    const double usual = optics::contrast(palette.color(QPalette::WindowText).rgb(),
+                                          palette.color(QPalette::Window).rgb());
     const double size = QFontInfo(drawn.font).pixelSize();
     const bool large = size >= 24 || (size >= 18.66 && drawn.font.weight() >= QFont::Bold);
-    return halfOpacity || large ? 3 : 4.5;
+    return qMin(usual, isAtHalfOpacity(widget) || large ? 3 : 4.5);
 }
 
 }  // namespace
 
-/// Everything has enough contrast to its background, in light and in dark colours, also if the
-/// colours change while the windows are open.
+/// Everything has enough contrast to its background, whatever the desktop's colours, also if they
+/// change while the windows are open.
 class tst_contrast final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
     void initTestCase() { platform::Application::shared().loadMainLayout(delegate_); }
+
+    void cleanup() { QApplication::setPalette(palettes_.constFirst().palette); }
+
+    void cleanupTestCase() {
+        for (auto palette = least_.cbegin(); palette != least_.cend(); ++palette) {
+            for (auto kind = palette->cbegin(); kind != palette->cend(); ++kind) {
+                qInfo("%s: the least contrast of %s is %.2f", qUtf8Printable(palette.key()),
+                      qUtf8Printable(kind.key()), *kind);
+            }
+        }
+    }
 
     void everythingIsSeen_data() {
         QTest::addColumn<QString>("state");
@@ -71,10 +89,10 @@ class tst_contrast final : public QObject {
         QFETCH(const QString, state);
         flaws_.clear();
         states_[state]([&](QWidget &window) {
-            for (const QPalette &palette : {drawing::darkPalette(), light_}) {
+            for (const auto &[name, palette] : palettes_) {
                 QApplication::setPalette(palette);
                 QCoreApplication::processEvents();
-                palette_ = palette == light_ ? u"light"_s : u"dark"_s;
+                palette_ = QString::fromLatin1(name);
                 measureTexts(window);
                 measureFocus(window);
                 measureControls(window);
@@ -84,7 +102,10 @@ class tst_contrast final : public QObject {
     }
 
  private:
-    void demand(const QString &what, std::optional<double> contrast, double wanted = 3) {
+    void demand(const QString &what, std::optional<double> contrast, double wanted = 3,
+                const QString &kind = u"shapes"_s) {
+        double &least = least_[palette_][kind];
+        least = qMin(least == 0 ? contrast.value_or(0) : least, contrast.value_or(0));
         if (!contrast) {
             flaws_ << u"%1, %2 is not drawn"_s.arg(palette_, what);
         } else if (*contrast < wanted) {
@@ -103,7 +124,8 @@ class tst_contrast final : public QObject {
             const QWidget &widget = child == nullptr ? window : *child;
             if (contrast || drawn.whole) {
                 demand(u"the text \"%1\" of %2"_s.arg(drawn.text, nameOf(widget)), contrast,
-                       contrastWanted(drawn, widget));
+                       contrastWanted(drawn, widget),
+                       isAtHalfOpacity(widget) ? u"text at half opacity"_s : u"text"_s);
             }
         }
     }
@@ -173,9 +195,11 @@ class tst_contrast final : public QObject {
                optics::shapeContrast(shapes(window, room), shapes(window, room, &widget)));
     }
 
-    const QPalette light_ = QApplication::palette();
+    const QList<palettes::Named> palettes_ = palettes::all();
     const QMap<QString, states::State> states_ = states::all();
     QString palette_;
+    /// Of each palette and kind.
+    QMap<QString, QMap<QString, double>> least_;
     QStringList flaws_;
     AppDelegate delegate_;
 };
