@@ -9,7 +9,7 @@
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
-#include "support/drawing.h"
+#include "support/palettes.h"
 #include "support/states.h"
 
 using namespace Qt::StringLiterals;
@@ -17,10 +17,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Where a picture is kept: named as the state, the theme and the density of the screen.
-QString fileOf(const QString &folder, QString state, const QString &theme, double density) {
+QString fileOf(const QString &folder, const QString &state, const QString &theme, double density) {
     static const QRegularExpression blanks(u",? "_s);
     const QString suffix = density == 1 ? QString() : u"@%1x"_s.arg(density);
-    return u"%1/%2-%3%4.png"_s.arg(folder, state.replace(blanks, u"-"_s), theme, suffix);
+    const QString name = u"%1-%2"_s.arg(state, theme).replace(blanks, u"-"_s);
+    return u"%1/%2%3.png"_s.arg(folder, name, suffix);
 }
 
 void takeAll(const QString &folder, const QString &theme) {
@@ -43,33 +44,41 @@ void takeAll(const QString &folder, const QString &theme) {
 
 }  // namespace
 
-/// Takes a picture of every window, light and dark. The first argument is the folder to save them
-/// in; the second, if there is one, the text size in percent.
+/// Takes a picture of every window. The first argument is the folder to save them in; the second,
+/// if there is one, the text size in percent; the others the names of palettes, by default light
+/// and dark.
 int main(int argc, char **argv) {
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
     installResources();
     fillControllerTable();
     platform::Application application(argc, argv);
-    if (argc != 2 && argc != 3) {
-        std::fputs("usage: pictures FOLDER [TEXT-SIZE-IN-PERCENT]\n", stderr);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 2) {
+        std::fputs("usage: pictures FOLDER [TEXT-SIZE-IN-PERCENT [PALETTE...]]\n", stderr);
         return 2;
     }
     constexpr double pointSize = 11;
     QFont font(u"Cantarell"_s);
-    font.setPointSizeF(pointSize * (argc == 3 ? QByteArray(argv[2]).toInt() : 100) / 100);
+    font.setPointSizeF(pointSize * arguments.value(2, u"100"_s).toInt() / 100);
     if (QFontInfo(font).family() != font.family()) {
         std::fputs("The pictures are drawn with Cantarell (Debian: fonts-cantarell).\n", stderr);
         return 1;
     }
     QApplication::setFont(font);
 
-    const QString folder = QString::fromLocal8Bit(argv[1]);
+    const QString &folder = arguments.at(1);
     QDir().mkpath(folder);
     AppDelegate delegate;
     application.loadMainLayout(delegate);
-    takeAll(folder, u"light"_s);
-    QApplication::setPalette(drawing::darkPalette());
-    takeAll(folder, u"dark"_s);
+    const QStringList themes =
+        arguments.size() > 3 ? arguments.mid(3) : QStringList{u"light"_s, u"dark"_s};
+    for (const auto &[name, palette] : palettes::all()) {
+        const QString theme = QString::fromLatin1(name);
+        if (themes.contains(theme)) {
+            QApplication::setPalette(palette);
+            takeAll(folder, theme);
+        }
+    }
     return 0;
 }
