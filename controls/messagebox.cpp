@@ -12,6 +12,7 @@
 #include "controls/textlabel.h"
 #include "look/layoutproperties.h"
 #include "look/metrics.h"
+#include "look/palette.h"
 
 using namespace Qt::StringLiterals;
 
@@ -113,6 +114,14 @@ void MessageBox::keyPressEvent(QKeyEvent *event) {
         return;
     }
     QDialog::keyPressEvent(event);
+}
+
+void MessageBox::paintEvent(QPaintEvent *) {
+    // Some desktops give a window neither a border nor a shadow; it must be told from those behind.
+    QPainter painter(this);
+    painter.fillRect(rect(), look::hairline(palette()));
+    painter.fillRect(rect().adjusted(1, 1, -1, -1),
+                     look::fillColor(palette(), look::Fill::Surface));
 }
 
 void MessageBox::showEvent(QShowEvent *event) {

@@ -34,6 +34,7 @@ class MessageBox final : public QDialog {
 
  protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
  private:

@@ -18,6 +18,13 @@ double unitOf(const QStyleOption &option) {
     return option.fontMetrics.height() / 2.0;
 }
 
+/// Not every desktop gives a menu a shadow, so its lines are stronger than those of a panel.
+QColor lineColor(const QPalette &palette) {
+    QColor color = outline(palette);
+    color.setAlphaF(0.5F);
+    return color;
+}
+
 bool isSeparator(const QStyleOptionMenuItem &item) {
     return item.menuItemType == QStyleOptionMenuItem::Separator;
 }
@@ -44,7 +51,7 @@ void paintSeparator(QPainter &painter, const QStyleOptionMenuItem &item) {
     const int side = qRound(menuPadding * unitOf(item));
     painter.fillRect(
         QRect(item.rect.left() + side, item.rect.center().y(), item.rect.width() - 2 * side, 1),
-        hairline(item.palette));
+        lineColor(item.palette));
 }
 
 }  // namespace
@@ -118,7 +125,7 @@ void paintMenuItem(QPainter &painter, const QStyleOptionMenuItem &item) {
 void paintMenuPanel(QPainter &painter, const QStyleOption &menu) {
     painter.fillRect(menu.rect, fillColor(menu.palette, Fill::Surface));
     painter.save();
-    painter.setPen(hairline(menu.palette));
+    painter.setPen(lineColor(menu.palette));
     painter.drawRect(menu.rect.adjusted(0, 0, -1, -1));
     painter.restore();
 }

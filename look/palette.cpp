@@ -12,6 +12,8 @@ namespace {
 // Contrasts, from 1 to 21.
 constexpr double readable = 4.5;
 constexpr double visible = 3;
+/// Enough for thin lines; more would make them louder than the text.
+constexpr double outlined = 3.3;
 /// The opacity is rounded when it is drawn.
 constexpr double readableAtHalfOpacity = 3.1;
 /// The band says nothing by itself, and every window leaves it as much.
@@ -172,9 +174,10 @@ Colors::Colors(const Given &given)
     };
     text = moved(given.text, given.strongest, has(given.wanted));
     secondaryText = moved(tint(given.window, given.text, 0.76F), text, has(given.wanted));
-    outline = moved(tint(given.window, given.text, 0.6F), given.strongest, has(visible));
-    hairline = contrast(given.text, given.window) >= high ? outline
-                                                          : tint(given.window, given.text, 0.16F);
+    const bool isHigh = contrast(given.text, given.window) >= high;
+    hairline = tint(given.window, given.text, isHigh ? 0.6F : 0.16F);
+    outline = moved(hairline, given.strongest, has(outlined));
+    hairline = isHigh ? outline : hairline;
 
     const QColor fadedGround = fadedGroundOf(given);
     faded = fadedGround == given.window ? QColor(Qt::transparent) : fadedGround;

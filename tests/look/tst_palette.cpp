@@ -94,11 +94,11 @@ class tst_palette final : public QObject {
         QTest::addColumn<QByteArray>("expected");
         QTest::newRow("light") << QApplication::palette()
                                << QByteArray(
-                                      "#3a55c4 #ffffff #000000 #393939 #000000 #606060 #c9c9c9"
+                                      "#3a55c4 #ffffff #000000 #393939 #000000 #7b7b7b #c9c9c9"
                                       " #ffffff #edf0fa #e7ebf8 #dfe4f6 #4c64c9 #2b3563");
         QTest::newRow("dark") << drawing::darkPalette()
                               << QByteArray(
-                                     "#9db2ff #121833 #ececee #bebec1 #ececee #a0a0a3 #4c4c50"
+                                     "#9db2ff #121833 #ececee #bebec1 #ececee #a2a3a5 #4c4c50"
                                      " #38393d #42444f #454855 #494d5c #90a4ed #415096");
     }
 
