@@ -145,6 +145,31 @@ class tst_textlabel final : public QObject {
         QVERIFY(roomAround(Qt::AlignLeft | Qt::AlignTop).top() <= slack);
     }
 
+    void balancedLinesAreAboutEquallyLong() {
+        TextLabel label;
+        label.setWordWrap(true);
+        label.setCharacters(30);
+        label.setStringValue(u"So many words that two more do not fit on it"_s);
+        const int usual = label.sizeHint().width();
+        const auto lines = [&] {
+            label.resize(label.sizeHint());
+            return optics::texts(label);
+        };
+        QCOMPARE(lines().size(), 2);
+        QVERIFY(lines().last().place.width() < lines().first().place.width() * 2 / 3);
+        label.setBalanced(true);
+        QCOMPARE(lines().size(), 2);
+        QVERIFY(lines().last().place.width() > lines().first().place.width() * 2 / 3);
+        QVERIFY(label.sizeHint().width() < usual);
+
+        // They stay so in a wider label, and in its middle.
+        label.setAlignment(Qt::AlignHCenter);
+        label.resize(2 * usual, label.height());
+        const QList<optics::Text> wide = optics::texts(label);
+        QCOMPARE(wide.size(), 1);
+        QVERIFY(qAbs(wide.first().place.center().x() - label.width()) <= 2);
+    }
+
     void textStandsOffTheEndsOfItsBand() {
         TextLabel label;
         label.setStringValue(u"the right answer"_s);

@@ -1,12 +1,9 @@
 #include <algorithm>
 
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
 #include <QTest>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "look/palette.h"
@@ -181,53 +178,6 @@ class tst_style final : public QObject {
         QVERIFY2(drawing::pixels(option, onAccent()) > 0, "there is no dot inside");
         option.setChecked(false);
         QCOMPARE(drawing::pixels(option, accent()), 0);
-    }
-
-    void chosenMenuItemIsFilledWithTheAccent() {
-        QMenu menu;
-        QAction *item = menu.addAction(u"Terminology"_s);
-        menu.addAction(u"Variables"_s);
-        menu.popup(QPoint());
-        QVERIFY(QTest::qWaitForWindowExposed(&menu));
-        QCOMPARE(drawing::pixels(menu, accent()), 0);
-        menu.setActiveAction(item);
-        const QRect place = menu.actionGeometry(item);
-        QVERIFY(drawing::pixels(menu, accent()) > place.width() * place.height() / 2);
-        QVERIFY(drawing::pixels(menu, onAccent()) > 0);
-    }
-
-    void chosenMenuIsSetOff() {
-        QMenuBar bar;
-        QAction *quizzes = bar.addAction(u"Quizzes"_s);
-        QAction *help = bar.addAction(u"Help"_s);
-        bar.resize(bar.sizeHint().expandedTo({300, 0}));
-        bar.show();
-        const QImage usual = bar.grab().toImage();
-        bar.setActiveAction(quizzes);
-        const QImage chosen = bar.grab().toImage();
-        const auto isSetOff = [&](QAction *item) {
-            // A spot above its text.
-            const QRect place = bar.actionGeometry(item);
-            const QPoint spot(place.center().x(), place.top() + 2);
-            return chosen.pixel(spot) != usual.pixel(spot);
-        };
-        QVERIFY(isSetOff(quizzes));
-        QVERIFY(!isSetOff(help));
-    }
-
-    void menuBarWithoutRoomShowsThatThereIsMore() {
-        QMenuBar bar;
-        for (const QString &title : {u"Zorvan"_s, u"Quizzes"_s, u"Window"_s, u"Help"_s}) {
-            bar.addMenu(title);
-        }
-        bar.resize(bar.sizeHint().width() / 2, bar.sizeHint().height());
-        bar.show();
-        const auto buttons = bar.findChildren<QToolButton *>();
-        const auto rest = std::ranges::find_if(buttons, &QToolButton::isVisible);
-        QVERIFY(rest != buttons.end());
-        const QImage with = optics::picture(bar).pixels;
-        const QImage without = optics::picture(bar, {.control = *rest}).pixels;
-        QVERIFY(optics::shapeContrast(with, without) >= 3);
     }
 
     void sizesAreKnownWithoutAControl() {
