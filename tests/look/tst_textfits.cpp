@@ -31,8 +31,7 @@ class tst_textfits final : public ProgramTest {
         QFont font = QApplication::font();
         // As large in any font.
         constexpr double lineHeight = 14;
-        const double points =
-            font.pointSizeF() * lineHeight / QFontMetricsF(font).height();
+        const double points = font.pointSizeF() * lineHeight / QFontMetricsF(font).height();
         font.setPointSizeF(points * textSize);
         QApplication::setFont(font);
         if (!styleSheet.isEmpty()) {
