@@ -24,6 +24,12 @@ packages_try_package=("${packages_package[@]}" lintian debootstrap)
 # To try the program on real desktops.
 packages_desktops=(metacity xfwm4 kwin-x11 kwin-wayland kwin-style-breeze mutter sway faketime gir1.2-gtk-3.0)
 
+# For the picture of the program on a desktop, with what that desktop looks like.
+packages_picture=(
+    "${packages_run[@]}" "${packages_tour[@]}"
+    kwin-x11 kwin-style-breeze kde-style-breeze fonts-cantarell gir1.2-gtk-3.0 optipng
+)
+
 # To build and run the tests; Qt's test library comes with qt6-base-dev.
 packages_test=("${packages_run[@]}" fonts-cantarell)
 packages_test_all=("${packages_test[@]}")
