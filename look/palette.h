@@ -27,9 +27,9 @@ QColor hairline(const QPalette &palette);
 /// How opaque a disabled control is.
 inline constexpr double disabledOpacity = 0.5;
 
-/// What a panel is filled with: Window on a panel within a panel. Band is dark, for white text. Faded
-/// is behind what is drawn at half opacity: it is transparent, except on a window on which no such
-/// text could be read.
+/// What a panel is filled with: Window on a panel within a panel. Band is dark, for white text.
+/// Faded is behind what is drawn at half opacity: it is transparent, except on a window on which no
+/// such text could be read.
 enum class Fill {
     None,
     Window,

@@ -11,6 +11,9 @@ int main(int argc, char **argv) {
     installResources();
     fillControllerTable();
     platform::provideRuntimeFolder();
+    // GTK, from which Qt takes the settings of some desktops, would show screen readers a second,
+    // empty program.
+    qputenv("NO_AT_BRIDGE", "1");
     platform::Application application(argc, argv);
     AppDelegate delegate;
     application.loadMainLayout(delegate);

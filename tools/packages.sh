@@ -36,6 +36,7 @@ packages_test_all=("${packages_test[@]}")
 if [ "$(uname -s)" = Linux ]; then
     packages_test+=("${packages_tour[@]}" python3-pytest)
     packages_test_all=("${packages_test[@]}" "${packages_measure[@]}" weston qt6-wayland orca qt6ct
+        qt6-gtk-platformtheme
         desktop-file-utils appstream man-db binutils-mingw-w64-x86-64 "${packages_desktops[@]}")
 fi
 

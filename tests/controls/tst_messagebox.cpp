@@ -128,6 +128,18 @@ class tst_messagebox final : public QObject {
         QCOMPARE(box.size(), box.sizeHint());
     }
 
+    void boxHasAnEdge() {
+        MessageBox box(u"Message"_s, {}, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        box.show();
+        const QImage picture = box.grab().toImage();
+        const QPoint last = picture.rect().bottomRight();
+        for (const QPoint &edge : {QPoint(last.x() / 2, 0), QPoint(last.x() / 2, last.y()),
+                                   QPoint(0, last.y() / 2), QPoint(last.x(), last.y() / 2)}) {
+            QVERIFY(picture.pixel(edge) != picture.pixel(2, 2));
+        }
+    }
+
     void messageCanBeCopied() {
         MessageBox box(u"<b>Message</b>"_s, {}, nullptr);
         box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);

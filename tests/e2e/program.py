@@ -209,12 +209,17 @@ class Program:
         self.wait_until(f"{file.name} is painted", rests)
         before.unlink()
 
+    def applications(self):
+        """What the accessibility bus has of the program's process."""
+        return [
+            application
+            for application in children(self.display.session.programs)
+            if ask(application.get_process_id) == self._process.pid
+        ]
+
     def _application(self):
         """The program on the accessibility bus; None while it is not there."""
-        for application in children(self.display.session.programs):
-            if ask(application.get_process_id) == self._process.pid:
-                return application
-        return None
+        return next(iter(self.applications()), None)
 
 
 class ActionProgram(Program):
