@@ -44,7 +44,8 @@ class Icon final : public QLabel {
 }  // namespace
 
 MessageBox::MessageBox(const QString &text, const QString &informativeText, QWidget *parent)
-    : QDialog(parent),
+    : QDialog(parent, Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                          Qt::MSWindowsFixedSizeDialogHint),
       text_(new TextLabel),
       informativeText_(new TextLabel),
       buttonBox_(new QDialogButtonBox) {
