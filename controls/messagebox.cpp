@@ -1,5 +1,7 @@
 #include "controls/messagebox.h"
 
+#include <utility>
+
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -23,7 +25,7 @@ namespace {
 /// An icon in its own colours.
 class Icon final : public QLabel {
  public:
-    Icon(const QIcon &icon, QWidget *parent) : QLabel(parent), icon_(icon) {}
+    Icon(QIcon icon, QWidget *parent) : QLabel(parent), icon_(std::move(icon)) {}
 
     QSize sizeHint() const override {
         const int side = qRound(look::messageIconSize * look::unit(*this));

@@ -1,8 +1,6 @@
 #include "controls/textlabel.h"
 
-#include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 #include <QPainter>
@@ -128,10 +126,13 @@ int TextLabel::keptHeight() const {
 
 int TextLabel::balancedWidth(int widest) const {
     const int height = textSize(widest).height();
-    const auto widths = std::views::iota(1, widest);
-    const auto least = std::ranges::partition_point(
-        widths, [&](int width) { return textSize(width).height() > height; });
-    return least == widths.end() ? widest : *least;
+    int tooNarrow = 0;
+    int wideEnough = widest;
+    while (wideEnough - tooNarrow > 1) {
+        const int middle = (tooNarrow + wideEnough) / 2;
+        (textSize(middle).height() > height ? tooNarrow : wideEnough) = middle;
+    }
+    return wideEnough;
 }
 
 QSize TextLabel::sizeHint() const {

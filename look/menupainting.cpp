@@ -14,10 +14,6 @@ namespace {
 constexpr int textFlags =
     Qt::AlignVCenter | Qt::TextShowMnemonic | Qt::TextDontClip | Qt::TextSingleLine;
 
-double unitOf(const QStyleOption &option) {
-    return option.fontMetrics.height() / 2.0;
-}
-
 /// Not every desktop gives a menu a shadow, so its lines are stronger than those of a panel.
 QColor lineColor(const QPalette &palette) {
     QColor color = outline(palette);
@@ -39,16 +35,16 @@ double markColumn(const QStyleOptionMenuItem &item) {
 }
 
 void paintHighlight(QPainter &painter, const QStyleOption &option, const QRectF &rect, Fill fill) {
-    paintPanel(painter, option.palette,
-               {.rect = rect,
-                .unit = unitOf(option),
-                .radius = controlRadius,
-                .fill = fill,
-                .border = Border::None});
+    const Panel highlight{.rect = rect,
+                          .unit = look::unit(option),
+                          .radius = controlRadius,
+                          .fill = fill,
+                          .border = Border::None};
+    paintPanel(painter, option.palette, highlight);
 }
 
 void paintSeparator(QPainter &painter, const QStyleOptionMenuItem &item) {
-    const int side = qRound(menuPadding * unitOf(item));
+    const int side = qRound(menuPadding * look::unit(item));
     painter.fillRect(
         QRect(item.rect.left() + side, item.rect.center().y(), item.rect.width() - 2 * side, 1),
         lineColor(item.palette));
@@ -66,12 +62,12 @@ void paintMenuBarItem(QPainter &painter, const QStyleOptionMenuItem &item) {
 }
 
 QSize menuBarItemSize(const QStyleOption &item, const QSize &text) {
-    const double unit = unitOf(item);
+    const double unit = look::unit(item);
     return {text.width() + qRound(2 * menuBarPadding * unit), qRound(menuBarItemHeight * unit)};
 }
 
 QSize menuItemSize(const QStyleOptionMenuItem &item, const QSize &text) {
-    const double unit = unitOf(item);
+    const double unit = look::unit(item);
     if (isSeparator(item)) {
         // Qt leaves out an item without a width.
         return {1, qRound(menuSeparatorHeight * unit)};
@@ -86,7 +82,7 @@ void paintMenuItem(QPainter &painter, const QStyleOptionMenuItem &item) {
         paintSeparator(painter, item);
         return;
     }
-    const double unit = unitOf(item);
+    const double unit = look::unit(item);
     const bool enabled = item.state.testFlag(QStyle::State_Enabled);
     const bool selected = enabled && item.state.testFlag(QStyle::State_Selected);
     const double inset = menuInset * unit;

@@ -2,12 +2,17 @@
 
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QStyleOption>
 #include <QWidget>
 
 namespace platform::look {
 
 double unit(const QWidget &widget) {
     return QFontMetricsF(widget.font()).height() / 2;
+}
+
+double unit(const QStyleOption &option) {
+    return option.fontMetrics.height() / 2.0;
 }
 
 double characterWidth(const QFont &font) {

@@ -1,15 +1,17 @@
 #pragma once
 
 class QFont;
+class QStyleOption;
 class QWidget;
 
 /// Every size in the look, in units derived from the font. docs/design-language.md gives the
 /// reasons.
 namespace platform::look {
 
-/// The unit of all sizes in pixels, for `widget`'s font: half the height of a line, so eight pixels
-/// if a line has sixteen.
+/// The unit of all sizes in pixels, for the font of a widget or of what is drawn: half the height
+/// of a line, so eight pixels if a line has sixteen.
 double unit(const QWidget &widget);
+double unit(const QStyleOption &option);
 
 /// The nominal width of a character in pixels, in which widths of texts are counted. It depends
 /// only on the size of the font, because the average width that a font states is not reliable.

@@ -14,18 +14,14 @@ namespace platform::look {
 
 namespace {
 
-double unitOf(const QStyleOption &option) {
-    return option.fontMetrics.height() / 2.0;
-}
-
 /// Between the border of a row and its content.
 int padding(const QStyleOption &option) {
-    return qRound(unitOf(option));
+    return qRound(look::unit(option));
 }
 
 Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
     return {.rect = rect,
-            .unit = unitOf(option),
+            .unit = look::unit(option),
             .radius = controlRadius,
             .fill = Fill::None,
             .border = Border::None};

@@ -36,7 +36,7 @@ class DesktopStyle final : public QProxyStyle {
 
 QList<optics::Text> linesOf(MessageBox &box) {
     QList<optics::Text> lines = optics::texts(box);
-    lines.removeIf([&box](const optics::Text &line) { return line.text == u"OK"; });
+    lines.removeIf([](const optics::Text &line) { return line.text == u"OK"; });
     return lines;
 }
 

@@ -16,14 +16,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// An open menu.
-struct Shown {
+struct OpenMenu {
     QMenu menu;
     QAction *terminology = menu.addAction(u"Terminology"_s);
     QAction *syntax = menu.addAction(u"Syntax"_s);
     QAction *separator = menu.addSeparator();
     QAction *mainTest = menu.addAction(u"Main Test"_s);
 
-    Shown() {
+    OpenMenu() {
         terminology->setShortcut(Qt::CTRL | Qt::Key_1);
         syntax->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_6);
     }
@@ -83,7 +83,7 @@ class tst_menus final : public QObject {
     }
 
     void itemHasRoomAroundItsText() {
-        Shown shown;
+        OpenMenu shown;
         shown.open();
         const QRect text = shown.placeOf(u"Syntax"_s);
         const QRect item = shown.menu.actionGeometry(shown.syntax);
@@ -94,7 +94,7 @@ class tst_menus final : public QObject {
     }
 
     void shortcutsEndInOneLineOffTheTexts() {
-        Shown shown;
+        OpenMenu shown;
         shown.open();
         const QRect first = shown.placeOf(u"Ctrl+1"_s);
         const QRect second = shown.placeOf(u"Ctrl+Shift+6"_s);
@@ -105,7 +105,7 @@ class tst_menus final : public QObject {
     }
 
     void separatorAndBorderAreSeen() {
-        Shown shown;
+        OpenMenu shown;
         shown.open();
         const QImage picture = shown.picture();
         const QRect place = shown.menu.actionGeometry(shown.separator);
@@ -119,7 +119,7 @@ class tst_menus final : public QObject {
     }
 
     void itemThatIsCheckedHasATick() {
-        Shown shown;
+        OpenMenu shown;
         shown.syntax->setCheckable(true);
         const int line = shown.menu.fontMetrics().height();
         QVERIFY(shown.changed(*shown.syntax, [&] { shown.syntax->setChecked(true); }) > line);
@@ -128,7 +128,7 @@ class tst_menus final : public QObject {
     }
 
     void itemThatOpensAMenuSaysSo() {
-        Shown shown;
+        OpenMenu shown;
         QMenu more;
         more.addAction(u"Variables"_s);
         const int line = shown.menu.fontMetrics().height();
@@ -136,7 +136,7 @@ class tst_menus final : public QObject {
     }
 
     void itemThatCannotBeChosenIsFaint() {
-        Shown shown;
+        OpenMenu shown;
         shown.open();
         const QRect place = shown.menu.actionGeometry(shown.mainTest);
         const auto strongest = [&] {
@@ -159,7 +159,7 @@ class tst_menus final : public QObject {
     }
 
     void chosenMenuItemIsFilledWithTheAccent() {
-        Shown shown;
+        OpenMenu shown;
         shown.open();
         QMenu &menu = shown.menu;
         QAction *item = shown.terminology;
