@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 #include <QFrame>
+#include <QLabel>
 
 #include "controls/actionrow.h"
 #include "controls/imagelabel.h"
@@ -59,14 +60,20 @@ class AccessibleLevel final : public QAccessibleWidget, public QAccessibleValueI
     LevelIndicator &level_;
 };
 
+bool isPicture(const QLabel &label) {
+    return qobject_cast<const ImageLabel *>(&label) != nullptr ||
+           (qobject_cast<const TextLabel *>(&label) == nullptr && label.text().isEmpty() &&
+            !label.accessibleName().isEmpty());
+}
+
 }  // namespace
 
 QAccessibleInterface *describeControl(const QString &, QObject *object) {
     if (auto *section = qobject_cast<Section *>(object)) {
         return new QAccessibleWidget(section, QAccessible::Grouping);
     }
-    if (auto *image = qobject_cast<ImageLabel *>(object)) {
-        return new QAccessibleWidget(image, QAccessible::Graphic);
+    if (auto *label = qobject_cast<QLabel *>(object); label != nullptr && isPicture(*label)) {
+        return new QAccessibleWidget(label, QAccessible::Graphic);
     }
     if (auto *level = qobject_cast<LevelIndicator *>(object)) {
         return new AccessibleLevel(*level);

@@ -20,8 +20,7 @@ inline constexpr auto listsWindows = "listsWindows";
 /// "title", "heading", "question" or "caption"; without it, text is body text.
 inline constexpr auto textStyle = "textStyle";
 /// The margins and gaps of a widget's layout: "window", "flush", "section", "panel", "row", "step",
-/// "list", "edge", "page", "text", "foot", "dialog",
-/// "figures" or "levels"; without it, plain gaps.
+/// "list", "edge", "page", "text", "foot", "dialog", "figures" or "levels"; without it, plain gaps.
 inline constexpr auto spacing = "spacing";
 /// Whether a control keeps its space while it is hidden.
 inline constexpr auto keepsRoom = "keepsRoom";

@@ -1,6 +1,8 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QIcon>
+#include <QLabel>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QTest>
@@ -153,6 +155,13 @@ class tst_messagebox final : public QObject {
         MessageBox box(u"Message"_s, {}, nullptr);
         box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
         QCOMPARE(QAccessible::queryAccessibleInterface(&box)->role(), QAccessible::AlertMessage);
+        box.setIcon(QIcon(), u"Zorvan"_s);
+        QList<QAccessible::Role> roles;
+        for (QLabel *label : box.findChildren<QLabel *>()) {
+            roles << QAccessible::queryAccessibleInterface(label)->role();
+        }
+        QCOMPARE(roles.count(QAccessible::Graphic), 1);
+        QCOMPARE(roles.count(QAccessible::StaticText), 2);
     }
 };
 
