@@ -9,6 +9,7 @@
 
 #include "controls/messagebox.h"
 #include "look/polish.h"
+#include "support/desk.h"
 #include "support/optics.h"
 #include "support/testmain.h"
 
@@ -114,6 +115,25 @@ class tst_messagebox final : public QObject {
         QVERIFY(drawn[0].font.pointSizeF() > 1.3 * drawn[1].font.pointSizeF());
         QVERIFY(drawn[0].place.bottom() < drawn[1].place.top());
         QCOMPARE(drawn[0].place.left(), drawn[1].place.left());
+    }
+
+    void textsStandTogetherAndOffTheIcon() {
+        MessageBox box(u"Message"_s, u"Explanation"_s, nullptr);
+        box.addButton(u"OK"_s, QDialogButtonBox::AcceptRole, 1);
+        box.setIcon(QIcon(), u"Zorvan"_s);
+        platform::look::polish(box);
+        box.show();
+        const auto place = [&box](int label) {
+            return desk::placeIn(box, *box.findChildren<QLabel *>().at(label));
+        };
+        const QRect message = place(0);
+        const QRect explanation = place(1);
+        const QRect icon = place(2);
+        const int line = box.fontMetrics().height();
+        QVERIFY(message.left() - icon.right() > line);
+        QVERIFY(explanation.top() - message.bottom() >= line / 3);
+        QVERIFY(explanation.top() - message.bottom() < line);
+        QVERIFY(icon.top() <= message.top());
     }
 
     void boxIsAsLargeAsItsContent() {
