@@ -136,6 +136,10 @@ class tst_focus final : public QObject {
         const drawing::Paints paints(desk.push);
         keyboard::use(desk.row.window);
         QVERIFY(QTest::qWaitFor([&] { return paints.count() == 1; }));
+        // But not with each further key.
+        keyboard::use(desk.row.window);
+        QCoreApplication::processEvents();
+        QCOMPARE(paints.count(), 1);
         QTest::mousePress(&desk.row.window, Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([&] { return paints.count() == 2; }));
     }

@@ -93,6 +93,20 @@ class tst_menus final : public QObject {
         QVERIFY(shown.menu.actionGeometry(shown.terminology).top() >= line / 6);
     }
 
+    void titlesStandApart() {
+        QMenuBar bar;
+        bar.addMenu(u"Quizzes"_s);
+        bar.addMenu(u"Window"_s);
+        bar.resize(bar.sizeHint());
+        bar.show();
+        const QList<optics::Text> titles = optics::texts(bar);
+        QCOMPARE(titles.size(), 2);
+        const int line = bar.fontMetrics().height();
+        const int gap = titles.last().place.left() - titles.first().place.right();
+        QVERIFY(gap > line / 2 * optics::ratio && gap < 2 * line * optics::ratio);
+        QVERIFY(bar.height() >= 1.5 * line);
+    }
+
     void shortcutsEndInOneLineOffTheTexts() {
         OpenMenu shown;
         shown.open();
