@@ -8,6 +8,10 @@ namespace platform::look {
 
 namespace {
 
+/// The application's property. Qt's own attribute for this changes with each move of the focus, in
+/// a way that differs from one version to the next.
+constexpr auto isShown = "focusIsShown";
+
 /// Whether the key does nothing by itself: it may belong to the desktop, or to a click.
 bool isModifier(const QKeyEvent &press) {
     switch (press.key()) {
@@ -29,10 +33,10 @@ bool isModifier(const QKeyEvent &press) {
 }  // namespace
 
 bool showsFocus(const QWidget &widget) {
-    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+    return widget.hasFocus() && qApp->property(isShown).toBool();
 }
 
-bool FocusVisibility::eventFilter(QObject *watched, QEvent *event) {
+bool FocusVisibility::eventFilter(QObject *, QEvent *event) {
     switch (event->type()) {
         // A key that triggers a shortcut is not seen as pressed.
         case QEvent::ShortcutOverride:
@@ -46,12 +50,6 @@ bool FocusVisibility::eventFilter(QObject *watched, QEvent *event) {
         case QEvent::TouchBegin:
             setShown(false);
             break;
-        case QEvent::Show:
-            if (auto *widget = qobject_cast<QWidget *>(watched);
-                widget != nullptr && widget->isWindow()) {
-                widget->setAttribute(Qt::WA_KeyboardFocusChange, shown_);
-            }
-            break;
         default:
             break;
     }
@@ -59,12 +57,11 @@ bool FocusVisibility::eventFilter(QObject *watched, QEvent *event) {
 }
 
 void FocusVisibility::setShown(bool shown) {
-    if (shown_ == shown) {
+    if (qApp->property(isShown).toBool() == shown) {
         return;
     }
-    shown_ = shown;
+    qApp->setProperty(isShown, shown);
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        window->setAttribute(Qt::WA_KeyboardFocusChange, shown);
         window->update();
     }
 }

@@ -10,8 +10,8 @@ namespace platform::look {
 bool showsFocus(const QWidget &widget);
 
 /// Has windows show the focus from the moment a key is pressed until something is pressed with a
-/// pointer: whoever uses the mouse takes a ring for a choice. It sets Qt::WA_KeyboardFocusChange,
-/// which Qt passes on to styles. To be installed as the application's event filter.
+/// pointer: whoever uses the mouse takes a ring for a choice. To be installed as the application's
+/// event filter.
 class FocusVisibility final : public QObject {
     Q_OBJECT
 
@@ -22,9 +22,7 @@ class FocusVisibility final : public QObject {
     bool eventFilter(QObject *watched, QEvent *event) override;
 
  private:
-    void setShown(bool shown);
-
-    bool shown_ = false;
+    static void setShown(bool shown);
 };
 
 }  // namespace platform::look

@@ -5,6 +5,7 @@
 #include <QStyleOption>
 #include <QWidget>
 
+#include "look/focus.h"
 #include "look/menupainting.h"
 #include "look/metrics.h"
 #include "look/painting.h"
@@ -27,10 +28,6 @@ Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
             .border = Border::None};
 }
 
-bool showsFocus(const QStyleOption &option) {
-    return option.state.testFlags(QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange);
-}
-
 bool isDefault(const QStyleOptionButton &button) {
     return button.features.testFlag(QStyleOptionButton::DefaultButton);
 }
@@ -41,11 +38,10 @@ void drawFocus(const QStyleOption &option, QPainter &painter) {
     paintPanel(painter, option.palette, ring);
 }
 
-void drawPushButton(const QStyleOptionButton &button, QPainter &painter) {
+void drawPushButton(const QStyleOptionButton &button, QPainter &painter, bool focused) {
     Panel panel = controlPanel(button, button.rect);
     const bool pressed = button.state.testFlag(QStyle::State_Sunken);
     const bool hovered = button.state.testFlag(QStyle::State_MouseOver);
-    const bool focused = showsFocus(button);
     if (isDefault(button)) {
         panel.fill = pressed || hovered ? Fill::HoveredAccent : Fill::Accent;
         if (focused) {
@@ -95,7 +91,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
                         const QWidget *widget) const {
     if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
         if (element == CE_PushButtonBevel) {
-            drawPushButton(*button, *painter);
+            drawPushButton(*button, *painter, widget != nullptr && showsFocus(*widget));
             return;
         }
         if (element == CE_PushButtonLabel) {
@@ -144,7 +140,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     part.rect = subElementRect(SE_RadioButtonContents, button, widget);
     part.palette.setColor(QPalette::WindowText, text(part.palette));
     drawControl(CE_RadioButtonLabel, &part, &painter, widget);
-    if (showsFocus(*button)) {
+    if (widget != nullptr && showsFocus(*widget)) {
         drawFocus(*button, painter);
     }
 }
@@ -163,7 +159,8 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
         drawRadioIndicator(*option, *painter);
     } else if (element != PE_FrameFocusRect) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-    } else if (qobject_cast<const QPushButton *>(widget) == nullptr) {
+    } else if (widget != nullptr && showsFocus(*widget) &&
+               qobject_cast<const QPushButton *>(widget) == nullptr) {
         drawFocus(*option, *painter);
     }
 }
