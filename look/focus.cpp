@@ -57,7 +57,7 @@ bool FocusVisibility::eventFilter(QObject *, QEvent *event) {
 }
 
 void FocusVisibility::setShown(bool shown) {
-    if (qApp->property(isShown).toBool() == shown) {
+    if (const bool before = qApp->property(isShown).toBool(); before == shown) {
         return;
     }
     qApp->setProperty(isShown, shown);
