@@ -162,7 +162,7 @@ void ActionRow::paintEvent(QPaintEvent *) {
     } else if (isHovered()) {
         fill = state_ == RowState::Next ? look::Fill::Pressed : look::Fill::Hovered;
     }
-    if (look::showsFocus(*button_)) {
+    if (look::showsFocus(button_)) {
         border = look::Border::Focus;
     }
     QPainter painter(this);

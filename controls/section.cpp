@@ -91,7 +91,7 @@ void Section::scrollIntoView() {
 }
 
 void Section::paintEvent(QPaintEvent *) {
-    const bool focus = look::showsFocus(*this);
+    const bool focus = look::showsFocus(this);
     if (panel_ || focus) {
         QPainter painter(this);
         look::paintPanel(painter, palette(),

@@ -32,8 +32,8 @@ bool isModifier(const QKeyEvent &press) {
 
 }  // namespace
 
-bool showsFocus(const QWidget &widget) {
-    return widget.hasFocus() && qApp->property(isShown).toBool();
+bool showsFocus(const QWidget *widget) {
+    return widget != nullptr && widget->hasFocus() && qApp->property(isShown).toBool();
 }
 
 bool FocusVisibility::eventFilter(QObject *, QEvent *event) {
@@ -57,7 +57,8 @@ bool FocusVisibility::eventFilter(QObject *, QEvent *event) {
 }
 
 void FocusVisibility::setShown(bool shown) {
-    if (const bool before = qApp->property(isShown).toBool(); before == shown) {
+    const bool before = qApp->property(isShown).toBool();
+    if (before == shown) {
         return;
     }
     qApp->setProperty(isShown, shown);

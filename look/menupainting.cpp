@@ -35,11 +35,8 @@ double markColumn(const QStyleOptionMenuItem &item) {
 }
 
 void paintHighlight(QPainter &painter, const QStyleOption &option, const QRectF &rect, Fill fill) {
-    const Panel highlight{.rect = rect,
-                          .unit = look::unit(option),
-                          .radius = controlRadius,
-                          .fill = fill,
-                          .border = Border::None};
+    Panel highlight = controlPanel(option, rect);
+    highlight.fill = fill;
     paintPanel(painter, option.palette, highlight);
 }
 

@@ -66,6 +66,14 @@ void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel) 
     painter.restore();
 }
 
+Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
+    return {.rect = rect,
+            .unit = look::unit(option),
+            .radius = controlRadius,
+            .fill = Fill::None,
+            .border = Border::None};
+}
+
 void paintGlyph(QPainter &painter, const QRectF &square, double unit, Glyph glyph,
                 const QColor &color) {
     const auto at = [&](double x, double y) {

@@ -6,6 +6,7 @@
 #include "look/palette.h"
 
 class QPainter;
+class QStyleOption;
 
 namespace platform::look {
 
@@ -23,6 +24,9 @@ struct Panel {
     Border border = Border::Hairline;
 };
 void paintPanel(QPainter &painter, const QPalette &palette, const Panel &panel);
+
+/// The panel of a control, without a fill and a border. `rect` is in pixels.
+Panel controlPanel(const QStyleOption &option, const QRectF &rect);
 
 /// Glyphs are told apart by shape, and are drawn within a square.
 enum class Glyph { Tick, Cross, Chevron };

@@ -20,14 +20,6 @@ int padding(const QStyleOption &option) {
     return qRound(look::unit(option));
 }
 
-Panel controlPanel(const QStyleOption &option, const QRectF &rect) {
-    return {.rect = rect,
-            .unit = look::unit(option),
-            .radius = controlRadius,
-            .fill = Fill::None,
-            .border = Border::None};
-}
-
 bool isDefault(const QStyleOptionButton &button) {
     return button.features.testFlag(QStyleOptionButton::DefaultButton);
 }
@@ -91,7 +83,7 @@ void Style::drawControl(ControlElement element, const QStyleOption *option, QPai
                         const QWidget *widget) const {
     if (const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option)) {
         if (element == CE_PushButtonBevel) {
-            drawPushButton(*button, *painter, widget != nullptr && showsFocus(*widget));
+            drawPushButton(*button, *painter, showsFocus(widget));
             return;
         }
         if (element == CE_PushButtonLabel) {
@@ -140,7 +132,7 @@ void Style::drawRadioButton(const QStyleOption &option, QPainter &painter,
     part.rect = subElementRect(SE_RadioButtonContents, button, widget);
     part.palette.setColor(QPalette::WindowText, text(part.palette));
     drawControl(CE_RadioButtonLabel, &part, &painter, widget);
-    if (widget != nullptr && showsFocus(*widget)) {
+    if (showsFocus(widget)) {
         drawFocus(*button, painter);
     }
 }
@@ -159,8 +151,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption *option, 
         drawRadioIndicator(*option, *painter);
     } else if (element != PE_FrameFocusRect) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-    } else if (widget != nullptr && showsFocus(*widget) &&
-               qobject_cast<const QPushButton *>(widget) == nullptr) {
+    } else if (showsFocus(widget) && qobject_cast<const QPushButton *>(widget) == nullptr) {
         drawFocus(*option, *painter);
     }
 }

@@ -123,7 +123,7 @@ class tst_palette final : public QObject {
         QCOMPARE(fillColor(palette, Fill::Faded).alpha(), 0);
     }
 
-    void everythingIsReadable_data() { addAllPalettes(); }
+    void everythingIsReadable_data() { palettes::addAll(); }
 
     void everythingIsReadable() {
         QFETCH(const QPalette, palette);
@@ -150,7 +150,7 @@ class tst_palette final : public QObject {
         }
     }
 
-    void accentIsBlue_data() { addAllPalettes(); }
+    void accentIsBlue_data() { palettes::addAll(); }
 
     void accentIsBlue() {
         QFETCH(const QPalette, palette);
@@ -204,7 +204,7 @@ class tst_palette final : public QObject {
     }
 
     void everyStateHasMoreOfTheAccent_data() {
-        addAllPalettes();
+        palettes::addAll();
         // Text would be readable on rows in the window's own colour, but not on lighter ones.
         QTest::newRow("white on grey") << desktop(0x585858, Qt::white, Qt::white);
     }
@@ -228,7 +228,7 @@ class tst_palette final : public QObject {
     }
 
     void hairlineIsSeenOnlyWhenLookedForOrWithHighContrast_data() {
-        addAllPalettes();
+        palettes::addAll();
         QTest::newRow("black on nearly white") << desktop(0xf8f8f8, Qt::black, Qt::white);
     }
 
@@ -243,7 +243,7 @@ class tst_palette final : public QObject {
         }
     }
 
-    void textIsThePalettesOwnWhereItIsReadable_data() { addAllPalettes(); }
+    void textIsThePalettesOwnWhereItIsReadable_data() { palettes::addAll(); }
 
     void textIsThePalettesOwnWhereItIsReadable() {
         QFETCH(const QPalette, palette);
@@ -302,14 +302,6 @@ class tst_palette final : public QObject {
         QCOMPARE(platform::look::text(palette), QColor(Qt::white));
         palette.setColor(QPalette::WindowText, 0xeeeeee);
         QCOMPARE(platform::look::text(palette), QColor(0xeeeeee));
-    }
-
- private:
-    static void addAllPalettes() {
-        QTest::addColumn<QPalette>("palette");
-        for (const auto &[name, palette] : palettes::all()) {
-            QTest::newRow(name) << palette;
-        }
     }
 };
 

@@ -81,12 +81,7 @@ class tst_style final : public QObject {
     Q_OBJECT
 
  private Q_SLOTS:
-    void initTestCase_data() {
-        QTest::addColumn<QPalette>("palette");
-        for (const auto &[name, palette] : palettes::all()) {
-            QTest::newRow(name) << palette;
-        }
-    }
+    void initTestCase_data() { palettes::addAll(); }
 
     void init() {
         QFETCH_GLOBAL(const QPalette, palette);

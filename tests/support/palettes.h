@@ -82,4 +82,12 @@ inline QList<Named> all() {
             {"yellow", yellow()}};
 }
 
+/// Adds a column `palette` with a row for each of them.
+inline void addAll() {
+    QTest::addColumn<QPalette>("palette");
+    for (const auto &[name, palette] : all()) {
+        QTest::newRow(name) << palette;
+    }
+}
+
 }  // namespace palettes
