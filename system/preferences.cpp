@@ -1,5 +1,6 @@
 #include "system/preferences.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "system/exception.h"
@@ -7,6 +8,7 @@
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 #include <QStandardPaths>
+#include <QVariantMap>
 
 #include "system/settingsfile.h"
 #else
@@ -18,6 +20,8 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
+
+using Entries = QList<std::pair<QString, QString>>;
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
 
@@ -34,7 +38,11 @@ std::optional<QString> read(const QString &path, const QString &key) {
     return settingsfile::value(path, key);
 }
 
-void write(const QString &path, const QVariantMap &values) {
+void write(const QString &path, const Entries &entries) {
+    QVariantMap values;
+    for (const auto &[key, value] : entries) {
+        values.insert(key, value);
+    }
     if (const auto aside = settingsfile::write(path, values)) {
         log(u"Not all of the preferences in %1 could be carried over; the file as it was is kept "
             "as %2"_s.arg(path, *aside));
@@ -65,10 +73,10 @@ std::optional<QString> read(const QString &, const QString &key) {
     return settings.contains(key) ? std::optional(settings.value(key).toString()) : std::nullopt;
 }
 
-void write(const QString &, const QVariantMap &values) {
+void write(const QString &, const Entries &entries) {
     Settings settings;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        settings.setValue(value.key(), *value);
+    for (const auto &[key, value] : entries) {
+        settings.setValue(key, value);
     }
     settings.sync();
     if (settings.status() != QSettings::NoError) {
@@ -105,7 +113,9 @@ void Preferences::setValueForKey(const QString &value, const QString &key) {
     if (observer_) {
         observer_(value, key);
     }
-    unwritten_.insert(key, value);
+    // The last write of a key counts, and comes where it was asked for.
+    unwritten_.removeIf([&key](const auto &entry) { return entry.first == key; });
+    unwritten_.append({key, value});
     if (!inBatch_) {
         writeToDisk();
     }
@@ -126,9 +136,8 @@ void Preferences::writeToDisk() {
 }
 
 std::optional<QString> Preferences::valueForKey(const QString &key) {
-    const auto unwritten = unwritten_.constFind(key);
-    return unwritten == unwritten_.constEnd() ? read(path_, key)
-                                              : std::optional(unwritten->toString());
+    const auto unwritten = std::ranges::find(unwritten_, key, &std::pair<QString, QString>::first);
+    return unwritten == unwritten_.cend() ? read(path_, key) : std::optional(unwritten->second);
 }
 
 std::optional<QString> Preferences::objectForKey(const QString &key) {

@@ -2,9 +2,10 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
+#include <QList>
 #include <QString>
-#include <QVariantMap>
 
 namespace platform {
 
@@ -20,7 +21,8 @@ class Preferences final {
     static Preferences &standardUserDefaults();
 
     /// Makes one write of several: while a batch exists, values are only kept in memory, and when
-    /// it ends they are all on the disk. There can be one at a time.
+    /// it ends they are all on the disk. There can be one at a time. A kill meanwhile leaves all
+    /// or none of them there or, where the system keeps the preferences itself, the first ones.
     class Batch final {
      public:
         explicit Batch(Preferences &preferences);
@@ -49,8 +51,8 @@ class Preferences final {
     /// The file, or whatever the system calls the place.
     QString path_;
     Observer observer_;
-    /// Values that are not on the disk yet.
-    QVariantMap unwritten_;
+    /// Keys with values that are not on the disk yet, in the order of the writes.
+    QList<std::pair<QString, QString>> unwritten_;
     bool inBatch_ = false;
     bool reportedUnwritable_ = false;
 };
