@@ -14,4 +14,6 @@ if(APPLE)
 elseif(WIN32)
     enable_language(RC)
     target_sources(zorvan PRIVATE ${bundle_files}/zorvan.rc)
+    # Where Qt looks for it in any program.
+    qt_add_resources(zorvan qt_conf PREFIX /qt/etc BASE packaging/windows FILES packaging/windows/qt.conf)
 endif()

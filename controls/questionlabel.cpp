@@ -12,6 +12,10 @@ namespace platform {
 
 QFont QuestionLabel::codeFont() const {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+#ifdef Q_OS_WIN
+    // What Qt takes for the system's fixed font has thin lines, made for printers.
+    font.setFamilies(QStringList{u"Consolas"_s} + font.families());
+#endif
     if (!QFontInfo(font).fixedPitch()) {
         // The desktop names no fixed-width font.
         font.setFamily(u"monospace"_s);

@@ -19,6 +19,7 @@
 #include "windowing/keyrepeat.h"
 #include "windowing/layouts.h"
 #include "windowing/menus.h"
+#include "windowing/pckeynames.h"
 #include "windowing/programicon.h"
 
 using namespace Qt::StringLiterals;
@@ -40,7 +41,11 @@ Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     installEventFilter(new look::FocusVisibility(this));
     keyboardKeeper_.setSingleShot(true);
     connect(&keyboardKeeper_, &QTimer::timeout, this, &Application::activateAWindow);
-#ifndef Q_OS_MACOS
+#if defined(Q_OS_WIN)
+    // Windows' own style draws no dark windows.
+    setStyle(new look::Style(u"Fusion"_s));
+    installTranslator(new PcKeyNames(this));
+#elif !defined(Q_OS_MACOS)
     setStyle(new look::Style);
 #endif
 }
