@@ -21,10 +21,19 @@ if(MSVC)
     set(compiler_flags /guard:cf)
     set(linker_flags /guard:cf /DYNAMICBASE /NXCOMPAT)
 else()
-    # The two flags for control flow are for different kinds of processors.
-    set(compiler_flags -fstack-protector-strong -fstack-clash-protection
-        -fcf-protection -mbranch-protection=standard)
-    set(linker_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+    set(compiler_flags -fstack-protector-strong)
+    if(NOT WIN32)
+        # Windows has other means for these. The last two, for control flow, are for different kinds
+        # of processors.
+        list(APPEND compiler_flags -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+    endif()
+    # Some compilers keep the stack's guards in a library that the linker adds for this flag.
+    set(linker_flags -fstack-protector-strong)
+    if(WIN32)
+        list(APPEND linker_flags LINKER:--dynamicbase,--high-entropy-va LINKER:--nxcompat)
+    else()
+        list(APPEND linker_flags LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
+    endif()
 endif()
 foreach(flag ${compiler_flags})
     string(MAKE_C_IDENTIFIER "COMPILES_WITH_${flag}" works)
