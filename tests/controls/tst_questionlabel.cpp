@@ -20,11 +20,9 @@ class tst_questionlabel final : public QObject {
         label.resize(label.sizeHint());
         const QList<optics::Text> lines = optics::texts(label);
         QCOMPARE(lines.size(), 5);
-        const QString fixed =
-            QFontInfo(QFontDatabase::systemFont(QFontDatabase::FixedFont)).family();
-        QVERIFY(QFontInfo(lines.at(0).font).family() != fixed);
+        QVERIFY(!QFontInfo(lines.at(0).font).fixedPitch());
         for (const int line : {1, 2, 3, 4}) {
-            QCOMPARE(QFontInfo(lines.at(line).font).family(), fixed);
+            QVERIFY(QFontInfo(lines.at(line).font).fixedPitch());
             QVERIFY2(lines.at(line).whole, qPrintable(lines.at(line).text + u" is clipped"_s));
         }
         QCOMPARE(lines.at(2).text, u"    iiii();"_s);

@@ -16,6 +16,8 @@ class ShownBar final : public QScrollBar {
         setRange(0, 400);
         setPageStep(100);
         const int across = sizeHint().expandedTo({16, 16}).boundedTo({24, 24}).width();
+        // Some systems give a window with a frame a least width.
+        setWindowFlag(Qt::FramelessWindowHint);
         resize(isUpright() ? QSize(across, 500) : QSize(500, across));
         show();
     }

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include "content/shuffle.h"
 #include "monkey/livecontrollers.h"
@@ -71,9 +70,8 @@ inline void chooseScreen(bool small) {
     }
 }
 
-/// Does what the main function does before it creates the application, with a store of its own.
-inline void prepare(const QTemporaryDir &home) {
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+/// Does what the main function does before it creates the application.
+inline void prepare() {
     platform::provideRuntimeFolder();
     installResources();
     fillControllerTable();

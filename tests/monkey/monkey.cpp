@@ -1,19 +1,25 @@
 #include <QCommandLineParser>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 #include "monkey/walk.h"
+#include "support/qtvariables.h"
+#include "support/storehome.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Writes Qt's messages to standard error, where the walk finds them; only the one that the
-/// offscreen platform always writes is left out.
+/// Writes Qt's messages to standard error, where the walk finds them; only those are left out that
+/// the offscreen platform, or the one for Windows under Wine, always writes.
 void qtSays(QtMsgType type, const QMessageLogContext &, const QString &message) {
+    static const QRegularExpression alwaysWritten(
+        u"^(This plugin does not support |EnableNonClientDpiScaling|SetProcessDpiAwareness|"
+        "queryDarkBorder|QApplication::regClass: )"_s);
     if (type == QtFatalMsg) {
         std::fprintf(stdout, "%s\n", qUtf8Printable(message));
         std::fflush(stdout);
-    } else if (!message.startsWith(u"This plugin does not support ")) {
+    } else if (!message.contains(alwaysWritten)) {
         std::fprintf(stderr, "%s\n", qUtf8Printable(message));
     }
 }
@@ -21,6 +27,7 @@ void qtSays(QtMsgType type, const QMessageLogContext &, const QString &message) 
 }  // namespace
 
 int main(int argc, char **argv) {
+    qtvariables::take();
     const QCommandLineOption seedOption(u"seed"_s, u"Replays the walk of that number."_s, u"N"_s,
                                         QString::number(QRandomGenerator::global()->generate()));
     const QCommandLineOption stepsOption(u"steps"_s, u"How many steps to take."_s, u"N"_s,
@@ -37,8 +44,8 @@ int main(int argc, char **argv) {
 
     std::printf("monkey --seed %u --steps %d\n", seed, steps);
     std::fflush(stdout);
-    const QTemporaryDir home;
-    liveprogram::prepare(home);
+    const StoreHome home;
+    liveprogram::prepare();
     qInstallMessageHandler(qtSays);
 
     Walk walk(seed, steps, parser.isSet(verboseOption));

@@ -13,6 +13,7 @@
 #include "support/learner.h"
 #include "support/quizdesk.h"
 #include "support/standarderror.h"
+#include "support/storehome.h"
 
 using namespace Qt::StringLiterals;
 
@@ -229,8 +230,8 @@ int main(int argc, char **argv) {
     parser.addOptions({countOption, openOption});
     parser.process(liveprogram::arguments(argc, argv));
 
-    const QTemporaryDir home;
-    liveprogram::prepare(home);
+    const StoreHome home;
+    liveprogram::prepare();
     store::fill(store::seeded());
     liveprogram::chooseScreen(false);
     LiveProgram program(content::systemRandom);

@@ -4,13 +4,13 @@
 #include <QFontInfo>
 #include <QPixmap>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include "resources/resources.h"
 #include "shell/appdelegate.h"
 #include "shell/controllertable.h"
 #include "support/palettes.h"
 #include "support/states.h"
+#include "support/storehome.h"
 
 using namespace Qt::StringLiterals;
 
@@ -48,8 +48,7 @@ void takeAll(const QString &folder, const QString &theme) {
 /// if there is one, the text size in percent; the others the names of palettes, by default light
 /// and dark.
 int main(int argc, char **argv) {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    const StoreHome home;
     installResources();
     fillControllerTable();
     platform::Application application(argc, argv);

@@ -1,10 +1,10 @@
 #include <cstdio>
 #include <cstdlib>
-#include <unistd.h>
 
 #include <QCoreApplication>
 
 #include "support/store.h"
+#include "support/storehome.h"
 #include "system/preferences.h"
 
 using namespace Qt::StringLiterals;
@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 ///
 ///     recorder PASSES QUIZ...
 ///
-/// It fails if, after a pass, the file does not hold what was written under the quizzes' keys.
+/// It fails if, after a pass, the store does not hold what was written under the quizzes' keys.
 namespace {
 
 void say(const QByteArray &line) {
-    // Not buffered: no line may be lost when the process is killed.
-    if (::write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size())) !=
-        line.size()) {
+    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stdout);
+    // At once: no line may be lost when the process is killed.
+    if (std::fflush(stdout) != 0) {
         std::_Exit(2);
     }
 }
@@ -36,6 +36,7 @@ void write(const QString &value, const QString &key) {
 
 int main(int argc, char **argv) {
     const QCoreApplication application(argc, argv);
+    StoreHome::join();
     const QStringList arguments = QCoreApplication::arguments();
     const int passes = arguments.at(1).toInt();
     const QStringList quizzes = arguments.sliced(2);

@@ -45,7 +45,8 @@ class Recording final {
         // What follows the last line break is an incomplete line.
         for (const QByteArray &line : said_.first(said_.lastIndexOf('\n') + 1).split('\n')) {
             if (line.startsWith(word)) {
-                entries << line.sliced(word.size());
+                // Some systems end a line with another character before the line break.
+                entries << line.sliced(word.size()).trimmed();
             }
         }
         return entries;

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include <QStringList>
+#include <QTemporaryDir>
 
 /// Keeps what the process writes to the C library's `stderr` from the terminal while this object
 /// exists. A sanitizer's report still gets there.
@@ -21,10 +22,18 @@ class StandardError final {
     FILE *terminal() const { return terminal_; }
 
  private:
-    QStringList linesFrom(std::size_t start) const;
+    QStringList linesFrom(qsizetype start) const;
+    QByteArray written() const;
 
     FILE *terminal_ = stderr;
+#ifdef Q_OS_WIN
+    QString path() const;
+
+    const QTemporaryDir folder_;
+    FILE *file_;
+#else
     char *written_ = nullptr;
     std::size_t size_ = 0;
-    std::size_t taken_ = 0;
+#endif
+    qsizetype taken_ = 0;
 };

@@ -53,6 +53,7 @@ inline QString nameOf(const QWidget &widget) {
 }
 
 inline void settle(QWidget &window) {
+    pointer::putAside();
     window.activateWindow();
     if (!QTest::qWaitForWindowActive(&window)) {
         qFatal("%s does not become active", qUtf8Printable(window.objectName()));

@@ -6,23 +6,21 @@
 #include <QMap>
 #include <QString>
 
-/// The test's own view of the preferences file, read and written without the program's code.
+/// The test's own view of the preferences, read and written without the program's code.
 namespace store {
 
 using Contents = QMap<QString, QString>;
 
-/// Where the file is.
-QString path();
-/// What the file holds, key by key; empty if there is no file.
+/// What the store holds, key by key; empty if there is none.
 Contents contents();
 /// The text under `key`; nothing if it is absent.
 std::optional<QString> value(const QString &key);
 
-/// Replaces the file by one that holds exactly this.
+/// Makes the store hold exactly this.
 void fill(const Contents &contents);
 /// Adds or replaces one key.
 void set(const QString &key, const QString &value);
-/// Removes the file.
+/// Removes the store.
 void wipe();
 /// What a store holds after the first start.
 Contents seeded();

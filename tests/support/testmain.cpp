@@ -1,10 +1,11 @@
 #include "support/testmain.h"
 
 #include <QMap>
-#include <QTemporaryDir>
 
 #include "resources/resources.h"
 #include "shell/controllertable.h"
+#include "support/qtvariables.h"
+#include "support/storehome.h"
 #include "windowing/application.h"
 
 namespace {
@@ -22,8 +23,8 @@ bool testmain::add(const char *name, Run run) {
 }
 
 int main(int argc, char **argv) {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    qtvariables::take();
+    const StoreHome home;
     installResources();
     fillControllerTable();
     const platform::Application application(argc, argv);

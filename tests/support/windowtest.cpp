@@ -8,6 +8,7 @@
 #include "shell/controllertable.h"
 #include "shell/mainmenu.h"
 #include "support/learner.h"
+#include "support/pointer.h"
 #include "windowing/application.h"
 
 void WindowTest::init() {
@@ -15,6 +16,7 @@ void WindowTest::init() {
     store::forgetWrites();
     quizRun().random = [] { return 0U; };
     alerts_.emplace();
+    pointer::putAside();
 }
 
 void WindowTest::cleanup() {
