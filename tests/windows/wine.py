@@ -1,0 +1,80 @@
+"""Windows, as far as Wine is one, on a virtual display."""
+
+import os
+import re
+import subprocess
+from pathlib import Path
+
+from session import PATIENCE, Stuck
+
+WINE = "/usr/lib/wine/wine64"
+SERVER = "/usr/lib/wine/wineserver64"
+
+
+class Wine:
+    """A Windows of its own, in a `with` block, which ends what was started in it.
+
+    folder       its files; drive C is the folder drive_c in there
+    environment  for programs that are started in it
+    """
+
+    def __init__(self, display, folder):
+        self.display = display
+        self.folder = folder
+        self.environment = display.environment | {
+            "WINEPREFIX": str(folder),
+            # Its own messages off, and no offer to get what it lacks.
+            "WINEDEBUG": "-all",
+            "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe=",
+        }
+        self.environment.pop("QT_QPA_PLATFORM", None)
+
+    def __enter__(self):
+        self.run("wineboot", "--init")
+        # The oldest that Qt supports.
+        self.run("winecfg", "-v", "win10")
+        self.wait_for_end()
+        return self
+
+    def __exit__(self, *_):
+        self._serve("--kill")
+
+    def start(self, name, *command, **options):
+        """Starts a program, whose output goes into the session's log of that name."""
+        command = [str(part) for part in command]
+        return self.display.session.spawn(name, [WINE, *command], self.environment, **options)
+
+    def run(self, *command):
+        """What a program writes; raises Stuck if it fails."""
+        done = subprocess.run(
+            [WINE, *(str(part) for part in command)],
+            env=os.environ | self.environment,
+            stdin=subprocess.DEVNULL,
+            capture_output=True,
+            text=True,
+            errors="replace",
+            timeout=PATIENCE,
+        )
+        if done.returncode != 0:
+            raise Stuck(f"{command[0]} ended with {done.returncode}: {done.stdout}{done.stderr}")
+        return done.stdout
+
+    def wait_for_end(self):
+        """Waits until nothing runs any more; what was written to the registry is in files then."""
+        self._serve("--wait")
+
+    def path(self, windows_path):
+        """The file of that name, such as "C:\\users"."""
+        return Path(self.folder, "drive_c", *windows_path.split("\\")[1:])
+
+    def registry(self, key):
+        """The names in a key of the registry with their kinds and values; None if there is no such key."""
+        try:
+            lines = self.run("reg", "query", key).splitlines()
+        except Stuck:
+            return None
+        found = (re.fullmatch(r"    (.+?)    (REG_\w+)    ?(.*)", line) for line in lines)
+        return {match[1]: (match[2], match[3]) for match in found if match}
+
+    def _serve(self, option):
+        subprocess.run([SERVER, option], env=os.environ | self.environment, timeout=PATIENCE, check=False)
