@@ -1,6 +1,10 @@
 # What is installed, and where: the program, and the files by which a desktop knows it.
 include(GNUInstallDirs)
 
+if(WIN32)
+    # Windows looks for a program's libraries in its own folder.
+    set(CMAKE_INSTALL_BINDIR .)
+endif()
 install(TARGETS zorvan BUNDLE DESTINATION .)
 
 if(UNIX AND NOT APPLE)
@@ -24,4 +28,16 @@ if(UNIX AND NOT APPLE)
         DESTINATION ${icons}/scalable/apps RENAME ${ZORVAN_ID}.svg)
     install(FILES resources/artwork/zorvan-symbolic.svg
         DESTINATION ${icons}/symbolic/apps RENAME ${ZORVAN_ID}-symbolic.svg)
+elseif(MINGW AND CMAKE_CROSSCOMPILING)
+    install(CODE "
+        set(program $<TARGET_FILE:zorvan>)
+        set(plugin $<TARGET_FILE:Qt6::QWindowsIntegrationPlugin>)
+        set(qt_libraries $<TARGET_FILE_DIR:Qt6::Core>)
+        set(qt_sources ${PROJECT_SOURCE_DIR}/build-windows-qt/source)
+        set(compiler_libraries ${CMAKE_CXX_IMPLICIT_LINK_DIRECTORIES})
+        set(made ${PROJECT_BINARY_DIR}/packaging)
+        set(objdump ${CMAKE_OBJDUMP})
+        set(strip ${CMAKE_STRIP})")
+    install(SCRIPT packaging/windows/libraries.cmake)
+    install(SCRIPT packaging/windows/licences.cmake)
 endif()

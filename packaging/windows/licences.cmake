@@ -1,0 +1,61 @@
+# Installs the licences of the libraries, and a README that says which is whose. The files and packages are
+# those of the Debian that builds.
+
+# source_of(RESULT PACKAGE FIELDS): what the database of packages knows of the package's sources.
+function(source_of result package fields)
+    execute_process(COMMAND dpkg-query --show --showformat=${fields} ${package}
+        OUTPUT_VARIABLE source COMMAND_ERROR_IS_FATAL ANY)
+    set(${result} ${source} PARENT_SCOPE)
+endfunction()
+
+source_of(gcc_packaging gcc-mingw-w64-x86-64-posix-runtime [[${source:Package}/${source:Version}]])
+source_of(gcc gcc-mingw-w64-x86-64-posix-runtime [[${Built-Using}]])
+string(REGEX REPLACE "^(.+) \\(= (.+)\\)$" "\\1/\\2" gcc ${gcc})
+source_of(mingw mingw-w64-x86-64-dev [[${source:Package}/${source:Version}]])
+file(STRINGS ${qt_sources}/debian/changelog latest LIMIT_COUNT 1)
+string(REGEX REPLACE "^(.+) \\((.+)\\).*$" "\\1/\\2" qt ${latest})
+
+# The notices of what others gave to Qt. Each is noted in a file beside the code; one file may note several.
+set(line "------------------------------------------------------------------------")
+set(left_out "Android|ARM|macOS|Unix|Vulkan|WebAssembly|XCB|qjpeg")
+set(notices)
+file(GLOB_RECURSE files ${qt_sources}/src/qt_attribution.json)
+foreach(file ${files})
+    cmake_path(GET file PARENT_PATH folder)
+    file(READ ${file} notes)
+    string(JSON type TYPE "${notes}")
+    if(type STREQUAL OBJECT)
+        set(notes "[${notes}]")
+    endif()
+    string(JSON count LENGTH "${notes}")
+    math(EXPR last "${count} - 1")
+    foreach(index RANGE ${last})
+        foreach(field QDocModule Name QtUsage Copyright License LicenseFile)
+            # Not everything has all of them.
+            string(JSON ${field} ERROR_VARIABLE missing GET "${notes}" ${index} ${field})
+            if(missing)
+                set(${field})
+            endif()
+        endforeach()
+        if(NOT QDocModule MATCHES "^qt(core|gui|widgets)$" OR QtUsage MATCHES "${left_out}")
+            continue()
+        endif()
+        string(APPEND notices "${line}\n${Name}\n${QtUsage}\n\n${Copyright}\n\n${License}\n\n")
+        if(LicenseFile)
+            file(READ ${folder}/${LicenseFile} text)
+            string(APPEND notices "${text}\n")
+        endif()
+    endforeach()
+endforeach()
+
+file(WRITE ${made}/Qt-third-party.txt "${notices}")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/licences.txt.in ${made}/README.txt @ONLY NEWLINE_STYLE CRLF)
+
+set(licences ${CMAKE_INSTALL_PREFIX}/licences)
+file(INSTALL ${made}/README.txt ${made}/Qt-third-party.txt DESTINATION ${licences})
+foreach(text GPL-3 LGPL-3)
+    file(INSTALL /usr/share/common-licenses/${text} DESTINATION ${licences} RENAME ${text}.txt)
+endforeach()
+file(INSTALL ${qt_sources}/debian/copyright DESTINATION ${licences} RENAME Qt.txt)
+file(INSTALL /usr/share/doc/gcc-mingw-w64-base/copyright DESTINATION ${licences} RENAME GCC.txt)
+file(INSTALL /usr/share/doc/mingw-w64-common/copyright DESTINATION ${licences} RENAME mingw-w64.txt)
