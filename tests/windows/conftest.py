@@ -1,14 +1,24 @@
+import shutil
 import sys
 from pathlib import Path
 
 import pytest
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "e2e"))
-pytest.register_assert_rewrite("wine")
+pytest.register_assert_rewrite(
+    "attempt", "keyboard", "learner", "program", "windowslearner", "wine"
+)
 
 from display import Display
-from session import Session
+from journeys import pytest_runtest_makereport, session
+from reader import Reader
+from windowslearner import WindowsLearner
 from wine import Wine
+
+__all__ = ["pytest_runtest_makereport", "session"]
+
+GCC = Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix")
+MINGW = Path("/usr/x86_64-w64-mingw32/lib")
 
 
 def pytest_addoption(parser):
@@ -17,8 +27,13 @@ def pytest_addoption(parser):
 
 
 @pytest.fixture(scope="session")
-def display():
-    with Session() as session, Display(session) as display:
+def build(request):
+    return request.config.getoption("--build").absolute()
+
+
+@pytest.fixture(scope="session")
+def display(session):
+    with Display(session) as display:
         yield display
 
 
@@ -27,3 +42,39 @@ def wine(display, tmp_path):
     """A Windows on which nobody has installed anything."""
     with Wine(display, tmp_path / "wine") as wine:
         yield wine
+
+
+@pytest.fixture(scope="session")
+def installed(build, tmp_path_factory):
+    """A folder with the program and all that it needs."""
+    folder = tmp_path_factory.mktemp("installed")
+    # This becomes: cmake --install build --prefix folder
+    qt = build.parent / "build-windows-qt/installed"
+    for file in (
+        build / "zorvan.exe",
+        *(qt / f"bin/Qt6{name}.dll" for name in ("Core", "Gui", "Widgets")),
+        *(GCC / f"{name}.dll" for name in ("libgcc_s_seh-1", "libstdc++-6", "libssp-0")),
+        MINGW / "libwinpthread-1.dll",
+    ):
+        shutil.copy(file, folder)
+    platforms = folder / "plugins/platforms"
+    platforms.mkdir(parents=True)
+    shutil.copy(qt / "plugins/platforms/qwindows.dll", platforms)
+    return folder
+
+
+@pytest.fixture
+def reader(wine, build):
+    with Reader(wine, build) as reader:
+        yield reader
+
+
+@pytest.fixture
+def learner(wine, reader, installed, tmp_path):
+    """A learner whose program ends with the journey."""
+    learner = WindowsLearner(
+        wine.display, installed / "zorvan.exe", tmp_path, wine=wine, reader=reader
+    )
+    yield learner
+    if learner.program and learner.program.is_running():
+        learner.program.end()

@@ -3,6 +3,7 @@
 import os
 import re
 import subprocess
+import tempfile
 from pathlib import Path
 
 from session import PATIENCE, Stuck
@@ -46,18 +47,21 @@ class Wine:
 
     def run(self, *command):
         """What a program writes; raises Stuck if it fails."""
-        done = subprocess.run(
-            [WINE, *(str(part) for part in command)],
-            env=os.environ | self.environment,
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            text=True,
-            errors="replace",
-            timeout=PATIENCE,
-        )
+        # Not through pipes: these would stay open as long as what Wine starts in the background.
+        with tempfile.TemporaryFile() as output:
+            done = subprocess.run(
+                [WINE, *(str(part) for part in command)],
+                env=os.environ | self.environment,
+                stdin=subprocess.DEVNULL,
+                stdout=output,
+                stderr=output,
+                timeout=PATIENCE,
+            )
+            output.seek(0)
+            text = output.read().decode("utf-8", "replace").replace("\r\n", "\n")
         if done.returncode != 0:
-            raise Stuck(f"{command[0]} ended with {done.returncode}: {done.stdout}{done.stderr}")
-        return done.stdout
+            raise Stuck(f"{command[0]} ended with {done.returncode}: {text}")
+        return text
 
     def wait_for_end(self):
         """Waits until nothing runs any more; what was written to the registry is in files then."""
