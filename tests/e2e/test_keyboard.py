@@ -29,9 +29,10 @@ def test_from_the_start_to_the_end(learner, keyboard):
     keyboard.press("alt+F4")
     learner.program.wait_until_gone(progress)
 
-    learner.program.close_all()
+    way_back = learner.program.close_all()
     keyboard.walk(keyboard.window("Zorvan", "Main Menu"))
     keyboard.press("Return")
+    learner.program.wait_until_gone(way_back)
     learner.expect_levels(keyboard.window("Zorvan", FIRST))
     learner.quit()
 

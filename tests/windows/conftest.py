@@ -6,13 +6,13 @@ import pytest
 
 sys.path.insert(0, str(Path(__file__).parents[1] / "e2e"))
 pytest.register_assert_rewrite(
-    "attempt", "keyboard", "learner", "program", "windowslearner", "wine"
+    "attempt", "keyboard", "learner", "program", "reader", "windowslearner", "wine"
 )
 
 from display import Display
 from journeys import pytest_runtest_makereport, session
 from reader import Reader
-from windowslearner import WindowsLearner
+from windowslearner import COMPANY, WindowsLearner
 from wine import Wine
 
 __all__ = ["pytest_runtest_makereport", "session"]
@@ -71,7 +71,9 @@ def reader(wine, build):
 
 @pytest.fixture
 def learner(wine, reader, installed, tmp_path):
-    """A learner whose program ends with the journey."""
+    """A learner who has never used the program, which ends with the journey."""
+    if wine.registry(COMPANY) is not None:
+        wine.run("reg", "delete", COMPANY, "/f")
     learner = WindowsLearner(
         wine.display, installed / "zorvan.exe", tmp_path, wine=wine, reader=reader
     )

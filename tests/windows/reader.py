@@ -8,11 +8,13 @@ from types import SimpleNamespace
 
 from gi.repository import Atspi
 
+from session import Stuck
 from wine import WINE
 
 Role = Atspi.Role
 State = Atspi.StateType
 
+GROUP = "50026"
 ROLES = {
     "50000": Role.PUSH_BUTTON,
     "50006": Role.IMAGE,
@@ -22,10 +24,11 @@ ROLES = {
     "50012": Role.PROGRESS_BAR,
     "50013": Role.RADIO_BUTTON,
     "50020": Role.LABEL,
-    "50026": Role.PANEL,
+    GROUP: Role.PANEL,
     "50032": Role.FRAME,
 }
-STATES = (State.ENABLED, State.FOCUSABLE, State.FOCUSED)
+# In the order in which the reader tells them.
+STATES = (State.ENABLED, State.FOCUSABLE, State.FOCUSED, State.CHECKED)
 
 # Seconds for which a reading is good.
 FRESH = 0.03
@@ -63,8 +66,13 @@ class Item:
     def get_child_at_index(self, index):
         return self._now("children", [])[index]
 
-    def x_window(self):
-        return self._now("x_window", 0)
+    def get_frame(self):
+        """Left, top, width and height of the window that it is in, with its title bar."""
+        return self._now("frame", [0] * 4)
+
+    def activate(self):
+        """Activates its window, as a click in the task bar does."""
+        self.reader.ask(self._now("handle", ""))
 
     def _now(self, name, otherwise):
         """What is known of it; `otherwise` if it is gone."""
@@ -100,59 +108,67 @@ class Reader:
         self._reader.wait()
         self._reader.stdout.close()
 
+    def processes(self):
+        """The programs that have windows, by the numbers by which Windows knows them."""
+        self.refresh()
+        return {process for process, _ in self._items}
+
     def windows(self, process):
-        """The windows of that program, whose menus are parts of them."""
+        """The windows of that program."""
         return [
-            item
-            for item in (Item(key, self) for key in self.items())
-            if item.key[0] == process and item.get_parent() is None
+            Item(key, self)
+            for key, item in self.items().items()
+            if not item.parent and key[0] == process
         ]
 
     def items(self):
         """What is known of each item, by its key."""
         if time.monotonic() - self._taken > FRESH:
-            self._items = self._read()
-            self._taken = time.monotonic()
+            self.refresh()
         return self._items
 
-    def _read(self):
-        self._reader.stdin.write(b"\n")
+    def refresh(self):
+        self._items = self._parse(self.ask(""))
+        self._taken = time.monotonic()
+
+    def ask(self, command):
+        """What the reader answers; see reader.cpp."""
+        self._reader.stdin.write(f"{command}\n".encode())
         self._reader.stdin.flush()
         text = bytearray()
         while not text.endswith(b"\x1d\n"):
             part = self._reader.stdout.read1()
             if not part:
-                raise EOFError("the reader has ended")
+                raise Stuck("the reader has ended")
             text += part
-        return self._parse(text.decode("utf-8"))
+        return text.decode("utf-8")
 
     def _parse(self, text):
         items = {}
-        process, x_window = None, 0
+        process, handle, frame = "", "", ""
         path = []
         for line in text.split("\x1e")[:-1]:
             kind, *fields = line.split("\x1f")
             if kind == "window":
-                process, x_window = fields[0], int(fields[1])
+                process, handle, frame = fields
                 continue
             name, place, role, title, description, *flags = fields
             item = Item((process, name), self)
             path[int(kind) :] = [item]
             parent = path[-2] if len(path) > 1 else None
-            states = {state for state, on in zip(STATES, flags) if on}
+            states = {State.SHOWING} | {state for state, on in zip(STATES, flags) if on}
             if not parent and State.FOCUSED in states:
                 states.add(State.ACTIVE)
-            if not flags[-1]:
-                states.add(State.SHOWING)
             items[item.key] = SimpleNamespace(
                 name=title,
                 description=description,
-                role=ROLES.get(role, Role.UNKNOWN),
+                role=ROLES.get(role, Role.UNKNOWN) if title or role != GROUP else Role.FILLER,
                 states=states,
                 place=[int(number) for number in place.split()] or [0] * 4,
                 parent=parent,
                 children=[],
-                x_window=x_window,
+                handle=handle,
+                frame=[int(number) for number in frame.split()],
             )
             if parent:
                 items[parent.key].children.append(item)

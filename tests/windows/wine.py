@@ -6,10 +6,27 @@ import subprocess
 import tempfile
 from pathlib import Path
 
+from display import Display
 from session import PATIENCE, Stuck
 
 WINE = "/usr/lib/wine/wine64"
 SERVER = "/usr/lib/wine/wineserver64"
+
+
+# Whether programs are light there.
+THEMES = {"light": 1, "dark": 0}
+
+
+class Screen(Display):
+    """A virtual X server without a window manager: it and Wine may each give the keyboard to another
+    window.
+    """
+
+    def start_manager(self):
+        return None
+
+    def __exit__(self, *_):
+        self.session.end(self._server)
 
 
 class Wine:
@@ -39,6 +56,28 @@ class Wine:
 
     def __exit__(self, *_):
         self._serve("--kill")
+
+    def use_desktop(self):
+        """Has Wine manage the windows itself from now on, as Windows does, on a Screen."""
+        key = r"HKCU\Software\Wine\Explorer"
+        self.set(key, "Desktop", "Default")
+        self.set(key + r"\Desktops", "Default", self.display.size)
+        self.wait_for_end()
+
+    def turn(self, theme):
+        """Has programs be light or dark from now on, as Windows' settings do."""
+        key = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize"
+        self.set(key, "AppsUseLightTheme", THEMES[theme])
+
+    def scale(self, percent):
+        """Has everything be that large from now on."""
+        self.set(r"HKCU\Control Panel\Desktop", "LogPixels", 96 * percent // 100)
+        self.wait_for_end()
+
+    def set(self, key, name, value):
+        """Sets a text or a number in the registry."""
+        kind = "REG_SZ" if isinstance(value, str) else "REG_DWORD"
+        self.run("reg", "add", key, "/v", name, "/t", kind, "/d", value, "/f")
 
     def start(self, name, *command, **options):
         """Starts a program, whose output goes into the session's log of that name."""

@@ -8,6 +8,25 @@
 #include <memory>
 #include <string>
 
+// Missing in the compiler's headers.
+enum ToggleState { ToggleState_Off, ToggleState_On, ToggleState_Indeterminate };
+
+struct IToggleProvider : IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE Toggle() = 0;
+    virtual HRESULT STDMETHODCALLTYPE get_ToggleState(ToggleState *state) = 0;
+};
+__CRT_UUID_DECL(IToggleProvider, 0x56d00bd0, 0xc4f4, 0x433c, 0xa8, 0x36, 0x1a, 0x52, 0xa5, 0x7e,
+                0x08, 0x92)
+
+struct ISelectionItemProvider : IUnknown {
+    virtual HRESULT STDMETHODCALLTYPE Select() = 0;
+    virtual HRESULT STDMETHODCALLTYPE AddToSelection() = 0;
+    virtual HRESULT STDMETHODCALLTYPE RemoveFromSelection() = 0;
+    virtual HRESULT STDMETHODCALLTYPE get_IsSelected(BOOL *isSelected) = 0;
+};
+__CRT_UUID_DECL(ISelectionItemProvider, 0x2acad808, 0xb2d4, 0x452d, 0xa4, 0x07, 0x91, 0xff, 0x1a,
+                0xd1, 0x67, 0xb2)
+
 namespace {
 
 struct Release {
@@ -19,17 +38,19 @@ using Owned = std::unique_ptr<Interface, Release>;
 constexpr wchar_t endOfField = L'\x1f';
 constexpr wchar_t endOfItem = L'\x1e';
 
-std::wstring property(IRawElementProviderFragment &item, PROPERTYID id) {
-    IRawElementProviderSimple *simple = nullptr;
-    if (item.QueryInterface(__uuidof(IRawElementProviderSimple),
-                            reinterpret_cast<void **>(&simple)) != S_OK) {
-        return {};
-    }
-    const Owned<IRawElementProviderSimple> owned(simple);
+/// The object as one that has that interface too.
+template <class Interface>
+Owned<Interface> as(IUnknown &object) {
+    void *found = nullptr;
+    object.QueryInterface(__uuidof(Interface), &found);
+    return Owned<Interface>(static_cast<Interface *>(found));
+}
+
+std::wstring property(IRawElementProviderSimple &item, PROPERTYID id) {
     VARIANT value;
     VariantInit(&value);
     std::wstring text;
-    if (simple->GetPropertyValue(id, &value) == S_OK) {
+    if (item.GetPropertyValue(id, &value) == S_OK) {
         if (value.vt == VT_BSTR && value.bstrVal != nullptr) {
             text = value.bstrVal;
         } else if (value.vt == VT_I4) {
@@ -59,6 +80,22 @@ std::wstring identity(IRawElementProviderFragment &item) {
     return text;
 }
 
+/// Whether an option is chosen or a menu item has a tick.
+bool isChecked(IRawElementProviderSimple &item) {
+    IUnknown *pattern = nullptr;
+    BOOL chosen = FALSE;
+    if (item.GetPatternProvider(UIA_SelectionItemPatternId, &pattern) == S_OK && pattern) {
+        const Owned<IUnknown> owned(pattern);
+        as<ISelectionItemProvider>(*pattern)->get_IsSelected(&chosen);
+    }
+    ToggleState state = ToggleState_Off;
+    if (item.GetPatternProvider(UIA_TogglePatternId, &pattern) == S_OK && pattern) {
+        const Owned<IUnknown> owned(pattern);
+        as<IToggleProvider>(*pattern)->get_ToggleState(&state);
+    }
+    return chosen != FALSE || state == ToggleState_On;
+}
+
 std::wstring place(IRawElementProviderFragment &item) {
     UiaRect rect{};
     if (item.get_BoundingRectangle(&rect) != S_OK) {
@@ -80,12 +117,15 @@ Owned<IRawElementProviderFragment> next(IRawElementProviderFragment &item,
 
 void describe(IRawElementProviderFragment &item, int depth, std::wstring &text) {
     text += std::to_wstring(depth) + endOfField + identity(item) + endOfField + place(item);
+    const auto simple = as<IRawElementProviderSimple>(item);
     for (const PROPERTYID id :
          {UIA_ControlTypePropertyId, UIA_NamePropertyId, UIA_FullDescriptionPropertyId,
           UIA_IsEnabledPropertyId, UIA_IsKeyboardFocusablePropertyId,
-          UIA_HasKeyboardFocusPropertyId, UIA_IsOffscreenPropertyId}) {
-        text += endOfField + property(item, id);
+          UIA_HasKeyboardFocusPropertyId}) {
+        text += endOfField + property(*simple, id);
     }
+    text += endOfField;
+    text += isChecked(*simple) ? L"yes" : L"";
     text += endOfItem;
     for (auto child = next(item, NavigateDirection_FirstChild); child;
          child = next(*child, NavigateDirection_NextSibling)) {
@@ -99,10 +139,7 @@ void describe(IRawElementProviderFragment &item, int depth, std::wstring &text) 
 
 EXPORTED LRESULT WINAPI UiaReturnRawElementProvider(HWND window, WPARAM asker, LPARAM,
                                                     IRawElementProviderSimple *provider) {
-    IRawElementProviderFragment *item = nullptr;
-    if (provider->QueryInterface(__uuidof(IRawElementProviderFragment),
-                                 reinterpret_cast<void **>(&item)) == S_OK) {
-        const Owned<IRawElementProviderFragment> owned(item);
+    if (const auto item = as<IRawElementProviderFragment>(*provider)) {
         std::wstring text;
         describe(*item, 0, text);
         COPYDATASTRUCT answer{.dwData = 0,

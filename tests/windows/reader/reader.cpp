@@ -1,5 +1,6 @@
-// For each line on its standard input, writes what is in the windows on screen, as far as their
-// programs tell a screen reader; see automation.cpp.
+// For each empty line on its standard input, writes what is in the windows on screen, as far as their
+// programs tell a screen reader; see automation.cpp. Any other line is the number of a window, which
+// it activates.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
@@ -33,10 +34,11 @@ BOOL CALLBACK ask(HWND window, LPARAM asker) {
     if (IsWindowVisible(window)) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        // Wine notes there which window of the X server it is.
-        const auto xWindow =
-            reinterpret_cast<std::size_t>(GetPropW(window, L"__wine_x11_whole_window"));
-        std::cout << "window\x1f" << process << '\x1f' << xWindow << '\x1e';
+        RECT frame{};
+        GetWindowRect(window, &frame);
+        std::cout << "window\x1f" << process << '\x1f' << reinterpret_cast<std::size_t>(window)
+                  << '\x1f' << frame.left << ' ' << frame.top << ' ' << frame.right - frame.left
+                  << ' ' << frame.bottom - frame.top << '\x1e';
         DWORD_PTR ignored = 0;
         constexpr UINT milliseconds = 5000;
         SendMessageTimeoutW(window, WM_GETOBJECT, static_cast<WPARAM>(asker), rootOfAutomation,
@@ -59,7 +61,11 @@ int main() {
                                instance, nullptr);
     std::string line;
     while (std::getline(std::cin, line)) {
-        EnumWindows(ask, reinterpret_cast<LPARAM>(asker));
+        if (line.empty()) {
+            EnumWindows(ask, reinterpret_cast<LPARAM>(asker));
+        } else {
+            SetForegroundWindow(reinterpret_cast<HWND>(std::stoull(line)));
+        }
         std::cout << "\x1d" << std::endl;
     }
 }
