@@ -30,6 +30,9 @@ ROLES = {
 # In the order in which the reader tells them.
 STATES = (State.ENABLED, State.FOCUSABLE, State.FOCUSED, State.CHECKED)
 
+# The place of what is not on screen.
+NOWHERE = [0, 0, 0, 0]
+
 # Seconds for which a reading is good.
 FRESH = 0.03
 
@@ -55,7 +58,8 @@ class Item:
         return SimpleNamespace(contains=states.__contains__, get_states=lambda: states)
 
     def get_extents(self, _):
-        return SimpleNamespace(**dict(zip(("x", "y", "width", "height"), self._now("place", [0] * 4))))
+        left, top, width, height = self._now("place", NOWHERE)
+        return SimpleNamespace(x=left, y=top, width=width, height=height)
 
     def get_parent(self):
         return self._now("parent", None)
@@ -68,7 +72,7 @@ class Item:
 
     def get_frame(self):
         """Left, top, width and height of the window that it is in, with its title bar."""
-        return self._now("frame", [0] * 4)
+        return self._now("frame", NOWHERE)
 
     def activate(self):
         """Activates its window, as a click in the task bar does."""
@@ -164,7 +168,7 @@ class Reader:
                 description=description,
                 role=ROLES.get(role, Role.UNKNOWN) if title or role != GROUP else Role.FILLER,
                 states=states,
-                place=[int(number) for number in place.split()] or [0] * 4,
+                place=[int(number) for number in place.split()] or NOWHERE,
                 parent=parent,
                 children=[],
                 handle=handle,

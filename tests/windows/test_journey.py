@@ -21,8 +21,8 @@ __all__ = [
 ]
 
 UNWRITABLE = (
-    r"The preferences cannot be written to \HKEY_CURRENT_USER\Software\Zorvan\Zorvan; they last only"
-    " until the program ends. The system refuses them"
+    r"The preferences cannot be written to \HKEY_CURRENT_USER\Software\Zorvan\Zorvan; they last"
+    " only until the program ends. The system refuses them"
 )
 
 
@@ -158,7 +158,8 @@ def test_windows_are_as_dark_as_windows_is(learner, theme):
 
 def colours(display, picture):
     """How light the commonest colour of a picture is, and that which is furthest from it."""
-    histogram = display.run("convert", picture, "-colorspace", "gray", "-format", "%c", "histogram:info:")
+    grey = ("-colorspace", "gray", "-format", "%c", "histogram:info:")
+    histogram = display.run("convert", picture, *grey)
     counts = {int(grey): int(count) for count, grey in re.findall(r"(\d+): \((\d+)", histogram)}
     background = max(counts, key=counts.get)
     text = max(counts, key=lambda grey: abs(grey - background))

@@ -1,5 +1,5 @@
-// volatilekey KEY: makes a key of the user's registry that lasts until Windows ends. No key below it
-// can be one that lasts longer, such as those of programs.
+// volatilekey KEY: makes a key of the user's registry that lasts until Windows ends. No key below
+// it can be one that lasts longer, such as those of programs.
 #include <windows.h>
 
 int main(int, char **arguments) {

@@ -59,7 +59,8 @@ class WindowsLearner(Learner):
     starter: tuple = ()
 
     def start(self):
-        self.program = WindowsProgram(self.wine, self.reader, self.name, *self.starter, self.command)
+        command = (*self.starter, self.command)
+        self.program = WindowsProgram(self.wine, self.reader, self.name, *command)
         self.log = ["Finished Starting"]
 
     def start_again(self, **settings):

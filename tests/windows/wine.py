@@ -2,11 +2,12 @@
 
 import os
 import re
+import shutil
 import subprocess
 import tempfile
 from pathlib import Path
 
-from display import Display
+from display import KEY_CODES, Display
 from session import PATIENCE, Stuck
 
 WINE = "/usr/lib/wine/wine64"
@@ -18,8 +19,8 @@ THEMES = {"light": 1, "dark": 0}
 
 
 class Screen(Display):
-    """A virtual X server without a window manager: it and Wine may each give the keyboard to another
-    window.
+    """A virtual X server without a window manager: it and Wine may each give the keyboard to
+    another window.
     """
 
     def start_manager(self):
@@ -27,6 +28,13 @@ class Screen(Display):
 
     def __exit__(self, *_):
         self.session.end(self._server)
+
+    def press(self, *keys):
+        # As long as a finger does: a release is lost that comes before another window has taken
+        # the place of the one that the key closed, and Qt takes the next press for a repetition.
+        milliseconds = 100
+        names = (KEY_CODES.get(key, key) for key in keys)
+        self.run("xdotool", "key", "--delay", milliseconds, *names)
 
 
 class Wine:
@@ -58,7 +66,15 @@ class Wine:
         self._serve("--kill")
 
     def use_desktop(self):
-        """Has Wine manage the windows itself from now on, as Windows does, on a Screen."""
+        """Has Wine manage the windows itself from now on, as Windows does, on a Screen, and gives it
+        fonts in place of those of Windows.
+        """
+        for name in ("tahoma", "tahomabd", "marlett"):
+            shutil.copy(f"/usr/share/wine/fonts/{name}.ttf", self.path(r"C:\windows\Fonts"))
+        self.set(r"HKCU\Software\Wine\Fonts\Replacements", "Consolas", "Liberation Mono")
+        desktop = r"HKCU\Control Panel\Desktop"
+        self.set(desktop, "FontSmoothing", "2")
+        self.set(desktop, "FontSmoothingType", 2)
         key = r"HKCU\Software\Wine\Explorer"
         self.set(key, "Desktop", "Default")
         self.set(key + r"\Desktops", "Default", self.display.size)

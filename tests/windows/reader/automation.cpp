@@ -1,12 +1,11 @@
-// Stands in for the UI Automation library, through which Windows' screen readers see a program. Wine's
-// own waits forever for the first item inside a window of Qt.
+// Stands in for the UI Automation library, through which Windows' screen readers see a program.
+// Wine's own waits forever for the first item inside a window of Qt.
 //
 // It answers who sends WM_GETOBJECT, with a window of its own as first parameter, with what the
 // program provides of the window: a WM_COPYDATA with a line for each item in it.
-#include <uiautomationclient.h>
-
 #include <memory>
 #include <string>
+#include <uiautomationclient.h>
 
 // Missing in the compiler's headers.
 enum ToggleState { ToggleState_Off, ToggleState_On, ToggleState_Indeterminate };
@@ -145,8 +144,8 @@ EXPORTED LRESULT WINAPI UiaReturnRawElementProvider(HWND window, WPARAM asker, L
         COPYDATASTRUCT answer{.dwData = 0,
                               .cbData = static_cast<DWORD>(text.size() * sizeof(wchar_t)),
                               .lpData = text.data()};
-        SendMessageW(reinterpret_cast<HWND>(asker), WM_COPYDATA,
-                     reinterpret_cast<WPARAM>(window), reinterpret_cast<LPARAM>(&answer));
+        SendMessageW(reinterpret_cast<HWND>(asker), WM_COPYDATA, reinterpret_cast<WPARAM>(window),
+                     reinterpret_cast<LPARAM>(&answer));
     }
     return 0;
 }

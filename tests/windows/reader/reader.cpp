@@ -1,13 +1,12 @@
-// For each empty line on its standard input, writes what is in the windows on screen, as far as their
-// programs tell a screen reader; see automation.cpp. Any other line is the number of a window, which
-// it activates.
+// For each empty line on its standard input, writes what is in the windows on screen, as far as
+// their programs tell a screen reader; see automation.cpp. Any other line is the number of a
+// window, which it activates.
+#include <cstdio>
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
-
-#include <cstdio>
 #include <iostream>
 #include <string>
+#include <windows.h>
 
 namespace {
 
