@@ -11,7 +11,6 @@ pytest.register_assert_rewrite(
 
 from display import Display
 from journeys import pytest_runtest_makereport, session
-from reader import Reader
 from windowslearner import COMPANY, WindowsLearner
 from wine import Wine
 
@@ -61,12 +60,6 @@ def installed(build, tmp_path_factory):
     platforms.mkdir(parents=True)
     shutil.copy(qt / "plugins/platforms/qwindows.dll", platforms)
     return folder
-
-
-@pytest.fixture
-def reader(wine, build):
-    with Reader(wine, build) as reader:
-        yield reader
 
 
 @pytest.fixture

@@ -8,6 +8,7 @@ import pytest
 from accessible import Role, description_of
 from keyboard import Keyboard
 from quizzes import ABANDON, GREETING, PASSED, QUIZZES, SEEDS, STRUCTURE, answer_names
+from reader import Reader
 from test_keyboard import test_from_the_start_to_the_end
 from test_quizzes import test_progress_is_cleared, test_quit_asks_in_the_middle_of_a_quiz
 from windowslearner import COMPANY
@@ -38,6 +39,13 @@ def wine(display, tmp_path_factory):
     with Wine(display, tmp_path_factory.mktemp("journeys") / "wine") as wine:
         wine.use_desktop()
         yield wine
+
+
+@pytest.fixture(scope="module")
+def reader(wine, build):
+    # Wine's desktop closes when no program is left on it, and takes those with it that just start.
+    with Reader(wine, build) as reader:
+        yield reader
 
 
 @pytest.fixture

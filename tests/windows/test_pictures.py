@@ -4,7 +4,10 @@ import pytest
 
 from accessible import Role
 from quizzes import GREETING, SEEDS, STRUCTURE
+from test_journey import reader
 from wine import THEMES, Screen, Wine
+
+__all__ = ["reader"]
 
 
 @pytest.fixture(scope="module")
