@@ -42,7 +42,7 @@ fi
 
 # To build for Windows, and to try that under Wine.
 packages_windows=("${packages_run[@]}" g++-mingw-w64-x86-64-posix dpkg-dev perl nsis)
-packages_wine=("${packages_tour[@]}" python3-pytest wine64 fonts-wine fonts-liberation)
+packages_wine=("${packages_tour[@]}" python3-pytest wine64 fonts-wine)
 
 # To fuzz the settings file.
 packages_fuzz=("${packages_run[@]}" clang libclang-rt-dev)

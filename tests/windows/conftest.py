@@ -1,4 +1,4 @@
-import shutil
+import subprocess
 import sys
 from pathlib import Path
 
@@ -15,10 +15,6 @@ from windowslearner import COMPANY, WindowsLearner
 from wine import Wine
 
 __all__ = ["pytest_runtest_makereport", "session"]
-
-GCC = Path("/usr/lib/gcc/x86_64-w64-mingw32/12-posix")
-MINGW = Path("/usr/x86_64-w64-mingw32/lib")
-
 
 def pytest_addoption(parser):
     parser.addoption("--build", type=Path, required=True, help="the build folder for Windows")
@@ -45,20 +41,10 @@ def wine(display, tmp_path):
 
 @pytest.fixture(scope="session")
 def installed(build, tmp_path_factory):
-    """A folder with the program and all that it needs."""
+    """A folder with the program and all that it needs, as users get it."""
     folder = tmp_path_factory.mktemp("installed")
-    # This becomes: cmake --install build --prefix folder
-    qt = build.parent / "build-windows-qt/installed"
-    for file in (
-        build / "zorvan.exe",
-        *(qt / f"bin/Qt6{name}.dll" for name in ("Core", "Gui", "Widgets")),
-        *(GCC / f"{name}.dll" for name in ("libgcc_s_seh-1", "libstdc++-6", "libssp-0")),
-        MINGW / "libwinpthread-1.dll",
-    ):
-        shutil.copy(file, folder)
-    platforms = folder / "plugins/platforms"
-    platforms.mkdir(parents=True)
-    shutil.copy(qt / "plugins/platforms/qwindows.dll", platforms)
+    command = ["cmake", "--install", build, "--prefix", folder, "--strip"]
+    subprocess.run(command, check=True, capture_output=True)
     return folder
 
 

@@ -69,9 +69,12 @@ class Wine:
         """Has Wine manage the windows itself from now on, as Windows does, on a Screen, and gives it
         fonts in place of those of Windows.
         """
-        for name in ("tahoma", "tahomabd", "marlett"):
-            shutil.copy(f"/usr/share/wine/fonts/{name}.ttf", self.path(r"C:\windows\Fonts"))
-        self.set(r"HKCU\Software\Wine\Fonts\Replacements", "Consolas", "Liberation Mono")
+        # The marks on title bars.
+        shutil.copy("/usr/share/wine/fonts/marlett.ttf", self.path(r"C:\windows\Fonts"))
+        # Wine's own font for texts lacks characters, and its bold is not.
+        substitutes = r"HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes"
+        self.set(substitutes, "MS Shell Dlg", "DejaVu Sans")
+        self.set(r"HKCU\Software\Wine\Fonts\Replacements", "Consolas", "DejaVu Sans Mono")
         desktop = r"HKCU\Control Panel\Desktop"
         self.set(desktop, "FontSmoothing", "2")
         self.set(desktop, "FontSmoothingType", 2)
