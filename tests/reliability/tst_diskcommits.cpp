@@ -164,7 +164,7 @@ class tst_diskcommits final : public ProgramTest {
         if (QTest::currentTestFailed()) {
             return;
         }
-        const Commits counted(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Zorvan");
+        const Commits counted(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Zorvan"_s);
         step();
         QVERIFY2(counted.count() == commits, name + (": " + QByteArray::number(counted.count())));
         QVERIFY2(counted.shown() == shown, name + (":\n" + counted.shown().join(u'\n').toUtf8()));
