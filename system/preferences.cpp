@@ -136,7 +136,8 @@ void Preferences::writeToDisk() {
 }
 
 std::optional<QString> Preferences::valueForKey(const QString &key) {
-    const auto unwritten = std::ranges::find(unwritten_, key, &std::pair<QString, QString>::first);
+    const auto unwritten =
+        std::ranges::find(std::as_const(unwritten_), key, &std::pair<QString, QString>::first);
     return unwritten == unwritten_.cend() ? read(path_, key) : std::optional(unwritten->second);
 }
 
