@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
+
+#include <QApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QScreen>
 #include <QTest>
 #include <QWidget>
@@ -32,6 +34,12 @@ inline void moveTo(const QWidget &control) {
 inline void putAside() {
 #ifdef Q_OS_WIN
     QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
+    const auto hasLeft = [] {
+        return std::ranges::none_of(QApplication::allWidgets(), &QWidget::underMouse);
+    };
+    if (!QTest::qWaitFor(hasLeft)) {
+        qFatal("The pointer does not leave the windows");
+    }
 #endif
 }
 

@@ -18,5 +18,6 @@ with (
     Wine(screen, session.folder / "wine") as wine,
 ):
     wine.use_desktop()
+    screen.put_pointer_aside()
     ended = subprocess.run(sys.argv[1:], env=os.environ | wine.environment, check=False)
 sys.exit(ended.returncode)
