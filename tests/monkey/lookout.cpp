@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QTest>
 
 #include "controls/messagebox.h"
 #include "monkey/hands.h"
@@ -62,8 +63,13 @@ QStringList faultsOfFocus() {
     if (QApplication::activePopupWidget() != nullptr) {
         return {};
     }
-    const QWidget *active = QApplication::activeWindow();
-    if (active == nullptr || !active->isVisible()) {
+    // A desktop takes a moment to give the keyboard to the next window.
+    const QWidget *active = nullptr;
+    const auto findsIt = [&active] {
+        active = QApplication::activeWindow();
+        return active != nullptr && active->isVisible();
+    };
+    if (!QTest::qWaitFor(findsIt)) {
         return {u"no window is active"_s};
     }
     const auto controls = active->findChildren<QWidget *>();
