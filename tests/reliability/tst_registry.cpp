@@ -18,7 +18,7 @@ using platform::Preferences;
 
 namespace {
 
-/// What a process that ends with this object does not outlive.
+/// A process that clears all progress over and over; it ends with this object.
 class Seeder final {
  public:
     Seeder() { process_.start(QStringLiteral(SEEDER), QStringList()); }

@@ -16,6 +16,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// As keyboards say it.
+#ifdef Q_OS_WIN
+constexpr QLatin1String returnKey("Enter");
+constexpr QLatin1String escapeKey("Esc");
+#else
+constexpr QLatin1String returnKey("Return");
+constexpr QLatin1String escapeKey("Escape");
+#endif
+
+}  // namespace
+
 /// The help: its text is longer than its window, and says what the program does.
 class tst_help final : public ProgramTest {
     Q_OBJECT
@@ -102,25 +115,17 @@ class tst_help final : public ProgramTest {
     }
 
     void keysAreTold() {
-#ifdef Q_OS_WIN
-        const QString goOn = u"Enter"_s;
-        const QString closeWindow = u"Esc"_s;
-#else
-        const QString goOn = u"Return"_s;
-        const QString closeWindow = u"Escape"_s;
-#endif
         const QString toQuizzes = shortcut(u"GoTest1"_s) + u" to "_s + shortcut(u"GoTest7"_s);
-        const QStringList keys{
-            answerKeys() + u": choose an answer"_s,
-            goOn + u": go on to the next question"_s,
-            u"Tab, Shift+Tab: move between controls; Space presses one"_s,
-            toQuizzes + u": start a quiz, in the order of the main menu"_s,
-            shortcut(u"GoMainMenu"_s) + u": main menu"_s,
-            shortcut(u"goPreferences"_s) + u": settings"_s,
-            shortcut(u"ShowHelp"_s) + u": this help"_s,
-            closeWindow + u": close a window other than the main menu or a quiz"_s,
-            shortcut(u"closeWindow"_s) + u": close the window"_s,
-            shortcut(u"quit"_s) + u": quit"_s};
+        const QStringList keys{answerKeys() + u": choose an answer"_s,
+                               returnKey + u": go on to the next question"_s,
+                               u"Tab, Shift+Tab: move between controls; Space presses one"_s,
+                               toQuizzes + u": start a quiz, in the order of the main menu"_s,
+                               shortcut(u"GoMainMenu"_s) + u": main menu"_s,
+                               shortcut(u"goPreferences"_s) + u": settings"_s,
+                               shortcut(u"ShowHelp"_s) + u": this help"_s,
+                               escapeKey + u": close a window other than the main menu or a quiz"_s,
+                               shortcut(u"closeWindow"_s) + u": close the window"_s,
+                               shortcut(u"quit"_s) + u": quit"_s};
         QWidget &section = desk::control(help_, u"keys"_s);
         const auto drawn = section.findChildren<platform::KeyLabel *>();
         QList<platform::TextLabel *> meanings = section.findChildren<platform::TextLabel *>();
@@ -135,12 +140,8 @@ class tst_help final : public ProgramTest {
     }
 
  private:
-    QScrollArea &scrollArea() const {
-        return desk::control<QScrollArea>(help_, u"scrollArea"_s);
-    }
-    QScrollBar &scrollBar() const {
-        return *scrollArea().verticalScrollBar();
-    }
+    QScrollArea &scrollArea() const { return desk::control<QScrollArea>(help_, u"scrollArea"_s); }
+    QScrollBar &scrollBar() const { return *scrollArea().verticalScrollBar(); }
 
     /// Whether the whole section is on screen.
     bool isInView(const QString &section) const {

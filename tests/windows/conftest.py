@@ -16,6 +16,7 @@ from wine import Wine
 
 __all__ = ["pytest_runtest_makereport", "session"]
 
+
 def pytest_addoption(parser):
     parser.addoption("--build", type=Path, required=True, help="the build folder for Windows")
     parser.addoption("--evidence", type=Path, required=True, help="folder for pictures")
