@@ -5,7 +5,9 @@ from pathlib import Path
 
 import pytest
 
+from keyboard import Keyboard
 from learner import Learner
+from quizzes import GREETING, SEEDS
 from session import Session
 
 
@@ -32,6 +34,16 @@ def learner(request, display, tmp_path):
     yield learner
     if learner.program and learner.program.is_running():
         learner.program.end()
+
+
+@pytest.fixture
+def keyboard(learner, tmp_path):
+    """A learner without a mouse, before the greeting."""
+    learner.start()
+    keyboard = Keyboard(learner.program, tmp_path)
+    keyboard.window(GREETING, "OK")
+    learner.store = dict(SEEDS)
+    return keyboard
 
 
 @pytest.hookimpl(hookwrapper=True)

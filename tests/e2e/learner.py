@@ -6,7 +6,7 @@ from pathlib import Path
 from accessible import Role, description_of
 from attempt import Attempt
 from program import Program
-from quizzes import FAILED, GREETING, PASSED, QUIZZES, SEEDS
+from quizzes import ABANDON, FAILED, GREETING, PASSED, QUIZZES, SEEDS
 
 
 @dataclass
@@ -138,6 +138,18 @@ class Learner:
         attempt = self.open_quiz(quiz, menu)
         attempt.answer_all(wrong)
         return self.expect_results(attempt)
+
+    def abandon(self, quiz, menu):
+        """Closes a quiz half-way: goes on once when asked, then does not."""
+        attempt = self.open_quiz(quiz, menu)
+        attempt.answer()
+        self.program.press("alt+F4")
+        self.dismiss(ABANDON, "No")
+        attempt.go_on()
+        attempt.answer(right=False)
+        self.program.press("alt+F4")
+        self.dismiss(ABANDON, "Yes")
+        self.program.wait_until_gone(attempt.window)
 
     def expect_results(self, attempt):
         quiz = attempt.quiz

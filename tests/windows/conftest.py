@@ -10,11 +10,11 @@ pytest.register_assert_rewrite(
 )
 
 from display import Display
-from journeys import pytest_runtest_makereport, session
+from journeys import keyboard, pytest_runtest_makereport, session
 from windowslearner import COMPANY, WindowsLearner
 from wine import Wine
 
-__all__ = ["pytest_runtest_makereport", "session"]
+__all__ = ["keyboard", "pytest_runtest_makereport", "session"]
 
 
 def pytest_addoption(parser):

@@ -6,8 +6,7 @@ from dataclasses import replace
 import pytest
 
 from accessible import Role, description_of
-from keyboard import Keyboard
-from quizzes import ABANDON, GREETING, PASSED, QUIZZES, SEEDS, STRUCTURE, answer_names
+from quizzes import GREETING, PASSED, QUIZZES, SEEDS, STRUCTURE, answer_names
 from reader import Reader
 from test_keyboard import test_from_the_start_to_the_end
 from test_quizzes import test_progress_is_cleared, test_quit_asks_in_the_middle_of_a_quiz
@@ -48,16 +47,6 @@ def reader(wine, build):
         yield reader
 
 
-@pytest.fixture
-def keyboard(learner, tmp_path):
-    """A learner without a mouse, before the greeting."""
-    learner.start()
-    keyboard = Keyboard(learner.program, tmp_path)
-    keyboard.window(GREETING, "OK")
-    learner.store = dict(SEEDS)
-    return keyboard
-
-
 def test_progress_is_kept(learner):
     menu = learner.start_for_the_first_time()
     learner.expect_levels(menu)
@@ -69,15 +58,7 @@ def test_progress_is_kept(learner):
     assert learner.stored()["quiz5"] == "1"
 
     # A quiz that is closed half-way does not count.
-    attempt = learner.open_quiz(QUIZZES[4], learner.newest_menu())
-    attempt.answer()
-    learner.program.press("alt+F4")
-    learner.dismiss(ABANDON, "No")
-    attempt.go_on()
-    attempt.answer(right=False)
-    learner.program.press("alt+F4")
-    learner.dismiss(ABANDON, "Yes")
-    learner.program.wait_until_gone(attempt.window)
+    learner.abandon(QUIZZES[4], learner.newest_menu())
     learner.come_back()
     learner.quit()
 

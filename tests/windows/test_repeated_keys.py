@@ -3,10 +3,10 @@
 import pytest
 
 from test_held_keys import test_a_held_key_acts_once
-from test_journey import keyboard, reader, wine
+from test_journey import reader, wine
 from wine import Screen
 
-__all__ = ["keyboard", "reader", "test_a_held_key_acts_once", "wine"]
+__all__ = ["reader", "test_a_held_key_acts_once", "wine"]
 
 
 @pytest.fixture(scope="module")
