@@ -28,8 +28,10 @@ class Recording final {
 
     /// Returns whether it was still recording.
     bool kill() {
+        const bool wasRecording = !process_.waitForFinished(0);
         process_.kill();
-        return !waitForEnd() && process_.exitStatus() == QProcess::CrashExit;
+        waitForEnd();
+        return wasRecording;
     }
 
     /// The entries that were written, in order.

@@ -32,9 +32,12 @@ def test_every_window(request, learner, theme):
     folder.mkdir(parents=True, exist_ok=True)
 
     def take(name, title=None):
-        window = learner.program.wait_for_window(title) if title else None
+        window = None
+        if title:
+            window = program.wait_for_window(title)
+            program.wait_for_keyboard(window)
         file = folder / f"{name}-{theme}-{learner.wine.percent}.png"
-        learner.program.picture(file, window)
+        program.picture(file, window)
         return window
 
     def close(window):
