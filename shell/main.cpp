@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include <QTimer>
 
 #include "resources/resources.h"
@@ -20,5 +22,11 @@ int main(int argc, char **argv) {
     QTimer::singleShot(0, &delegate, [&delegate] {
         platform::runGuarded([&delegate] { delegate.applicationDidFinishLaunching(); });
     });
-    return platform::Application::exec();
+    const int status = platform::Application::exec();
+    if (QGuiApplication::platformName().startsWith(u"wayland")) {
+        // While Qt leaves the compositor, its threads now and then wait for each other for ever.
+        // Nothing is left to be stored.
+        std::_Exit(status);
+    }
+    return status;
 }

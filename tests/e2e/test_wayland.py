@@ -72,8 +72,6 @@ def display(session):
 @pytest.fixture
 def learner(learner):
     learner.program_type = FocuslessProgram
-    # Qt leaves the compositor without freeing what it got from it.
-    learner.environment = {"ASAN_OPTIONS": "detect_leaks=0"}
     return learner
 
 
